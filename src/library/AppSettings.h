@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+namespace quillary {
+
+namespace platform {
+class SettingsStore;
+}
+
+/// The typed reading of the user's settings. Read afresh at every use, so that a change applies at once everywhere.
+class AppSettings {
+public:
+    explicit AppSettings(platform::SettingsStore& store)
+        : m_store(store) {}
+
+    /// How many files Recent keeps; 0 means all.
+    int recentLimit() const;
+    /// Pixels of a rasterised vector's longer side, 256 to 8192.
+    int vectorLongEdge() const;
+    /// 0 to 1.
+    double previewVolume() const;
+    bool openOnLibrary() const;
+    bool favouritesOnly() const;
+
+    platform::SettingsStore& store() const { return m_store; }
+
+private:
+    platform::SettingsStore& m_store;
+};
+
+namespace SettingsKey {
+inline const QString rootFolderBookmark = QStringLiteral("rootFolderBookmark");
+inline const QString extraScopeBookmarks = QStringLiteral("extraScopeBookmarks");
+inline const QString blocksLastRootPath = QStringLiteral("blocksLastRootPath");
+inline const QString favouritePaths = QStringLiteral("favouritePaths");
+inline const QString favouritesOnly = QStringLiteral("favouritesOnly");
+inline const QString recentLimit = QStringLiteral("recentLimit");
+inline const QString vectorLongEdge = QStringLiteral("vectorLongEdge");
+inline const QString previewVolume = QStringLiteral("previewVolume");
+inline const QString openOnLibrary = QStringLiteral("openOnLibrary");
+} // namespace SettingsKey
+
+} // namespace quillary

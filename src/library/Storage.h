@@ -1,0 +1,175 @@
+#pragma once
+
+#include "library/StorageError.h"
+#include "platform/PendingFile.h"
+#include "values/LibraryItem.h"
+#include "values/PastedImage.h"
+#include "values/ShelfCounts.h"
+
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <expected>
+#include <filesystem>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <span>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace quillary {
+
+namespace platform {
+class Bookmarks;
+class Desktop;
+class SettingsStore;
+} // namespace platform
+
+/// The one owner of the library on disk: where its root lies, which folders it has, how a file is named, written, copied,
+/// moved and stamped there. Every operation asks `root` first. Thread-safe: the cached root is locked, everything else is
+/// on disk, where names are claimed by the file system.
+class Storage {
+public:
+    /// A shelf as the destination of a write or the subject of a listing.
+    enum class Folder { images, videos, audio, recent };
+
+    /// A file found on no shelf's list of extensions has no shelf.
+    static std::optional<Folder> shelf(const std::filesystem::path& file);
+    static std::span<const std::string_view> extensions(Folder folder);
+    static bool isReadableImage(const std::filesystem::path& file);
+    static bool isVector(const std::filesystem::path& file);
+
+    /// "Library/Images" and so on, below the root.
+    static std::filesystem::path relativeFolder(Folder folder);
+    static const std::filesystem::path& blocksFolder(); ///< "Library/Blocks"
+
+    static constexpr std::string_view sourceAttribute = "com.tamsel.quillary.source";
+    static constexpr std::string_view sourceSizeAttribute = "com.tamsel.quillary.sourcesize";
+
+    /// `rootForThisRun` stands in for the chosen folder without being stored; the folder "Quillary" is appended unless it
+    /// bears that name already. A root of this kind that cannot be opened is an error, never the default location.
+    Storage(platform::SettingsStore& settings, platform::Bookmarks& bookmarks, const platform::Desktop& desktop,
+            std::optional<std::filesystem::path> rootForThisRun = {});
+
+    // --- The root -----------------------------------------------------------------------------------------------
+
+    std::filesystem::path defaultRoot() const;
+    /// The opened chosen folder, none when the user chose none.
+    std::expected<std::optional<std::filesystem::path>, StorageError> customRoot();
+    /// The root in use: the chosen folder, else the default one. Lays out and migrates each root once.
+    std::expected<std::filesystem::path, StorageError> root();
+    void setCustomRoot(const std::filesystem::path& folder);
+    void clearCustomRoot();
+    /// Whether a chosen folder is stored but cannot be opened now; settled by the last `root`.
+    bool chosenFolderUnavailable() const;
+
+    // --- Names --------------------------------------------------------------------------------------------------
+
+    /// A name that may stand in a folder: forbidden and control characters become "-", at most 80 characters, "Image" when
+    /// nothing is left; a leading dot becomes "-", since hidden files show on no shelf.
+    static QString sanitize(const QString& name);
+    /// The folder of a collection below `folder`. Pieces are trimmed; empty ones, "." and ".." are left out.
+    static std::filesystem::path appending(const QString& collection, const std::filesystem::path& folder);
+
+    // --- Writing ------------------------------------------------------------------------------------------------
+
+    /// An image that lies ready in its shelf folder without a name: encoded and written ahead, so that naming it is all
+    /// that is left to do.
+    class Prepared;
+
+    std::expected<Prepared, StorageError> prepare(const PastedImage& image, Folder folder,
+                                                  const std::optional<QString>& collection, std::stop_token stop = {});
+    /// Places a prepared image under the first free name made from `name`.
+    std::expected<std::filesystem::path, StorageError> place(Prepared prepared, const QString& name);
+
+    /// Writes the image as PNG under the first free name. The two steps above in one.
+    std::expected<std::filesystem::path, StorageError> write(const PastedImage& image, Folder folder,
+                                                             const std::optional<QString>& collection);
+
+    struct Stored {
+        std::filesystem::path url;
+        bool wasAlreadyThere = false;
+    };
+    /// Copies a file of the shelf's own format under its own name. A file of that name (numbered ones included) and size
+    /// is taken to be the same one: it only moves to the top of the list.
+    std::expected<Stored, StorageError> storeVerbatim(const std::filesystem::path& file, Folder folder,
+                                                      const std::optional<QString>& collection,
+                                                      const platform::PendingFile::Progress& progress = {},
+                                                      std::stop_token stop = {});
+
+    /// Whether the collection already holds the picture made from `file`: a PNG of its name (numbered ones included) whose
+    /// size, or the source size stamped on it, is the file's size.
+    bool alreadySaved(const std::filesystem::path& file, Folder folder, const std::optional<QString>& collection);
+
+    static void setSourceFormat(const std::filesystem::path& file, const QString& format);
+    static void setSourceSize(const std::filesystem::path& file, qint64 size);
+    static std::optional<QString> sourceFormat(const std::filesystem::path& file);
+    static std::optional<qint64> sourceSize(const std::filesystem::path& file);
+
+    // --- Looking after files --------------------------------------------------------------------------------------
+
+    /// Removes the file for good. Only inside the library.
+    std::expected<void, StorageError> remove(const std::filesystem::path& file);
+    /// Moves a shelf's file to another collection of the same shelf; none is the shelf folder itself. Its star follows.
+    std::expected<std::filesystem::path, StorageError> move(const std::filesystem::path& file,
+                                                            const std::optional<QString>& collection);
+    /// Gives the file a new name in its folder, keeping its extension. Its star follows.
+    std::expected<std::filesystem::path, StorageError> rename(const std::filesystem::path& file, const QString& name);
+    bool createCollection(const QString& name, Folder folder);
+
+    /// The shelf folder that a library file lies under; none outside the library.
+    std::optional<std::filesystem::path> shelfFolderOf(const std::filesystem::path& file);
+
+    // --- Listing --------------------------------------------------------------------------------------------------
+
+    /// The shelf's files, newest first. Never fails: what cannot be read is empty.
+    LibraryItems items(Folder folder);
+    LibraryItems recentItems();
+    /// Every collection folder of a shelf, empty ones too, ascending.
+    QStringList collectionFolders(Folder folder);
+    /// The collections that at least one item carries, ascending.
+    static QStringList collections(const LibraryItems& items);
+    ShelfCounts shelfCounts();
+
+    /// Deletes the oldest files of Recent down to `limit`; below 1 nothing. Returns how many.
+    int pruneRecent(int limit);
+
+    // --- Favourites -------------------------------------------------------------------------------------------------
+
+    /// A file's favourite key: its path below the root, or its full path outside.
+    QString favoriteKey(const std::filesystem::path& file);
+    QSet<QString> favorites() const;
+    /// Returns the new state.
+    bool toggleFavorite(const std::filesystem::path& file);
+    void setFavorites(std::span<const std::filesystem::path> files, bool favorite);
+
+private:
+    platform::SettingsStore& m_settings;
+    platform::Bookmarks& m_bookmarks;
+    const platform::Desktop& m_desktop;
+    const std::optional<std::filesystem::path> m_rootForThisRun;
+
+    mutable std::mutex m_mutex;
+    std::optional<std::filesystem::path> m_openedFolder; ///< the chosen folder as picked, access started
+    bool m_chosenFolderUnavailable = false;
+    std::set<std::filesystem::path> m_migrated;
+};
+
+class Storage::Prepared {
+public:
+    Prepared(Prepared&&) noexcept = default;
+    Prepared& operator=(Prepared&&) noexcept = default;
+
+private:
+    friend class Storage;
+    Prepared(platform::PendingFile file, std::filesystem::path folder)
+        : m_file(std::move(file))
+        , m_folder(std::move(folder)) {}
+
+    platform::PendingFile m_file;
+    std::filesystem::path m_folder;
+};
+
+} // namespace quillary

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+class QMimeData;
+
+namespace quillary::platform {
+
+/// One dragged item: a file, a picture as data, or a clip, under every type it is offered as. A value, complete when it is
+/// made; any thread.
+class ItemProvider {
+public:
+    ItemProvider() = default;
+    static ItemProvider file(const std::filesystem::path& url);
+
+    /// Types are tried by readers in their own order; registering a type again replaces its data.
+    void registerData(const QString& type, QByteArray data);
+    void setSuggestedName(const QString& name) { m_suggestedName = name; }
+
+    const QStringList& types() const { return m_types; }
+    /// Whether a type is offered that is `type` or a kind of it.
+    bool hasItemConforming(const QString& type) const;
+    std::optional<QByteArray> data(const QString& type) const;
+    /// The file it stands for, if any.
+    const std::optional<std::filesystem::path>& fileURL() const { return m_fileURL; }
+    const std::optional<QString>& suggestedName() const { return m_suggestedName; }
+
+private:
+    QStringList m_types;
+    QMap<QString, QByteArray> m_data;
+    std::optional<std::filesystem::path> m_fileURL;
+    std::optional<QString> m_suggestedName;
+};
+
+/// Takes over what a drop brings, while the drop lasts: one item for each file, or one for a picture that comes as data.
+/// Main thread.
+std::vector<ItemProvider> itemProviders(const QMimeData& drop);
+
+} // namespace quillary::platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+#include <optional>
+
+namespace quillary::platform {
+
+/// A source of typed data: the desktop's clipboard, or what a drag brought. Types are MIME names here.
+///
+/// Every call answers within a few seconds, also when the owner of the data hangs: what could not be had in time reads as
+/// absent. An implementation says in its header on which threads it may be asked.
+class Pasteboard {
+public:
+    virtual ~Pasteboard() = default;
+
+    /// In the owner's order, without the system's bookkeeping types. Empty when there is nothing.
+    virtual QStringList types() = 0;
+    virtual std::optional<QByteArray> data(const QString& type) = 0;
+
+    /// The plain text, read as UTF-8; absent when there is none.
+    std::optional<QString> string();
+    /// Every URL on it, files first where a file manager says which files it means, then the addresses a browser tells
+    /// (its URL list, its link, the picture's address in its HTML).
+    QList<QUrl> urls();
+};
+
+} // namespace quillary::platform

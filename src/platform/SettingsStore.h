@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <functional>
+
+namespace quillary::platform {
+
+/// The per-user key-value store. Every read sees what another process stored a moment ago. Main thread or worker alike:
+/// implementations lock.
+class SettingsStore {
+public:
+    virtual ~SettingsStore() = default;
+
+    /// Invalid when the key is not set. Stores that keep text give text: readers convert.
+    virtual QVariant value(const QString& key) const = 0;
+    virtual void setValue(const QString& key, const QVariant& value) = 0;
+    virtual void remove(const QString& key) = 0;
+
+    /// Reads, changes and writes one key in one step, also against other processes. An invalid result removes the key.
+    virtual void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) = 0;
+};
+
+} // namespace quillary::platform

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "values/LibraryItem.h"
+
+#include <QString>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace quillary {
+
+/// One stored block: a compound clip kept with its media. Identified by its file.
+struct Arrangement {
+    struct Layer {
+        enum class Kind { title, graphic, clip, other };
+
+        QString name;
+        int lane = 0; ///< 0 is the primary storyline, positive lanes lie above it, negative ones below
+        Kind kind = Kind::other;
+
+        bool operator==(const Layer&) const = default;
+    };
+
+    struct Summary {
+        std::vector<Layer> layers; ///< in document order
+        double seconds = 0;
+        bool usesGlidemark = false;
+
+        bool operator==(const Summary&) const = default;
+    };
+
+    std::filesystem::path url;
+    QString name; ///< file name without its extension
+    FileDate modified = distantPast;
+    std::optional<QString> collection = {};
+    Summary summary = {};
+
+    bool operator==(const Arrangement&) const = default;
+};
+
+} // namespace quillary

@@ -3,12 +3,7 @@ find_package(Threads REQUIRED)
 
 add_library(quillary_options INTERFACE)
 target_compile_options(quillary_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wno-gnu-statement-expression)
-# TRY is a statement expression, which -Wpedantic of g++ cannot be told to accept by name.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  target_compile_options(quillary_options INTERFACE -Wno-pedantic)
-endif()
+  -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual)
 target_compile_definitions(quillary_options INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH)
 if(QUILLARY_SANITIZE)

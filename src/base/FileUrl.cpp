@@ -25,7 +25,7 @@ int hexDigit(char c) {
 
 QByteArray fileUrl(const std::filesystem::path& path) {
     constexpr char digits[] = "0123456789ABCDEF";
-    QByteArray url(scheme);
+    QByteArray url(scheme.data(), static_cast<qsizetype>(scheme.size()));
     for (const char c : path.native()) {
         if (staysBare(c)) {
             url += c;

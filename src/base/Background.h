@@ -12,7 +12,7 @@
 
 namespace quillary {
 
-/// One line of background work whose newest request wins.
+/// One line of background work: `run` for requests of which the newest wins, `every` for work that must be done.
 ///
 /// A worker is a plain function that takes a std::stop_token and returns a value. It runs on the pool; its result comes
 /// home to the thread of this object and is handed to `done` there, but only if no newer `run`, no `cancel` and no
@@ -37,35 +37,22 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Background)
 
+    /// Starts a request that replaces the one before it.
     template <std::invocable<std::stop_token> Work, typename Done> void run(Work work, Done done) {
-        using Result = std::invoke_result_t<Work, std::stop_token>;
-        struct Job {
-            Work work;
-            Done done;
-            std::stop_token stop;
-            quint64 request;
-            std::shared_ptr<Link> link;
-            std::optional<Result> result;
-        };
         cancel();
         m_stop = std::stop_source();
         m_busy = true;
-        auto job = std::make_shared<Job>(std::move(work), std::move(done), m_stop.get_token(), m_request, m_link);
-        m_pool.start([job = std::move(job)] {
-            if (job->stop.stop_requested()) return;
-            job->result.emplace(job->work(job->stop));
-            const std::scoped_lock lock(job->link->mutex);
-            Background* home = job->link->home;
-            if (!home) return;
-            QMetaObject::invokeMethod(
-                home,
-                [home, job] {
-                    if (job->request != home->m_request) return;
-                    home->m_busy = false;
-                    job->done(std::move(*job->result));
-                },
-                Qt::QueuedConnection);
+        start(std::move(work), m_stop.get_token(), [this, request = m_request, done = std::move(done)](auto result) {
+            if (request != m_request) return;
+            m_busy = false;
+            done(std::move(result));
         });
+    }
+
+    /// Starts work whose result always counts, whatever else is asked: nothing replaces or cancels it. The pool finishes it
+    /// even when this object goes; only `done` is then not called.
+    template <std::invocable<std::stop_token> Work, typename Done> void every(Work work, Done done) {
+        start(std::move(work), std::stop_token(), std::move(done));
     }
 
     /// Makes the running request void. Its worker may run to its end; nobody hears of it.
@@ -86,6 +73,26 @@ private:
         std::mutex mutex;
         Background* home;
     };
+
+    template <typename Work, typename Done> void start(Work work, std::stop_token stop, Done done) {
+        using Result = std::invoke_result_t<Work, std::stop_token>;
+        struct Job {
+            Work work;
+            Done done;
+            std::stop_token stop;
+            std::shared_ptr<Link> link;
+            std::optional<Result> result;
+        };
+        auto job = std::make_shared<Job>(std::move(work), std::move(done), std::move(stop), m_link);
+        m_pool.start([job = std::move(job)] {
+            if (job->stop.stop_requested()) return;
+            job->result.emplace(job->work(job->stop));
+            const std::scoped_lock lock(job->link->mutex);
+            if (!job->link->home) return;
+            QMetaObject::invokeMethod(
+                job->link->home, [job] { job->done(std::move(*job->result)); }, Qt::QueuedConnection);
+        });
+    }
 
     QThreadPool& m_pool;
     std::shared_ptr<Link> m_link;

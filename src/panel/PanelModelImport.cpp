@@ -1,0 +1,100 @@
+#include "library/AppSettings.h"
+#include "panel/PanelModel.h"
+#include "panel/PanelModelWriting.h"
+#include "platform/ItemProvider.h"
+
+#include <algorithm>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const QString nothingReadable = QStringLiteral("Nothing readable in that drop.");
+const QString dropPictures = QStringLiteral("Drop PNG, TIFF, JPEG, SVG or PDF files.");
+const QString unreadableFile = QStringLiteral("Could not read that file.");
+const QString tryAnother = QStringLiteral("Try a PNG, TIFF, JPEG, SVG or PDF.");
+const QString unreadableImage = QStringLiteral("Could not read that image.");
+
+/// The best type of image that an item carries as data or file; none when it is no image.
+std::optional<QString> imageType(const platform::ItemProvider& item) {
+    for (const QString& type : ImageIntake::bitmapPriority() + ImageIntake::vectorTypes())
+        if (item.types().contains(type)) return type;
+    for (const QString& accepted : ImageIntake::acceptedFileTypes())
+        for (const QString& type : item.types())
+            if (platform::conforms(type, accepted)) return type;
+    return {};
+}
+
+} // namespace
+
+void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
+    if (std::ranges::any_of(items, [](const auto& item) { return FCPXMLPasteboard::carriesClips(item); })) {
+        setTab(Tab::library);
+        setLibraryKind(LibraryKind::blocks);
+        note(QStringLiteral("This version cannot keep Final Cut clips yet"));
+        return;
+    }
+    if (items.size() == 1 && imageType(items.front())) {
+        stageDropped(items.front());
+        return;
+    }
+    std::vector<fs::path> urls;
+    for (const platform::ItemProvider& item : items)
+        if (item.fileURL()) urls.push_back(*item.fileURL());
+    if (urls.empty()) fail(nothingReadable, dropPictures);
+    else saveToLibrary(urls);
+}
+
+void PanelModel::stageDropped(const platform::ItemProvider& item) {
+    const int longEdge = m_settings.vectorLongEdge();
+    if (item.fileURL()) {
+        load([file = *item.fileURL(), longEdge](std::stop_token stop) -> State {
+            if (auto image = ImageIntake::read(file, longEdge, stop)) return *std::move(image);
+            return Failed{unreadableFile, tryAnother};
+        });
+        return;
+    }
+    const QString type = *imageType(item);
+    load([data = item.data(type).value_or(QByteArray()), type, longEdge,
+          name = item.suggestedName().value_or(PastedImage::defaultName())](std::stop_token stop) -> State {
+        if (auto image = ImageIntake::read(data, name, type, longEdge, stop)) return *std::move(image);
+        return Failed{unreadableImage, std::nullopt};
+    });
+}
+
+void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
+    auto progress = std::make_shared<BatchProgress>();
+    progress->total = static_cast<int>(urls.size());
+    m_batches.push_back(progress);
+    showImportProgress();
+    m_progressTick.start();
+
+    const BatchTarget target{m_collectionFilter.collection(), m_videoCollection, m_audioCollection};
+    m_saving.every(
+        [urls, target, progress, &storage = m_storage, longEdge = m_settings.vectorLongEdge(),
+         closing = m_closing.get_token()](const std::stop_token&) {
+            return performSave(urls, storage, target, longEdge, *progress, closing);
+        },
+        [this](const BatchResult& result) { finishBatch(result); });
+}
+
+void PanelModel::finishBatch(const BatchResult& result) {
+    m_batches.pop_front();
+    showImportProgress();
+    if (m_batches.empty()) m_progressTick.stop();
+    if (result.images > 0) refreshLibrary();
+    if (result.videos > 0) refreshVideos();
+    if (result.sounds > 0) refreshAudio();
+    if (m_tab != Tab::library) setTab(Tab::library);
+    setLibrarySaveNote(result.summary());
+}
+
+void PanelModel::showImportProgress() {
+    std::optional<ImportProgress> shown;
+    if (!m_batches.empty()) shown = {m_batches.front()->done, m_batches.front()->total};
+    if (shown != m_importProgress) write(m_importProgress, shown, &PanelModel::importProgressChanged);
+}
+
+} // namespace quillary

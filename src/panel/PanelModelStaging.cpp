@@ -1,0 +1,256 @@
+#include "base/FileUrl.h"
+#include "base/Text.h"
+#include "library/AppSettings.h"
+#include "panel/PanelModel.h"
+#include "panel/PanelModelWriting.h"
+#include "platform/Clipboard.h"
+
+#include <algorithm>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const QString clipsMessage = QStringLiteral("Final Cut clips can’t be pasted");
+const QString clipsHint = QStringLiteral("Drag the compound clip from the browser instead.");
+const QString smallPicture =
+    QStringLiteral("Small for a 4K timeline — fine at this size on screen, soft if you scale it up.");
+constexpr double softBelow = 1000; ///< pixels of the longer side
+
+QString withoutSlashes(QString name) {
+    name.replace(u'/', u'-').replace(u':', u'-');
+    return name.trimmed();
+}
+
+const QString unreadable = QStringLiteral("Could not read that image.");
+
+PanelModel::State staged(std::expected<PastedImage, ImageIntakeError> image) {
+    if (image) return *std::move(image);
+    const QString message = image.error().description();
+    return PanelModel::Failed{message.isEmpty() ? unreadable : message, image.error().recoverySuggestion()};
+}
+
+} // namespace
+
+PanelModel::Stage PanelModel::stage() const {
+    if (std::holds_alternative<PastedImage>(m_state)) return Stage::loaded;
+    return std::holds_alternative<Failed>(m_state) ? Stage::failed : Stage::empty;
+}
+
+void PanelModel::setState(State state) {
+    write(m_state, std::move(state), &PanelModel::stateChanged);
+    Q_EMIT displayImageChanged();
+}
+
+void PanelModel::fail(const QString& message, const std::optional<QString>& hint) {
+    m_staging.cancel();
+    setState(Failed{message, hint});
+    Q_EMIT stagingChanged();
+}
+
+void PanelModel::setStaged(std::optional<fs::path> url) {
+    writeIfDifferent(m_staged, std::move(url), &PanelModel::stagedChanged);
+}
+
+void PanelModel::setLibrarySaveNote(std::optional<QString> text) {
+    write(m_librarySaveNote, std::move(text), &PanelModel::librarySaveNoteChanged);
+}
+
+void PanelModel::handlePaste() {
+    const bool blocks = m_tab == Tab::library && m_libraryKind == LibraryKind::blocks;
+    const bool selected = m_selectedBlock && std::ranges::contains(m_blocks, *m_selectedBlock, &Arrangement::url);
+    // With a block selected the pasted picture is its poster, never a new staged image.
+    if (blocks && selected) return;
+    paste();
+}
+
+void PanelModel::load(const Maker& make) {
+    setStaged({});
+    setLibrarySaveNote({});
+    resetCutout();
+    m_prepared.reset();
+    m_export.cancel();
+    m_staging.run(make, [this](State next) {
+        setState(std::move(next));
+        Q_EMIT stagingChanged();
+        prepareExport();
+    });
+    Q_EMIT stagingChanged();
+}
+
+void PanelModel::paste() {
+    load([contents = m_clipboard.contents(), longEdge = m_settings.vectorLongEdge()](std::stop_token stop) -> State {
+        if (FCPXMLPasteboard::holdsFinalCutClips(*contents)) return Failed{clipsMessage, clipsHint};
+        return staged(ImageIntake::read(*contents, longEdge, stop));
+    });
+}
+
+void PanelModel::load(const fs::path& file) {
+    load([file, longEdge = m_settings.vectorLongEdge()](std::stop_token stop) {
+        return staged(ImageIntake::read(file, longEdge, stop));
+    });
+}
+
+void PanelModel::load(const QByteArray& data, const QString& named, const QString& type) {
+    load([data, named, type, longEdge = m_settings.vectorLongEdge()](std::stop_token stop) {
+        return staged(ImageIntake::read(data, named, type, longEdge, stop));
+    });
+}
+
+void PanelModel::editInIntake(const LibraryItem& item) {
+    load(item.url);
+    setTab(Tab::intake);
+}
+
+void PanelModel::clear() {
+    m_staging.cancel();
+    setStaged({});
+    setLibrarySaveNote({});
+    resetCutout();
+    setState(Empty{});
+    Q_EMIT stagingChanged();
+    prepareExport();
+}
+
+void PanelModel::renameCurrent(const QString& proposed) {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return;
+    const QString name = withoutSlashes(proposed);
+    if (name.isEmpty() || name == image->name) return;
+    PastedImage renamed = *image;
+    renamed.name = name;
+    setState(std::move(renamed));
+    setStaged({});
+    prepareExport();
+}
+
+std::expected<PastedImage, ImageIntakeError> PanelModel::imageToExport() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return std::unexpected(ImageIntakeError::nothingUsable());
+    PastedImage exported = *image;
+    if (m_showCutout && hasCutout()) {
+        exported.image = m_cutout;
+        exported.pixelSize = m_cutout.size();
+        exported.hasAlphaChannel = true;
+        exported.name += QStringLiteral(" cutout");
+    }
+    return exported;
+}
+
+QImage PanelModel::displayImage() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return {};
+    return m_showCutout && hasCutout() ? m_cutout : image->image;
+}
+
+std::optional<QString> PanelModel::resolutionWarning() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return {};
+    const double longer = std::max(image->pixelSize.width(), image->pixelSize.height());
+    return longer < softBelow ? std::optional(smallPicture) : std::nullopt;
+}
+
+void PanelModel::saveInBackground(std::function<std::expected<QString, QString>()> save) {
+    m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
+                   [this](const std::expected<QString, QString>& note) {
+                       if (note) refreshLibrary();
+                       setLibrarySaveNote(note ? *note : note.error());
+                   });
+}
+
+void PanelModel::saveCurrentToLibrary() {
+    if (stage() != Stage::loaded) return;
+    const bool cutout = m_showCutout && hasCutout();
+    saveInBackground([image = *imageToExport(), collection = m_collectionFilter.collection(), cutout,
+                      &storage = m_storage]() -> std::expected<QString, QString> {
+        const auto written = storage.write(image, Storage::Folder::images, collection);
+        if (!written) return std::unexpected(written.error().description());
+        return cutout ? QStringLiteral("Cutout saved to your library") : QStringLiteral("Saved to your library");
+    });
+}
+
+void PanelModel::prepareExport() {
+    m_prepared.reset();
+    m_export.cancel();
+    const auto exported = imageToExport();
+    if (!exported) return;
+    using Ready = std::expected<Storage::Prepared, StorageError>;
+    m_export.run(
+        [image = *exported, &storage = m_storage](std::stop_token stop) -> Ready {
+            return storage.prepare(image, Storage::Folder::recent, {}, stop);
+        },
+        [this](Ready prepared) {
+            // A failure is told when the drag tries again.
+            if (prepared) m_prepared = std::move(*prepared);
+        });
+}
+
+std::expected<fs::path, QString> PanelModel::fileOnDisk() {
+    std::error_code ignored;
+    if (m_staged && fs::exists(*m_staged, ignored)) return *m_staged;
+    const auto exported = imageToExport();
+    if (!exported) return std::unexpected(exported.error().description());
+
+    std::expected<fs::path, StorageError> written = std::unexpected(StorageError::noRoot());
+    if (m_prepared) written = m_storage.place(*std::exchange(m_prepared, {}), exported->name);
+    m_export.cancel();
+    // Not encoded ahead, or its folder went away meanwhile: the long way.
+    if (!written) written = m_storage.write(*exported, Storage::Folder::recent, {});
+    if (!written) return std::unexpected(written.error().description());
+    setStaged(*written);
+    pruneRecentInBackground();
+    return *written;
+}
+
+void PanelModel::pruneRecentInBackground() {
+    m_saving.every(
+        [&storage = m_storage, limit = m_settings.recentLimit()](const std::stop_token&) {
+            return storage.pruneRecent(limit);
+        },
+        [this](int) { refreshLibrary(); });
+}
+
+QString PanelModel::stagedFileUrl() {
+    const auto file = fileOnDisk();
+    if (file) return QString::fromLatin1(fileUrl(*file));
+    setLibrarySaveNote(file.error());
+    return {};
+}
+
+QString PanelModel::failureMessage() const {
+    const auto* failed = std::get_if<Failed>(&m_state);
+    return failed ? failed->message : QString();
+}
+
+QString PanelModel::failureHint() const {
+    const auto* failed = std::get_if<Failed>(&m_state);
+    return failed ? failed->hint.value_or(QString()) : QString();
+}
+
+QString PanelModel::stagedName() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    return image ? image->name : QString();
+}
+
+QString PanelModel::stagedDimensions() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return {};
+    return QStringLiteral("%1 × %2").arg(image->pixelSize.width()).arg(image->pixelSize.height());
+}
+
+QString PanelModel::stagedProvenance() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    return image ? image->provenance() : QString();
+}
+
+QString PanelModel::stagedBadge() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return {};
+    if (m_showCutout && hasCutout())
+        return QStringLiteral("cutout · ") + (m_cutoutMethod ? label(*m_cutoutMethod).toLower() : QString());
+    return image->hasAlphaChannel ? QStringLiteral("RGBA") : QStringLiteral("RGB");
+}
+
+} // namespace quillary

@@ -1,0 +1,81 @@
+#include "panel/QuillaryViewController.h"
+
+#include "platform/Desktop.h"
+
+#include <QQmlEngine>
+#include <QVariantAnimation>
+
+namespace quillary {
+
+namespace {
+
+constexpr int fadeInMilliseconds = 150;
+
+}
+
+QuillaryViewController::QuillaryViewController(const PanelModel::Collaborators& with, const platform::Desktop& desktop,
+                                               QObject* parent)
+    : QObject(parent)
+    , m_model(with)
+    , m_desktop(desktop) {}
+
+QuillaryViewController::~QuillaryViewController() = default;
+
+PanelContainerView* QuillaryViewController::loadView(QQmlEngine& engine, const QUrl& rootView) {
+    QQmlComponent component(&engine, rootView);
+    std::unique_ptr<QObject> root(
+        component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_model)}}));
+    m_hosting = qobject_cast<QQuickItem*>(root.get());
+    if (!m_hosting) {
+        qWarning("%s", qPrintable(component.errorString()));
+        return nullptr;
+    }
+    m_view = std::make_unique<PanelContainerView>();
+    m_view->setSize(initialSize);
+    m_view->onPaste = [this] { m_model.handlePaste(); };
+    root.release()->setParent(m_view.get());
+    m_hosting->setParentItem(m_view.get());
+    m_hosting->setOpacity(0);
+    const auto follow = [this] { m_hosting->setSize(m_view->size()); };
+    connect(m_view.get(), &QQuickItem::widthChanged, m_hosting, follow);
+    connect(m_view.get(), &QQuickItem::heightChanged, m_hosting, follow);
+    follow();
+    return m_view.get();
+}
+
+void QuillaryViewController::viewDidLayout() {
+    if (!m_view || !m_view->parentItem()) return;
+    m_view->setPosition({});
+    m_view->setSize(m_view->parentItem()->size());
+    reveal();
+}
+
+void QuillaryViewController::reveal() {
+    if (m_revealed || !m_view || !m_view->parentItem()) return;
+    m_revealed = true;
+    // After the current layout, so that the first frame already has its final size.
+    QMetaObject::invokeMethod(this, &QuillaryViewController::fadeIn, Qt::QueuedConnection);
+}
+
+void QuillaryViewController::fadeIn() {
+    if (m_desktop.prefersReducedMotion()) {
+        m_hosting->setOpacity(1);
+        return;
+    }
+    auto* fade = new QVariantAnimation(m_hosting);
+    fade->setDuration(fadeInMilliseconds);
+    fade->setStartValue(0.0);
+    fade->setEndValue(1.0);
+    connect(fade, &QVariantAnimation::valueChanged, m_hosting,
+            [hosting = m_hosting](const QVariant& opacity) { hosting->setOpacity(opacity.toReal()); });
+    fade->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+void QuillaryViewController::viewDidAppear() {
+    reveal();
+    m_model.refreshLibrary();
+    m_model.refreshVideos();
+    m_model.refreshAudio();
+}
+
+} // namespace quillary

@@ -20,7 +20,8 @@ std::optional<QByteArray> accepted(std::optional<QByteArray> bytes) {
 } // namespace
 
 const QStringList& types() {
-    static const QStringList all = {primary, primary + u".v1-14", primary + u".v1-13", primary + u".v1-12", plainText};
+    static const QStringList all = {primary, primary + QStringLiteral(".v1-14"), primary + QStringLiteral(".v1-13"),
+                                    primary + QStringLiteral(".v1-12"), plainText};
     return all;
 }
 

@@ -140,6 +140,7 @@ public:
 
     /// A file's favourite key: its path below the root, or its full path outside.
     QString favoriteKey(const std::filesystem::path& file);
+    static QString favoriteKey(const std::filesystem::path& file, const std::filesystem::path& root);
     QSet<QString> favorites() const;
     /// Returns the new state.
     bool toggleFavorite(const std::filesystem::path& file);

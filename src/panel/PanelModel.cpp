@@ -3,6 +3,7 @@
 #include "library/AppSettings.h"
 #include "panel/PanelModelWriting.h"
 #include "panel/ShelfListing.h"
+#include "values/CollectionNode.h"
 
 #include <array>
 #include <chrono>

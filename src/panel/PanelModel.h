@@ -370,8 +370,6 @@ private:
     AppSettings& m_settings;
     BuiltInLibrary& m_builtIns;
     platform::Clipboard& m_clipboard;
-    QThreadPool& m_saves;
-
     State m_state = Empty{};
     Tab m_tab = Tab::intake;
     SearchableItems m_library;

@@ -2,6 +2,7 @@
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
 #include "platform/ItemProvider.h"
+#include "platform/UniformTypes.h"
 
 #include <algorithm>
 

@@ -26,7 +26,7 @@ QString withoutSlashes(QString name) {
 
 const QString unreadable = QStringLiteral("Could not read that image.");
 
-PanelModel::State staged(std::expected<PastedImage, ImageIntakeError> image) {
+PanelModel::State stateOf(std::expected<PastedImage, ImageIntakeError> image) {
     if (image) return *std::move(image);
     const QString message = image.error().description();
     return PanelModel::Failed{message.isEmpty() ? unreadable : message, image.error().recoverySuggestion()};
@@ -60,7 +60,8 @@ void PanelModel::setLibrarySaveNote(std::optional<QString> text) {
 
 void PanelModel::handlePaste() {
     const bool blocks = m_tab == Tab::library && m_libraryKind == LibraryKind::blocks;
-    const bool selected = m_selectedBlock && std::ranges::contains(m_blocks, *m_selectedBlock, &Arrangement::url);
+    const bool selected =
+        m_selectedBlock && std::ranges::find(m_blocks, *m_selectedBlock, &Arrangement::url) != m_blocks.end();
     // With a block selected the pasted picture is its poster, never a new staged image.
     if (blocks && selected) return;
     paste();
@@ -83,19 +84,19 @@ void PanelModel::load(const Maker& make) {
 void PanelModel::paste() {
     load([contents = m_clipboard.contents(), longEdge = m_settings.vectorLongEdge()](std::stop_token stop) -> State {
         if (FCPXMLPasteboard::holdsFinalCutClips(*contents)) return Failed{clipsMessage, clipsHint};
-        return staged(ImageIntake::read(*contents, longEdge, stop));
+        return stateOf(ImageIntake::read(*contents, longEdge, stop));
     });
 }
 
 void PanelModel::load(const fs::path& file) {
-    load([file, longEdge = m_settings.vectorLongEdge()](std::stop_token stop) {
-        return staged(ImageIntake::read(file, longEdge, stop));
+    load([file, longEdge = m_settings.vectorLongEdge()](std::stop_token stop) -> State {
+        return stateOf(ImageIntake::read(file, longEdge, stop));
     });
 }
 
 void PanelModel::load(const QByteArray& data, const QString& named, const QString& type) {
-    load([data, named, type, longEdge = m_settings.vectorLongEdge()](std::stop_token stop) {
-        return staged(ImageIntake::read(data, named, type, longEdge, stop));
+    load([data, named, type, longEdge = m_settings.vectorLongEdge()](std::stop_token stop) -> State {
+        return stateOf(ImageIntake::read(data, named, type, longEdge, stop));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <filesystem>
+#include <memory>
 #include <optional>
 
 namespace quillary::platform {
@@ -24,5 +25,10 @@ public:
     virtual bool startAccess(const std::filesystem::path& folder) = 0;
     virtual void stopAccess(const std::filesystem::path& folder) = 0;
 };
+
+/// The bookmarks of this system. Where there is no sandbox they are stored paths, links resolved when they are made,
+/// and access is always granted. They name a folder that is gone just as well, so callers look whether it exists; one
+/// is stale when its path has come to lead elsewhere through a link, as after a folder moved and left a link behind.
+std::unique_ptr<Bookmarks> systemBookmarks();
 
 } // namespace quillary::platform

@@ -9,6 +9,7 @@
 #include <expected>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <span>
 #include <stop_token>
 #include <string>
@@ -19,9 +20,9 @@ namespace quillary::platform {
 /// A file that is being written and has no name yet.
 ///
 /// It comes to life in the folder where it will stand, is filled and stamped there, and gets its name in one step when
-/// it is whole. Until then nobody sees it, and a kill at any instant leaves nothing: the file is unnamed (O_TMPFILE), or,
-/// where the file system cannot do that, a hidden temporary file (".quillary-….part") that is locked while its writer
-/// lives and is cleared by `removeAbandonedFiles` once nobody holds the lock.
+/// it is whole. Until then nobody sees it, and a kill at any instant leaves nothing: the file is unnamed (O_TMPFILE),
+/// or, where the file system cannot do that, a hidden temporary file (".quillary-….part") that is locked while its
+/// writer lives and is cleared by `removeAbandonedFiles` once nobody holds the lock.
 ///
 /// Not thread-safe; may be handed from one thread to another. Dropping it without placing it removes it.
 class PendingFile {
@@ -39,38 +40,49 @@ public:
 
     /// Fills the file with the bytes, the extended attributes and the permission bits of `source`, by reflink where the
     /// file system shares blocks, else by copy_file_range, else by reading and writing. Attributes that cannot be kept
-    /// are passed over. A stop request ends it with ECANCELED.
+    /// are passed over; its date is not kept. Only regular files are copied: others fail with EINVAL or EISDIR. A stop
+    /// request ends it with ECANCELED.
     std::expected<void, FileError> copyFrom(const std::filesystem::path& source, const Progress& progress = {},
                                             std::stop_token stop = {});
 
-    /// Stamps an extended attribute; `name` without the system's prefix. A file system without attributes is passed over.
+    /// Stamps an extended attribute; `name` without the system's prefix. A file system without attributes is passed
+    /// over.
     void setAttribute(std::string_view name, std::string_view value);
     void setModified(std::chrono::system_clock::time_point time);
 
-    /// Waits until the bytes are on the disk, so that even a power cut after `place` finds them.
+    /// Waits until the bytes are on the disk, so that whatever bears the name after a power cut is whole. Files of the
+    /// library are synced before they are placed; those of Recent are not, since a drag waits for them.
     std::expected<void, FileError> sync();
 
     /// Gives the file the first free name of the sequence in its folder. The file system decides which is free, in one
     /// step, so two processes never get the same one and nothing is ever overwritten. Afterwards this object is empty.
     std::expected<std::filesystem::path, FileError> place(const NumberedName& names);
 
-    /// Takes the place of `target`, which lies in the same folder, in one step: readers find the old file or the new one.
+    /// Takes the place of `target`, which lies in the same folder, in one step: readers find the old file or the new
+    /// one. A link at `target` is itself replaced. Afterwards this object is empty.
     std::expected<void, FileError> replace(const std::filesystem::path& target);
 
 private:
     explicit PendingFile(std::filesystem::path folder);
+    /// Opens the hidden, locked file of folders that know no unnamed ones.
+    std::expected<void, FileError> createHidden();
+    /// What is done last, since a file may lose its writability with it.
+    void applyPermissions();
+    void finish() noexcept;
     void discard() noexcept;
 
     std::filesystem::path m_folder;
     std::filesystem::path m_temporary; ///< empty while the file is unnamed
     int m_descriptor = -1;
+    std::optional<unsigned> m_permissions; ///< bits of the file that was copied
 };
 
 /// Moves a file to the first free name of the sequence in `folder`, never over another file. Within one file system it
-/// is one rename; across two it is a whole copy, attributes and date included, and only then is the source removed.
-std::expected<std::filesystem::path, FileError> moveToFreeName(const std::filesystem::path& source,
-                                                               const std::filesystem::path& folder,
-                                                               const NumberedName& names);
+/// is one rename, which moves folders and links as such; across two it is a whole copy of the file, attributes and date
+/// included, and only then is the source removed. A file system that can neither refuse to overwrite nor link may show
+/// an empty file under the new name for an instant.
+std::expected<std::filesystem::path, FileError>
+moveToFreeName(const std::filesystem::path& source, const std::filesystem::path& folder, const NumberedName& names);
 
 /// Removes the temporary files that killed writers left directly in `folder`.
 void removeAbandonedFiles(const std::filesystem::path& folder);

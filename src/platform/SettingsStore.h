@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <QVariant>
+#include <filesystem>
 #include <functional>
+#include <memory>
 
 namespace quillary::platform {
 
@@ -20,5 +22,10 @@ public:
     /// Reads, changes and writes one key in one step, also against other processes. An invalid result removes the key.
     virtual void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) = 0;
 };
+
+/// The user's own store. What cannot be written (a read-only home) is kept for this run only.
+std::unique_ptr<SettingsStore> userSettings();
+/// A store in a file of its own.
+std::unique_ptr<SettingsStore> settingsIn(const std::filesystem::path& file);
 
 } // namespace quillary::platform

@@ -1,0 +1,97 @@
+#include "platform/Pasteboard.h"
+
+#include <QStringConverter>
+#include <QStringDecoder>
+#include <array>
+
+namespace quillary::platform {
+
+namespace {
+
+constexpr std::array plainTextTypes{
+    u"text/plain;charset=utf-8",
+    u"public.utf8-plain-text",
+    u"UTF8_STRING",
+    u"text/plain",
+};
+
+/// Text that other programs wrote: a byte order mark or a zero in the second byte tells UTF-16, else it is UTF-8.
+QString decoded(const QByteArray& bytes) {
+    const bool marked = bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+    const bool wide = marked || (bytes.size() >= 2 && bytes[0] != '\0' && bytes[1] == '\0');
+    QStringDecoder decoder(marked ? QStringConverter::Utf16
+                           : wide ? QStringConverter::Utf16LE
+                                  : QStringConverter::Utf8);
+    QString text = decoder.decode(bytes);
+    // Some owners count the terminator among their bytes.
+    while (text.endsWith(QChar::Null)) text.chop(1);
+    return text;
+}
+
+/// One address to a line, as in RFC 2483.
+QList<QByteArray> lines(const QByteArray& list) {
+    QList<QByteArray> found;
+    for (QByteArray line : list.split('\n')) {
+        line = line.trimmed();
+        while (line.endsWith('\0')) line.chop(1);
+        if (!line.isEmpty() && !line.startsWith('#')) found.append(line);
+    }
+    return found;
+}
+
+/// The value of `src` in the first picture's tag; empty when there is none.
+QString firstPicture(const QString& html) {
+    qsizetype at = html.indexOf(u"<img", 0, Qt::CaseInsensitive);
+    if (at < 0) return {};
+    const qsizetype end = html.indexOf(u'>', at);
+    const QStringView tag = QStringView(html).sliced(at, (end < 0 ? html.size() : end) - at);
+    for (at = tag.indexOf(u"src", 0, Qt::CaseInsensitive); at > 0;
+         at = tag.indexOf(u"src", at + 1, Qt::CaseInsensitive)) {
+        const QStringView rest = tag.sliced(at + 3).trimmed();
+        if (!tag[at - 1].isSpace() || !rest.startsWith(u'=')) continue;
+        const QStringView value = rest.sliced(1).trimmed();
+        if (value.isEmpty()) return {};
+        const QChar quote = value[0];
+        const bool quoted = quote == u'"' || quote == u'\'';
+        const QStringView inside = quoted ? value.sliced(1) : value;
+        qsizetype length = 0;
+        while (length < inside.size() && !(quoted ? inside[length] == quote : inside[length].isSpace())) ++length;
+        return inside.first(length).toString().replace(QStringLiteral("&amp;"), QStringLiteral("&"));
+    }
+    return {};
+}
+
+/// Adds an absolute address that can be told from data. Nothing is added twice.
+void add(QList<QUrl>& urls, const QByteArray& address) {
+    const QUrl url = QUrl::fromEncoded(address);
+    if (!url.isValid() || url.scheme().isEmpty() || url.scheme() == u"data") return;
+    if (!urls.contains(url)) urls.append(url);
+}
+
+} // namespace
+
+std::optional<QString> Pasteboard::string() {
+    const QStringList offered = types();
+    for (const QStringView type : plainTextTypes) {
+        if (!offered.contains(type)) continue;
+        if (const auto bytes = data(type.toString())) return decoded(*bytes);
+    }
+    return {};
+}
+
+QList<QUrl> Pasteboard::urls() {
+    const QStringList offered = types();
+    const auto read = [&](QStringView type) {
+        return offered.contains(type) ? data(type.toString()).value_or(QByteArray()) : QByteArray();
+    };
+    QList<QUrl> found;
+    // A file manager's own list begins with what to do with the files.
+    for (const QByteArray& line : lines(read(u"x-special/gnome-copied-files")))
+        if (line != "copy" && line != "cut") add(found, line);
+    for (const QByteArray& line : lines(read(u"text/uri-list"))) add(found, line);
+    add(found, decoded(read(u"text/x-moz-url")).section(u'\n', 0, 0).trimmed().toUtf8());
+    add(found, firstPicture(decoded(read(u"text/html"))).trimmed().toUtf8());
+    return found;
+}
+
+} // namespace quillary::platform

@@ -1,0 +1,42 @@
+#include "platform/FileAttributes.h"
+
+#include "platform/linux/Attributes.h"
+
+#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+
+namespace quillary::platform {
+
+std::optional<std::string> attribute(const std::filesystem::path& file, std::string_view name) {
+    const std::string full = attributeName(name);
+    std::array<char, 256> small;
+    ssize_t length = getxattr(file.c_str(), full.c_str(), small.data(), small.size());
+    if (length >= 0) return std::string(small.data(), static_cast<std::size_t>(length));
+    if (errno != ERANGE) return {};
+    length = getxattr(file.c_str(), full.c_str(), nullptr, 0);
+    if (length < 0) return {};
+    std::string value(static_cast<std::size_t>(length), '\0');
+    if (getxattr(file.c_str(), full.c_str(), value.data(), value.size()) != length) return {};
+    return value;
+}
+
+bool setAttribute(const std::filesystem::path& file, std::string_view name, std::string_view value) {
+    return setxattr(file.c_str(), attributeName(name).c_str(), value.data(), value.size(), 0) == 0;
+}
+
+void removeAttribute(const std::filesystem::path& file, std::string_view name) {
+    removexattr(file.c_str(), attributeName(name).c_str());
+}
+
+void clearQuarantine(const std::filesystem::path& file) {
+    removeAttribute(file, "com.apple.quarantine");
+}
+
+void stampNow(const std::filesystem::path& file) {
+    const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, timespec{0, UTIME_NOW}};
+    utimensat(AT_FDCWD, file.c_str(), times.data(), 0);
+}
+
+} // namespace quillary::platform

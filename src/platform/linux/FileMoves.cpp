@@ -1,0 +1,49 @@
+#include "base/Try.h"
+#include "platform/PendingFile.h"
+#include "platform/linux/FreeName.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillary::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::expected<fs::path, FileError> copyThenRemove(const fs::path& source, const fs::path& folder,
+                                                  const NumberedName& names) {
+    struct stat status {};
+    if (::stat(source.c_str(), &status) != 0) return std::unexpected(FileError::last());
+    auto copy = TRY(PendingFile::create(folder));
+    TRY(copy.copyFrom(source));
+    using namespace std::chrono;
+    copy.setModified(system_clock::time_point(seconds(status.st_mtim.tv_sec)) + nanoseconds(status.st_mtim.tv_nsec));
+    TRY(copy.sync());
+    auto placed = TRY(copy.place(names));
+    if (::unlink(source.c_str()) == 0) return placed;
+    // A source that cannot be removed has not moved.
+    const auto failure = FileError::last();
+    ::unlink(placed.c_str());
+    return std::unexpected(failure);
+}
+
+} // namespace
+
+std::expected<fs::path, FileError> moveToFreeName(const fs::path& source, const fs::path& folder,
+                                                  const NumberedName& names) {
+    auto moved = claimFreeName(folder, names, [&](const fs::path& name) { return renameExclusively(source, name); });
+    if (moved || moved.error().code != EXDEV) return moved;
+    return copyThenRemove(source, folder, names);
+}
+
+std::expected<void, FileError> createFolders(const fs::path& folder) {
+    std::error_code failed;
+    fs::create_directories(folder, failed);
+    if (!failed) return {};
+    const FileError failure{failed.value()};
+    if (fs::is_directory(folder, failed)) return {};
+    return std::unexpected(failure);
+}
+
+} // namespace quillary::platform

@@ -1,0 +1,134 @@
+#include "drag/DragSourceNSView.h"
+
+#include "base/FileUrl.h"
+#include "base/Text.h"
+#include "drag/DragPicture.h"
+
+#include <QCoreApplication>
+#include <QDrag>
+#include <QMimeData>
+#include <QQuickWindow>
+#include <algorithm>
+#include <utility>
+
+namespace quillary {
+
+DragSourceNSView::DragSourceNSView(QQuickItem* parent) : QQuickItem(parent) {
+    setAcceptedMouseButtons(Qt::LeftButton);
+    setAcceptHoverEvents(true);
+}
+
+void DragSourceNSView::setTitle(const QString& title) {
+    if (std::exchange(m_title, title) != title) Q_EMIT titleChanged();
+}
+
+void DragSourceNSView::setPicture(QQuickItem* picture) {
+    if (m_picture == picture) return;
+    m_picture = picture;
+    Q_EMIT pictureChanged();
+}
+
+void DragSourceNSView::setOpenHandCursor(bool on) {
+    if (std::exchange(m_openHandCursor, on) == on) return;
+    if (on)
+        setCursor(Qt::OpenHandCursor);
+    else
+        unsetCursor();
+    Q_EMIT openHandCursorChanged();
+}
+
+void DragSourceNSView::mousePressEvent(QMouseEvent* event) {
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        event->ignore();
+        return;
+    }
+    m_pressedAt = event->position();
+    setDidDrag(false);
+    // A list that scrolls must not take the press over before it becomes a drag.
+    setKeepMouseGrab(true);
+    m_look.reset();
+    if (m_picture && m_picture->isVisible() && !m_picture->size().isEmpty() && window()) {
+        const QSizeF size = dragPictureSize(m_picture->size()) * window()->effectiveDevicePixelRatio();
+        m_look = m_picture->grabToImage(size.toSize().expandedTo(QSize(1, 1)));
+    }
+}
+
+void DragSourceNSView::mouseMoveEvent(QMouseEvent* event) {
+    if (m_didDrag || !m_pressedAt || !exceedsDragThreshold(*m_pressedAt, event->position())) return;
+    if (const auto file = requestedFile()) startDrag(*file, event->position());
+}
+
+void DragSourceNSView::mouseReleaseEvent(QMouseEvent* event) {
+    const bool tap = m_pressedAt && !m_didDrag;
+    m_pressedAt.reset();
+    setDidDrag(false);
+    setKeepMouseGrab(false);
+    if (tap) Q_EMIT tapped(event->modifiers().toInt());
+}
+
+void DragSourceNSView::mouseUngrabEvent() {
+    m_pressedAt.reset();
+    setKeepMouseGrab(false);
+}
+
+void DragSourceNSView::hoverEnterEvent(QHoverEvent* event) {
+    reportHover(event);
+}
+
+void DragSourceNSView::hoverMoveEvent(QHoverEvent* event) {
+    reportHover(event);
+}
+
+void DragSourceNSView::hoverLeaveEvent(QHoverEvent* event) {
+    Q_EMIT hoverEnded();
+    event->ignore();
+}
+
+void DragSourceNSView::reportHover(QHoverEvent* event) {
+    if (width() > 0) Q_EMIT hovered(std::clamp(event->position().x() / width(), 0.0, 1.0));
+    event->ignore();
+}
+
+std::optional<std::filesystem::path> DragSourceNSView::requestedFile() {
+    if (url) return url();
+    DragRequest request;
+    Q_EMIT urlRequested(&request);
+    return pathOfFileUrl(request.url.toUtf8());
+}
+
+std::optional<QImage> DragSourceNSView::look() const {
+    if (image)
+        if (auto given = image()) return given;
+    if (!m_look || m_look->image().isNull()) return {};
+    QImage grabbed = m_look->image();
+    grabbed.setDevicePixelRatio(window()->effectiveDevicePixelRatio());
+    return grabbed;
+}
+
+void DragSourceNSView::startDrag(const std::filesystem::path& file, QPointF now) {
+    const QPointF pressedAt = *m_pressedAt;
+    const QImage picture = dragPicture(look(), m_title.isEmpty() ? shown(file.filename()) : m_title,
+                                       window()->effectiveDevicePixelRatio());
+    auto contents = std::make_unique<QMimeData>();
+    contents->setData(QStringLiteral("text/uri-list"), fileUrl(file) + "\r\n");
+    // The application is the drag's parent: a list that is refreshed meanwhile may delete this item.
+    auto* drag = new QDrag(QCoreApplication::instance());
+    drag->setMimeData(contents.release());
+    drag->setPixmap(QPixmap::fromImage(picture));
+    drag->setHotSpot(dragHotSpot(pressedAt, now, picture.deviceIndependentSize()).toPoint());
+
+    // The drag takes the button's release for itself, so the press ends here.
+    ungrabMouse();
+    setDidDrag(true);
+    const QPointer<DragSourceNSView> self(this);
+    drag->exec(Qt::CopyAction);
+    if (!self) return;
+    m_look.reset();
+    setDidDrag(false);
+}
+
+void DragSourceNSView::setDidDrag(bool on) {
+    if (std::exchange(m_didDrag, on) != on) Q_EMIT draggingChanged();
+}
+
+} // namespace quillary

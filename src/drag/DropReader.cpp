@@ -1,0 +1,35 @@
+#include "drag/DropReader.h"
+
+#include <algorithm>
+
+namespace quillary::DropReader {
+
+using platform::ItemProvider;
+
+namespace {
+
+bool isImage(const ItemProvider& item) {
+    return item.hasItemConforming(QStringLiteral("image/*")) ||
+           item.hasItemConforming(QStringLiteral("application/pdf"));
+}
+
+} // namespace
+
+void fileURLs(const std::vector<ItemProvider>& providers, QObject* context,
+              std::function<void(std::vector<std::filesystem::path>)> completion) {
+    std::vector<std::filesystem::path> files;
+    for (const ItemProvider& item : providers)
+        if (item.fileURL()) files.push_back(*item.fileURL());
+    QMetaObject::invokeMethod(
+        context, [files = std::move(files), completion = std::move(completion)] { completion(files); },
+        Qt::QueuedConnection);
+}
+
+Contents contents(const std::vector<ItemProvider>& providers, const std::function<bool(const ItemProvider&)>& isClip) {
+    if (std::ranges::any_of(providers, isClip)) return Contents::clips;
+    if (providers.size() == 1 && isImage(providers.front())) return Contents::image;
+    const auto isFile = [](const ItemProvider& item) { return item.fileURL().has_value(); };
+    return std::ranges::any_of(providers, isFile) ? Contents::batch : Contents::nothing;
+}
+
+} // namespace quillary::DropReader

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/ItemProvider.h"
+
+#include <QObject>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+namespace quillary::DropReader {
+
+/// Hands the files among the items to `completion`, once, in a later turn of the main thread's event loop; items
+/// without a file are passed over. Nothing is called when `context` is gone by then.
+void fileURLs(const std::vector<platform::ItemProvider>& providers, QObject* context,
+              std::function<void(std::vector<std::filesystem::path>)> completion);
+
+/// What a drop means to the panel.
+enum class Contents {
+    clips,  ///< Final Cut's, whatever else comes along
+    image,  ///< exactly one item, and it is a picture
+    batch,  ///< files or folders to be filed
+    nothing ///< no file, or not one picture
+};
+/// `isClip` tells an item that carries Final Cut's clips.
+Contents contents(const std::vector<platform::ItemProvider>& providers,
+                  const std::function<bool(const platform::ItemProvider&)>& isClip);
+
+} // namespace quillary::DropReader

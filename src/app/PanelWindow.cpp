@@ -1,0 +1,158 @@
+#include "app/PanelWindow.h"
+
+#include "base/FileUrl.h"
+#include "base/Text.h"
+#include "panel/QuillaryViewController.h"
+#include "platform/Clipboard.h"
+#include "platform/Desktop.h"
+#include "platform/ItemProvider.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QImage>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QTimer>
+#include <cstdio>
+
+namespace quillary {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+const QUrl rootView(QStringLiteral("qrc:/qt/qml/Quillary/Panel/PanelView.qml"));
+constexpr QSize smallest{320, 400};
+constexpr qint64 longestWait = 20'000; ///< ms
+constexpr int quietTicks = 4;
+
+/// A window of our own around the view that a host would otherwise give a place.
+class PanelWindow : public QQuickWindow {
+public:
+    PanelWindow(QuillaryViewController& controller, const platform::Desktop& desktop)
+        : m_controller(controller) {
+        setTitle(QStringLiteral("Quillary"));
+        setMinimumSize(smallest);
+        resize(QuillaryViewController::initialSize.toSize());
+        const bool light = desktop.colorScheme() == platform::Desktop::ColorScheme::light;
+        setColor(light ? QColor(0xF4F4F6) : QColor(0x1C1C1F));
+    }
+
+    void host(PanelContainerView* view) {
+        view->setParentItem(contentItem());
+        m_controller.viewDidLayout();
+        view->setFocus(true);
+        // The shelves are read once the first frame stands on the screen.
+        connect(
+            this, &QQuickWindow::frameSwapped, this,
+            [this] {
+                m_controller.viewDidAppear();
+                connect(this, &QWindow::activeChanged, this, [this] {
+                    if (isActive()) m_controller.viewDidAppear();
+                });
+            },
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QQuickWindow::resizeEvent(event);
+        m_controller.viewDidLayout();
+    }
+
+private:
+    QuillaryViewController& m_controller;
+};
+
+void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
+    std::vector<platform::ItemProvider> items;
+    for (const QString& argument : arguments) {
+        const auto file = pathOfFileUrl(argument.toUtf8());
+        std::error_code ignored;
+        items.push_back(platform::ItemProvider::file(file ? *file : std::filesystem::absolute(pathOf(argument), ignored)));
+    }
+    if (!items.empty()) model.handleDrop(items);
+}
+
+/// Waits until nothing more is on its way to the screen, then ends the program, with a picture of the window if one is
+/// wanted.
+class Settled : public QObject {
+public:
+    Settled(PanelWindow& window, PanelModel& model, std::optional<std::filesystem::path> screenshot)
+        : m_window(window)
+        , m_model(model)
+        , m_screenshot(std::move(screenshot)) {
+        m_waited.start();
+        m_tick.setInterval(100ms);
+        connect(&m_tick, &QTimer::timeout, this, &Settled::look);
+        m_tick.start();
+    }
+
+private:
+    void look() {
+        const bool busy = m_model.staging() || m_model.importing() || !m_model.libraryLoaded();
+        m_quiet = busy ? 0 : m_quiet + 1;
+        if (m_quiet < quietTicks && m_waited.elapsed() < longestWait) return;
+        m_tick.stop();
+        const bool done = !m_screenshot || m_window.grabWindow().save(shown(*m_screenshot), "PNG");
+        if (!done) std::fprintf(stderr, "Could not write %s.\n", m_screenshot->c_str());
+        QGuiApplication::exit(done ? 0 : 1);
+    }
+
+    PanelWindow& m_window;
+    PanelModel& m_model;
+    std::optional<std::filesystem::path> m_screenshot;
+    QTimer m_tick;
+    QElapsedTimer m_waited;
+    int m_quiet = 0;
+};
+
+} // namespace
+
+void preparePanelApplication(const PanelOptions& options) {
+    const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (options.screenshot && !display && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A small panel of flat shapes is drawn as fast by the processor, starts sooner and needs no graphics memory.
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND") && !qEnvironmentVariableIsSet("QSG_RHI_BACKEND"))
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options,
+             RunUntil until) {
+    QThreadPool work;
+    QThreadPool saves;
+    saves.setMaxThreadCount(1);
+    const auto clipboard = platform::systemClipboard();
+
+    int status = 1;
+    {
+        QQmlEngine engine;
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        QuillaryViewController controller(
+            {services.storage, services.settings, services.builtIns, *clipboard, work, saves}, services.desktop);
+        PanelModel& model = controller.model();
+        if (options.tab) model.setTab(*options.tab);
+        if (options.shelf) {
+            model.setTab(PanelModel::Tab::library);
+            model.setLibraryKind(*options.shelf);
+        }
+        PanelContainerView* view = controller.loadView(engine, rootView);
+        if (!view) return 1;
+        PanelWindow window(controller, services.desktop);
+        window.host(view);
+        window.show();
+        takeArguments(model, options.arguments);
+        std::optional<Settled> settled;
+        if (options.screenshot || until == RunUntil::settled) settled.emplace(window, model, options.screenshot);
+        else if (until == RunUntil::firstFrame)
+            QObject::connect(&window, &QQuickWindow::frameSwapped, &application, &QGuiApplication::quit, Qt::QueuedConnection);
+        status = application.exec();
+    }
+    saves.waitForDone();
+    work.waitForDone();
+    return status;
+}
+
+} // namespace quillary

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "cli/PanelOptions.h"
+#include "library/AppSettings.h"
+#include "library/BuiltInLibrary.h"
+#include "library/Storage.h"
+
+class QGuiApplication;
+
+namespace quillary {
+
+namespace platform {
+class Desktop;
+}
+
+struct PanelServices {
+    Storage& storage;
+    AppSettings& settings;
+    BuiltInLibrary& builtIns;
+    const platform::Desktop& desktop;
+};
+
+/// When the program ends by itself: never, at the first frame on the screen, or once nothing more is on its way to it (a
+/// screenshot waits for that too).
+enum class RunUntil { closed, firstFrame, settled };
+
+/// Chooses renderer and platform for the panel. Before the application object is made.
+void preparePanelApplication(const PanelOptions& options);
+
+/// Opens the panel in a window of its own and runs until it is closed. Returns the exit status: 0, or 1 when the panel
+/// cannot be shown or the screenshot not be written. Whatever was to be saved has been saved when it returns.
+int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options,
+             RunUntil until = RunUntil::closed);
+
+} // namespace quillary

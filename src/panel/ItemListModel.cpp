@@ -88,13 +88,13 @@ void ItemListModel::show(std::shared_ptr<const LibraryItems> items, std::vector<
     const std::size_t newMiddle = rows.size() - head - tail;
     std::vector<bool> goes(oldMiddle, true);
     std::vector<bool> comes(newMiddle, true);
-    std::unordered_map<std::string_view, std::size_t> places;
+    std::unordered_map<FileLocation, std::size_t> places;
     if (oldMiddle > 0 && newMiddle > 0) {
         places.reserve(newMiddle);
-        for (std::size_t i = 0; i < newMiddle; ++i) places.emplace(after[rows[head + i]].url.native(), i);
+        for (std::size_t i = 0; i < newMiddle; ++i) places.emplace(after[rows[head + i]].url, i);
         std::size_t next = 0;
         for (std::size_t i = 0; i < oldMiddle; ++i) {
-            const auto place = places.find(before[m_rows[head + i]].url.native());
+            const auto place = places.find(before[m_rows[head + i]].url);
             if (place == places.end() || place->second < next) continue;
             goes[i] = comes[place->second] = false;
             next = place->second + 1;
@@ -143,7 +143,7 @@ void ItemListModel::favoritesChanged() {
 }
 
 const LibraryItem* ItemListModel::find(const std::filesystem::path& url) const {
-    const auto row = std::ranges::find(m_rows, url, [this](quint32 at) -> const auto& { return (*m_items)[at].url; });
+    const auto row = std::ranges::find_if(m_rows, [&](quint32 at) { return (*m_items)[at].url == url; });
     return row == m_rows.end() ? nullptr : &(*m_items)[*row];
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "values/FileLocation.h"
+
 #include <QString>
 #include <chrono>
-#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -15,9 +16,9 @@ inline constexpr FileDate distantPast = FileDate::min();
 
 /// One file of a shelf.
 struct LibraryItem {
-    std::filesystem::path url;              ///< absolute location
-    FileDate modified = distantPast;        ///< content modification date
-    std::optional<QString> collection = {}; ///< collection path; none for a file directly in the shelf folder
+    FileLocation url;                         ///< absolute; a path for whoever asks for one
+    FileDate modified = distantPast;          ///< content modification date
+    std::optional<QString> collection = {};   ///< collection path; none for a file directly in the shelf folder
     std::optional<QString> sourceFormat = {}; ///< what the picture was made from, such as "svg"
     bool isBuiltIn = false;
 

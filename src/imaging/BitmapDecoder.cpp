@@ -1,0 +1,193 @@
+#include "imaging/BitmapDecoder.h"
+
+#include "imaging/CodecModule.h"
+#include "imaging/RasterSize.h"
+#include "imaging/codecs/Codecs.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QFile>
+#include <QImageReader>
+#include <QTransform>
+#include <QtEndian>
+#include <algorithm>
+#include <array>
+#include <memory>
+
+namespace quillary::BitmapDecoder {
+
+namespace {
+
+std::unique_ptr<QIODevice> device(const Source& source) {
+    if (const auto* bytes = std::get_if<QByteArray>(&source)) {
+        auto buffer = std::make_unique<QBuffer>();
+        buffer->setData(*bytes);
+        buffer->open(QIODevice::ReadOnly);
+        return buffer;
+    }
+    auto file = std::make_unique<QFile>(std::get<std::filesystem::path>(source));
+    if (!file->open(QIODevice::ReadOnly)) return nullptr;
+    return file;
+}
+
+QByteArray firstBytes(const Source& source) {
+    const auto from = device(source);
+    constexpr qint64 enough = 32;
+    return from ? from->read(enough) : QByteArray();
+}
+
+/// A PNG header that tells a width or height of 0, which no decoder accepts.
+bool isEmptyPng(const QByteArray& start) {
+    constexpr qsizetype sizes = 16;
+    if (!start.startsWith("\x89PNG\r\n\x1a\n") || start.size() < sizes + 8) return false;
+    return qFromBigEndian<quint32>(start.constData() + sizes) == 0 ||
+           qFromBigEndian<quint32>(start.constData() + sizes + 4) == 0;
+}
+
+/// Upright, for an orientation as EXIF counts it.
+QImage upright(QImage image, int orientation) {
+    if (orientation < 2 || orientation > 8) return image;
+    switch (orientation) {
+    case 2:
+        image.mirror(true, false);
+        break;
+    case 3:
+        image.mirror(true, true);
+        break;
+    case 4:
+        image.mirror(false, true);
+        break;
+    default:
+        image = image.transformed(QTransform().rotate(orientation == 5 || orientation == 6 ? 90 : 270));
+        if (orientation == 5 || orientation == 7) image.mirror(true, false);
+    }
+    return image;
+}
+
+bool isSrgb(std::span<const std::byte> profile) {
+    if (profile.empty()) return false;
+    const auto bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(profile.data()), static_cast<qsizetype>(profile.size()));
+    return QColorSpace::fromIccProfile(bytes) == QColorSpace(QColorSpace::SRgb);
+}
+
+std::expected<QImage, Error> decodePicture(codecs::Picture& picture, std::stop_token stop) {
+    const codecs::Header header = picture.header();
+    if (header.width < 1 || header.height < 1) return std::unexpected(Error::empty);
+    if (!isDrawable(header.width, header.height)) return std::unexpected(Error::unreadable);
+    QImage image(static_cast<int>(header.width), static_cast<int>(header.height),
+                 header.hasAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGBX8888);
+    if (image.isNull()) return std::unexpected(Error::unreadable);
+    if (!picture.decode(image.bits(), static_cast<std::size_t>(image.bytesPerLine()), isSrgb(header.colourProfile),
+                        stop))
+        return std::unexpected(Error::unreadable);
+    return upright(std::move(image), header.orientation);
+}
+
+/// The toolkit's readers that draw nothing but bitmaps.
+bool isBitmapFormat(const QByteArray& format) {
+    static constexpr std::array known{"bmp", "cur", "gif", "icns", "ico",  "jpeg", "jpg",  "pbm", "pgm",
+                                      "png", "ppm", "tga", "tif",  "tiff", "wbmp", "webp", "xbm", "xpm"};
+    return std::ranges::any_of(known, [&](const char* name) { return format == name; });
+}
+
+/// An icon holds several sizes: the reader is set to the largest.
+QSize seekLargest(QImageReader& reader) {
+    QSize best = reader.size();
+    int bestIndex = 0;
+    const QByteArray format = reader.format();
+    if (format != "ico" && format != "icns") return best;
+    for (int index = 1; index < reader.imageCount(); ++index) {
+        if (!reader.jumpToImage(index)) break;
+        const QSize size = reader.size();
+        if (qint64(size.width()) * size.height() <= qint64(best.width()) * best.height()) continue;
+        best = size;
+        bestIndex = index;
+    }
+    reader.jumpToImage(bestIndex);
+    return best;
+}
+
+std::expected<QImage, Error> decodeWithToolkit(const Source& source) {
+    const auto from = device(source);
+    if (!from) return std::unexpected(Error::unreadable);
+    QImageReader reader(from.get());
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    if (std::holds_alternative<std::filesystem::path>(source) && !reader.canRead()) {
+        // A format without a signature is known by its name alone.
+        const auto extension = std::get<std::filesystem::path>(source).extension().native();
+        if (!extension.empty()) reader.setFormat(QByteArray::fromStdString(extension.substr(1)).toLower());
+    }
+    if (!isBitmapFormat(reader.format()) || !reader.canRead()) return std::unexpected(Error::unreadable);
+    const QSize size = seekLargest(reader);
+    if (size.isValid() && !isDrawable(size.width(), size.height())) return std::unexpected(Error::unreadable);
+    QImage image = reader.read();
+    if (image.isNull()) return std::unexpected(Error::unreadable);
+    if (image.colorSpace().isValid() && image.colorSpace() != QColorSpace(QColorSpace::SRgb))
+        image.convertToColorSpace(QColorSpace::SRgb);
+    image.setColorSpace({});
+    return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_RGBA8888 : QImage::Format_RGBX8888);
+}
+
+codecs::Source moduleSource(const Source& source) {
+    if (const auto* bytes = std::get_if<QByteArray>(&source))
+        return std::span(reinterpret_cast<const std::byte*>(bytes->constData()),
+                         static_cast<std::size_t>(bytes->size()));
+    return std::get<std::filesystem::path>(source).native();
+}
+
+/// The toolkit's readers refuse what needs more than its own limit, which an honest picture may; ours is told
+/// beforehand.
+void liftToolkitLimit() {
+    static const bool once = [] {
+        constexpr int unlimited = 0;
+        QImageReader::setAllocationLimit(unlimited);
+        return true;
+    }();
+    Q_UNUSED(once)
+}
+
+} // namespace
+
+std::expected<QImage, Error> decode(const Source& source, std::stop_token stop) {
+    if (const auto* path = std::get_if<std::filesystem::path>(&source)) {
+        std::error_code ignored;
+        if (!std::filesystem::is_regular_file(*path, ignored)) return std::unexpected(Error::unreadable);
+    }
+    if (isEmptyPng(firstBytes(source))) return std::unexpected(Error::empty);
+
+    if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
+        auto opened = bitmaps->open(moduleSource(source));
+        if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened))
+            return decodePicture(**picture, stop);
+        if (std::get<codecs::Failure>(opened) == codecs::Failure::broken) return std::unexpected(Error::unreadable);
+    }
+    if (stop.stop_requested()) return std::unexpected(Error::unreadable);
+    liftToolkitLimit();
+    return decodeWithToolkit(source);
+}
+
+QImage thumbnail(const std::filesystem::path& file, int longestSide) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored)) return {};
+    if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
+        auto opened = bitmaps->openThumbnail(file.native(), longestSide);
+        if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened))
+            return decodePicture(**picture, {}).value_or(QImage());
+    }
+    const QImage whole = decode(file).value_or(QImage());
+    if (whole.width() <= longestSide && whole.height() <= longestSide) return whole;
+    return whole.scaled(longestSide, longestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+bool hasBitmapSignature(const std::filesystem::path& file) {
+    using namespace Qt::StringLiterals;
+    static const std::array signatures{"\x89PNG\r\n\x1a\n"_ba, "\xff\xd8\xff"_ba, "II*\0"_ba, "MM\0*"_ba, "GIF8"_ba};
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored)) return false;
+    const QByteArray start = firstBytes(file);
+    return std::ranges::any_of(signatures, [&](const QByteArray& signature) { return start.startsWith(signature); });
+}
+
+} // namespace quillary::BitmapDecoder

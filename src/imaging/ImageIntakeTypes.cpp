@@ -1,0 +1,40 @@
+#include "imaging/ImageIntake.h"
+#include "imaging/RasterSize.h"
+#include "platform/UniformTypes.h"
+
+#include <QRegularExpression>
+#include <limits>
+
+namespace quillary::ImageIntake {
+
+const QStringList& bitmapPriority() {
+    static const QStringList types{QStringLiteral("image/png"), QStringLiteral("image/tiff"),
+                                   QStringLiteral("image/jpeg")};
+    return types;
+}
+
+const QStringList& vectorTypes() {
+    static const QStringList types{QStringLiteral("image/svg+xml"), QStringLiteral("application/pdf")};
+    return types;
+}
+
+const QStringList& acceptedFileTypes() {
+    static const QStringList types = QStringList{QStringLiteral("image/*")} + vectorTypes();
+    return types;
+}
+
+QString shortName(const QString& typeIdentifier) {
+    const QString extension = platform::preferredExtension(typeIdentifier);
+    if (!extension.isEmpty()) return extension.toUpper();
+    static const QRegularExpression separator(QStringLiteral("[./]"));
+    return typeIdentifier.mid(typeIdentifier.lastIndexOf(separator) + 1).toUpper();
+}
+
+std::optional<QSize> rasterSize(QSizeF size, int longEdge) {
+    const auto pixels = RasterRule{RasterRule::Kind::enlarge, longEdge}(size.width(), size.height());
+    constexpr int largest = std::numeric_limits<int>::max();
+    if (!pixels || pixels->width > largest || pixels->height > largest) return std::nullopt;
+    return QSize(static_cast<int>(pixels->width), static_cast<int>(pixels->height));
+}
+
+} // namespace quillary::ImageIntake

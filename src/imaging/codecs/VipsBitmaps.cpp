@@ -1,0 +1,188 @@
+#include "imaging/codecs/Codecs.h"
+
+#include "imaging/codecs/PixelRows.h"
+
+#include <array>
+#include <cstring>
+#include <string_view>
+#include <utility>
+#include <vips/vips.h>
+
+namespace quillary::codecs {
+
+namespace {
+
+/// Owns one reference to an object of the library.
+template <typename T>
+class Reference {
+public:
+    Reference() = default;
+    explicit Reference(T* object) : m_object(object) {}
+    Reference(Reference&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+    Reference& operator=(Reference&& other) noexcept {
+        std::swap(m_object, other.m_object);
+        return *this;
+    }
+    ~Reference() {
+        if (m_object) g_object_unref(m_object);
+    }
+    explicit operator bool() const { return m_object != nullptr; }
+    T* get() const { return m_object; }
+
+private:
+    T* m_object = nullptr;
+};
+using Image = Reference<VipsImage>;
+using Input = Reference<VipsSource>;
+
+/// The result of one step of the pipeline, empty where the step failed.
+template <typename Step>
+Image step(Step run) {
+    VipsImage* out = nullptr;
+    if (run(&out) != 0) {
+        vips_error_clear();
+        return {};
+    }
+    return Image(out);
+}
+
+std::span<const std::byte> colourProfile(const Image& image) {
+    const void* data = nullptr;
+    std::size_t size = 0;
+    if (!vips_image_get_typeof(image.get(), VIPS_META_ICC_NAME)) return {};
+    if (vips_image_get_blob(image.get(), VIPS_META_ICC_NAME, &data, &size) != 0) return {};
+    return {static_cast<const std::byte*>(data), size};
+}
+
+bool isCmyk(const Image& image) {
+    return vips_image_get_interpretation(image.get()) == VIPS_INTERPRETATION_CMYK;
+}
+
+/// Through the embedded profile, or through the stock one for ink without a profile.
+Image throughProfile(const Image& image) {
+    return step([&](VipsImage** out) {
+        return vips_icc_transform(image.get(), out, "srgb", "embedded", TRUE, "input_profile",
+                                  isCmyk(image) ? "cmyk" : "srgb", "intent", VIPS_INTENT_RELATIVE,
+                                  "black_point_compensation", TRUE, nullptr);
+    });
+}
+
+Image inSrgb(const Image& image) {
+    const bool grey = vips_image_get_bands(image.get()) < 3;
+    return step([&](VipsImage** out) {
+        return vips_colourspace(image.get(), out, grey ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB, nullptr);
+    });
+}
+
+/// Eight bits a sample, grey or RGB, with or without alpha.
+Image ready(const Image& image, bool asStored) {
+    Image result;
+    if (!asStored && (isCmyk(image) || !colourProfile(image).empty())) result = throughProfile(image);
+    if (!result) result = inSrgb(image);
+    if (result && vips_image_get_format(result.get()) != VIPS_FORMAT_UCHAR)
+        result = step([&](VipsImage** out) { return vips_cast_uchar(result.get(), out, nullptr); });
+    return result;
+}
+
+class VipsPicture : public Picture {
+public:
+    explicit VipsPicture(Image image)
+        : m_image(std::move(image))
+        , m_header{vips_image_get_width(m_image.get()), vips_image_get_height(m_image.get()),
+                   vips_image_hasalpha(m_image.get()) != FALSE, vips_image_get_orientation(m_image.get()),
+                   colourProfile(m_image)} {}
+
+    const Header& header() const override { return m_header; }
+
+    bool decode(std::uint8_t* pixels, std::size_t stride, bool asStored, std::stop_token stop) override {
+        const Image out = ready(m_image, asStored);
+        if (!out) return false;
+        const int bands = vips_image_get_bands(out.get());
+        if (bands < 1 || bands > 4) return false;
+        Sink sink{pixels, stride, bands, std::move(stop)};
+        const bool done = vips_sink_disc(out.get(), &VipsPicture::take, &sink) == 0;
+        vips_error_clear();
+        return done;
+    }
+
+private:
+    struct Sink {
+        std::uint8_t* pixels;
+        std::size_t stride;
+        int bands;
+        std::stop_token stop;
+    };
+
+    static int take(VipsRegion* region, VipsRect* area, void* data) {
+        const Sink& sink = *static_cast<Sink*>(data);
+        if (sink.stop.stop_requested()) return -1;
+        for (int y = area->top; y < area->top + area->height; ++y)
+            spreadRow(VIPS_REGION_ADDR(region, 0, y), sink.bands,
+                      sink.pixels + static_cast<std::size_t>(y) * sink.stride, static_cast<std::size_t>(area->width));
+        return 0;
+    }
+
+    Image m_image;
+    Header m_header;
+};
+
+/// Formats whose other readers would show the rest of a damaged picture: here its failure is final.
+bool failureIsFinal(const char* loader) {
+    constexpr std::array strict{"Png", "Jpeg", "Webp", "Heif", "Gif"};
+    for (const std::string_view name : strict)
+        if (std::string_view(loader).find(name) != std::string_view::npos) return true;
+    return false;
+}
+
+/// Names are opened as sources: the library's own way with names would take a bracket in one for options.
+Input input(const Source& source) {
+    if (const auto* path = std::get_if<std::string>(&source)) return Input(vips_source_new_from_file(path->c_str()));
+    const auto bytes = std::get<std::span<const std::byte>>(source);
+    return Input(vips_source_new_from_memory(bytes.data(), bytes.size()));
+}
+
+using Opened = std::variant<std::unique_ptr<Picture>, Failure>;
+
+template <typename Load>
+Opened opened(const Source& source, Load load) {
+    const Input from = input(source);
+    const char* loader = from ? vips_foreign_find_load_source(from.get()) : nullptr;
+    vips_error_clear();
+    if (!loader) return Failure::unsupported;
+    Image image = step([&](VipsImage** out) { return load(from.get(), out); });
+    if (image) return std::make_unique<VipsPicture>(std::move(image));
+    return failureIsFinal(loader) ? Failure::broken : Failure::unsupported;
+}
+
+class VipsBitmaps : public Bitmaps {
+public:
+    Opened open(const Source& source) override {
+        return opened(source, [](VipsSource* from, VipsImage** out) {
+            *out = vips_image_new_from_source(from, "", "access", VIPS_ACCESS_SEQUENTIAL, "fail_on",
+                                              VIPS_FAIL_ON_TRUNCATED, nullptr);
+            return *out ? 0 : -1;
+        });
+    }
+
+    Opened openThumbnail(const std::string& path, int longestSide) override {
+        return opened(path, [longestSide](VipsSource* from, VipsImage** out) {
+            return vips_thumbnail_source(from, out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
+                                         "export_profile", "srgb", nullptr);
+        });
+    }
+};
+
+} // namespace
+
+} // namespace quillary::codecs
+
+extern "C" [[gnu::visibility("default")]] quillary::codecs::Bitmaps* quillaryBitmaps() {
+    static const bool ready = [] {
+        if (vips_init("quillary") != 0) return false;
+        vips_block_untrusted_set(TRUE);
+        vips_cache_set_max(0);
+        return true;
+    }();
+    static quillary::codecs::VipsBitmaps bitmaps;
+    return ready ? &bitmaps : nullptr;
+}

@@ -35,14 +35,17 @@ std::vector<float> fractal(int side, unsigned seed) {
                 const float u = static_cast<float>(x) * step;
                 const int i = static_cast<int>(u);
                 const float a = u - static_cast<float>(i);
-                row[x] += weight * std::lerp(std::lerp(upper[i], upper[i + 1], a), std::lerp(lower[i], lower[i + 1], a), b);
+                row[x] +=
+                    weight * std::lerp(std::lerp(upper[i], upper[i + 1], a), std::lerp(lower[i], lower[i + 1], a), b);
             }
         }
     }
     return sum;
 }
 
-std::uint8_t sample(float value) { return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F)); }
+std::uint8_t sample(float value) {
+    return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F));
+}
 
 } // namespace
 

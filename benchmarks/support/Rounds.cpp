@@ -56,16 +56,17 @@ Rounds::Options Rounds::options(int argumentCount, char** arguments) {
     Options options;
     for (int i = 1; i + 1 < argumentCount; ++i) {
         const std::string_view word = arguments[i];
-        if (word == "--runs") options.runs = std::max(1, std::atoi(arguments[++i]));
-        else if (word == "--warm") options.warmUps = std::max(0, std::atoi(arguments[++i]));
-        else if (word == "--only") options.only.emplace_back(arguments[++i]);
+        if (word == "--runs")
+            options.runs = std::max(1, std::atoi(arguments[++i]));
+        else if (word == "--warm")
+            options.warmUps = std::max(0, std::atoi(arguments[++i]));
+        else if (word == "--only")
+            options.only.emplace_back(arguments[++i]);
     }
     return options;
 }
 
-Rounds::Rounds(std::string title, Options options)
-    : m_title(std::move(title))
-    , m_options(std::move(options)) {}
+Rounds::Rounds(std::string title, Options options) : m_title(std::move(title)), m_options(std::move(options)) {}
 
 void Rounds::add(std::string name, std::function<void()> work, std::string note) {
     const auto asked = [&](const std::string& part) { return name.find(part) != std::string::npos; };
@@ -80,8 +81,8 @@ std::vector<double> Rounds::print() {
             if (round >= 0) variant.samples.push_back(sample);
         }
     }
-    std::printf("== %s (%d runs)\n%-38s %9s %9s %9s %9s %8s  %s\n", m_title.c_str(), m_options.runs, "variant", "cpu ms",
-                "least", "most", "wall ms", "x first", "note");
+    std::printf("== %s (%d runs)\n%-38s %9s %9s %9s %9s %8s  %s\n", m_title.c_str(), m_options.runs, "variant",
+                "cpu ms", "least", "most", "wall ms", "x first", "note");
     std::vector<double> ratios;
     for (const Variant& variant : m_variants) {
         std::vector<double> processor;

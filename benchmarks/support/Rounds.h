@@ -21,8 +21,8 @@ Sample measured(const std::function<void()>& work);
 ///     rounds.add("pngData", [&] { … }, "12.3 MB");
 ///     rounds.print();
 ///
-/// The table tells each variant's median, least and largest processor time, its median wall time, and the median over the
-/// rounds of its processor time against the first variant's.
+/// The table tells each variant's median, least and largest processor time, its median wall time, and the median over
+/// the rounds of its processor time against the first variant's.
 class Rounds {
 public:
     struct Options {
@@ -52,7 +52,8 @@ private:
     std::vector<Variant> m_variants;
 };
 
-/// The largest resident size, in bytes, that a child process reached which did `work`, and its size before: (before, peak).
+/// The largest resident size, in bytes, that a child process reached which did `work`, and its size before: (before,
+/// peak).
 struct PeakMemory {
     double before;
     double peak;

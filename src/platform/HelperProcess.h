@@ -35,8 +35,8 @@ struct HelperLimits {
     std::uint64_t addressSpace; ///< bytes; not applied in sanitized builds, which need terabytes of it
 };
 
-/// To be called first in the helper: sets the limits, lets it die with its parent, leave no core dump, write no file that
-/// grows past `HelperLimits::addressSpace`, and never gain a right.
+/// To be called first in the helper: sets the limits, lets it die with its parent, leave no core dump, write no file
+/// that grows past `HelperLimits::addressSpace`, and never gain a right.
 void confineThisProcess(const HelperLimits& limits);
 
 } // namespace quillary::platform

@@ -25,8 +25,7 @@ public:
     bool fixSize();
 
 private:
-    explicit SharedMemory(int descriptor)
-        : m_descriptor(descriptor) {}
+    explicit SharedMemory(int descriptor) : m_descriptor(descriptor) {}
 
     int m_descriptor;
 };
@@ -47,9 +46,7 @@ public:
     std::size_t size() const { return m_size; }
 
 private:
-    Mapping(std::byte* data, std::size_t size)
-        : m_data(data)
-        , m_size(size) {}
+    Mapping(std::byte* data, std::size_t size) : m_data(data), m_size(size) {}
 
     std::byte* m_data;
     std::size_t m_size;

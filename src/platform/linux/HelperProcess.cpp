@@ -35,7 +35,8 @@ public:
         for (std::size_t i = 0; i < descriptors.size(); ++i)
             posix_spawn_file_actions_adddup2(&m_files, descriptors[i], above + static_cast<int>(i));
         for (std::size_t i = 0; i < descriptors.size(); ++i)
-            posix_spawn_file_actions_adddup2(&m_files, above + static_cast<int>(i), firstDescriptor + static_cast<int>(i));
+            posix_spawn_file_actions_adddup2(&m_files, above + static_cast<int>(i),
+                                             firstDescriptor + static_cast<int>(i));
         posix_spawn_file_actions_addclosefrom_np(&m_files, firstDescriptor + static_cast<int>(descriptors.size()));
 
         sigset_t none;
@@ -95,7 +96,8 @@ HelperProcess::Outcome HelperProcess::run(std::stop_token stop) const {
         if (!inTime) kill();
     }
     siginfo_t info{};
-    while (waitid(P_PID, static_cast<id_t>(process), &info, WEXITED) != 0 && errno == EINTR) {}
+    while (waitid(P_PID, static_cast<id_t>(process), &info, WEXITED) != 0 && errno == EINTR) {
+    }
     if (stop.stop_requested()) return {End::stopped, 0};
     if (!inTime) return {End::timedOut, 0};
     return {info.si_code == CLD_EXITED ? End::exited : End::crashed, info.si_status};

@@ -29,14 +29,15 @@ std::optional<SharedMemory> SharedMemory::sealed(std::span<const std::byte> byte
     return memory;
 }
 
-SharedMemory::SharedMemory(SharedMemory&& other) noexcept
-    : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+SharedMemory::SharedMemory(SharedMemory&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
 
 SharedMemory::~SharedMemory() {
     if (m_descriptor >= 0) ::close(m_descriptor);
 }
 
-bool SharedMemory::fixSize() { return fcntl(m_descriptor, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) == 0; }
+bool SharedMemory::fixSize() {
+    return fcntl(m_descriptor, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) == 0;
+}
 
 std::optional<Mapping> Mapping::of(int descriptor, Access access) {
     struct stat status {};
@@ -49,9 +50,7 @@ std::optional<Mapping> Mapping::of(int descriptor, Access access) {
     return Mapping(static_cast<std::byte*>(data), size);
 }
 
-Mapping::Mapping(Mapping&& other) noexcept
-    : m_data(std::exchange(other.m_data, nullptr))
-    , m_size(other.m_size) {}
+Mapping::Mapping(Mapping&& other) noexcept : m_data(std::exchange(other.m_data, nullptr)), m_size(other.m_size) {}
 
 Mapping::~Mapping() {
     if (m_data) munmap(m_data, m_size);

@@ -33,7 +33,7 @@ public:
     /// --runs N, --warm N, --only TEXT (repeatable); other words are left alone.
     static Options options(int argumentCount, char** arguments);
 
-    explicit Rounds(std::string title, Options options = {});
+    Rounds(std::string title, Options options);
 
     void add(std::string name, std::function<void()> work, std::string note = {});
     /// Runs everything and prints. Returns the ratio of each variant, in order.

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <string_view>
 #include <unordered_map>
 
 namespace quillary {

@@ -81,7 +81,7 @@ private:
 template <>
 struct std::hash<quillary::FileLocation> {
     std::size_t operator()(const quillary::FileLocation& location) const noexcept {
-        const std::hash<std::string_view> hash;
-        return hash(location.folderPath()) * 31 + hash(location.name());
+        const std::hash<std::string_view> ofText;
+        return ofText(location.folderPath()) * 31 + ofText(location.name());
     }
 };

@@ -1,0 +1,26 @@
+// The panel as it starts, on the library given, gone at its first frame ("first") or when the shelf stands ("settled").
+#include "app/PanelWindow.h"
+#include "platform/Bookmarks.h"
+#include "platform/Desktop.h"
+#include "platform/SettingsStore.h"
+
+#include <QGuiApplication>
+#include <string_view>
+
+int main(int argc, char** argv) {
+    using namespace quillary;
+    if (argc < 3) return 2;
+    const auto settingsStore = platform::userSettings();
+    const auto bookmarks = platform::userBookmarks();
+    const auto desktop = platform::userDesktop();
+    Storage storage(*settingsStore, *bookmarks, *desktop, argv[1]);
+    AppSettings settings(*settingsStore);
+    BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
+    const bool settled = std::string_view(argv[2]) == "settled";
+    PanelOptions options;
+    if (settled) options.tab = PanelModel::Tab::library;
+    preparePanelApplication(options);
+    QGuiApplication application(argc, argv);
+    return runPanel(application, {storage, settings, builtIns, *desktop}, options,
+                    settled ? RunUntil::settled : RunUntil::firstFrame);
+}

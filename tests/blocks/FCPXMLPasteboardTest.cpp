@@ -1,0 +1,67 @@
+#include "blocks/FCPXMLPasteboard.h"
+
+#include "platform/ItemProvider.h"
+#include "support/FakePasteboard.h"
+
+#include <gtest/gtest.h>
+
+namespace quillary {
+
+using namespace Qt::StringLiterals;
+using test::FakePasteboard;
+
+namespace {
+
+const QByteArray document = "<?xml version=\"1.0\"?><!DOCTYPE fcpxml><fcpxml version=\"1.10\"/>";
+
+} // namespace
+
+TEST(FCPXMLPasteboard, TestsOnlyTheFirst512Bytes) {
+    EXPECT_TRUE(FCPXMLPasteboard::isFCPXML(document));
+    EXPECT_TRUE(FCPXMLPasteboard::isFCPXML(QByteArray(505, ' ') + "<fcpxml"));
+    EXPECT_FALSE(FCPXMLPasteboard::isFCPXML(QByteArray(506, ' ') + "<fcpxml"));
+    EXPECT_FALSE(FCPXMLPasteboard::isFCPXML({}));
+    EXPECT_FALSE(FCPXMLPasteboard::isFCPXML("\xFF<fcpxml"));
+    // Byte 512 falls inside a character: rejected, although the tag stands before it.
+    const QByteArray head = "<fcpxml" + QByteArray(504, ' ');
+    EXPECT_FALSE(FCPXMLPasteboard::isFCPXML(head + "ü"));
+    EXPECT_TRUE(FCPXMLPasteboard::isFCPXML(head + "aü"));
+}
+
+TEST(FCPXMLPasteboard, TakesTheFirstTypeThatPasses) {
+    FakePasteboard both;
+    both.set(u"public.utf8-plain-text"_s, document + "<!-- text -->");
+    both.set(u"com.apple.finalcutpro.xml.v1-12"_s, document);
+    EXPECT_EQ(FCPXMLPasteboard::xml(both), document);
+
+    FakePasteboard broken;
+    broken.set(FCPXMLPasteboard::primary, "not a document");
+    broken.set(u"com.apple.finalcutpro.xml.v1-13"_s, document);
+    EXPECT_EQ(FCPXMLPasteboard::xml(broken), document);
+
+    FakePasteboard text;
+    text.set(u"text/plain;charset=utf-8"_s, document);
+    EXPECT_EQ(FCPXMLPasteboard::xml(text), document);
+
+    FakePasteboard none;
+    none.set(u"text/plain;charset=utf-8"_s, "a note");
+    EXPECT_EQ(FCPXMLPasteboard::xml(none), std::nullopt);
+}
+
+TEST(FCPXMLPasteboard, KnowsClipsThatCannotBePasted) {
+    FakePasteboard clips;
+    EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(clips));
+    clips.set(FCPXMLPasteboard::flexoType, "opaque");
+    EXPECT_TRUE(FCPXMLPasteboard::holdsFinalCutClips(clips));
+
+    for (const QString& usable : {u"image/png"_s, u"public.jpeg"_s, u"application/pdf"_s, u"image/tiff"_s}) {
+        FakePasteboard other;
+        other.set(FCPXMLPasteboard::flexoType, "opaque");
+        other.set(usable, "data");
+        EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(other)) << usable.toStdString();
+    }
+    clips.set(FCPXMLPasteboard::primary, document);
+    EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(clips));
+}
+
+} // namespace quillary

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "library/AppSettings.h"
+#include "library/BuiltInLibrary.h"
+#include "library/Storage.h"
+#include "panel/PanelModel.h"
+#include "platform/Clipboard.h"
+#include "platform/ItemProvider.h"
+#include "support/FakeBookmarks.h"
+#include "support/FakeDesktop.h"
+#include "support/FakePasteboard.h"
+#include "support/FakeSettingsStore.h"
+#include "support/TemporaryFolder.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QImage>
+#include <QThreadPool>
+#include <gtest/gtest.h>
+
+namespace quillary::test {
+
+class FakeClipboard : public platform::Clipboard {
+public:
+    std::shared_ptr<platform::Pasteboard> contents() override { return board; }
+    std::shared_ptr<FakePasteboard> board = std::make_shared<FakePasteboard>();
+};
+
+inline QImage picture(int width, int height, QColor color = Qt::red) {
+    QImage image(width, height, QImage::Format_RGBA8888);
+    image.fill(color);
+    return image;
+}
+
+/// A model over a real library in a folder of its own.
+class PanelModelTest : public testing::Test {
+protected:
+    PanelModelTest() { make(); }
+    ~PanelModelTest() override {
+        model.reset();
+        saves.waitForDone();
+        work.waitForDone();
+    }
+
+    void make() {
+        model.reset();
+        saves.setMaxThreadCount(1);
+        model = std::make_unique<PanelModel>(
+            PanelModel::Collaborators{storage, settings, builtIns, clipboard, work, saves});
+    }
+
+    /// Runs the event loop until the condition holds.
+    template <typename Condition> bool comesTrue(Condition condition) {
+        const QDeadlineTimer limit(20'000);
+        while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        return condition();
+    }
+    /// Lets everything that is under way come home.
+    void settle() {
+        for (int i = 0; i < 3; ++i) {
+            saves.waitForDone();
+            work.waitForDone();
+            QCoreApplication::processEvents();
+        }
+    }
+
+    std::filesystem::path file(const std::string& name, const QImage& image) {
+        const auto path = folder / name;
+        std::filesystem::create_directories(path.parent_path());
+        EXPECT_TRUE(image.save(QString::fromStdString(path.string())));
+        return path;
+    }
+    void stage(const std::filesystem::path& path) {
+        model->load(path);
+        settle();
+    }
+    std::filesystem::path root() { return *storage.root(); }
+    QString message() const { return model->failureMessage(); }
+
+    TemporaryFolder folder;
+    FakeSettingsStore store;
+    FakeBookmarks bookmarks;
+    FakeDesktop desktop{folder.path()};
+    AppSettings settings{store};
+    Storage storage{store, bookmarks, desktop, folder / "library"};
+    BuiltInLibrary builtIns{folder / "BuiltIn"};
+    FakeClipboard clipboard;
+    QThreadPool work;
+    QThreadPool saves;
+    std::unique_ptr<PanelModel> model;
+};
+
+} // namespace quillary::test

@@ -15,9 +15,6 @@ namespace {
 
 const QString clipsMessage = QStringLiteral("Final Cut clips can’t be pasted");
 const QString clipsHint = QStringLiteral("Drag the compound clip from the browser instead.");
-const QString smallPicture =
-    QStringLiteral("Small for a 4K timeline — fine at this size on screen, soft if you scale it up.");
-constexpr double softBelow = 1000; ///< pixels of the longer side
 
 QString withoutSlashes(QString name) {
     name.replace(u'/', u'-').replace(u':', u'-');
@@ -149,8 +146,7 @@ QImage PanelModel::displayImage() const {
 std::optional<QString> PanelModel::resolutionWarning() const {
     const auto* image = std::get_if<PastedImage>(&m_state);
     if (!image) return {};
-    const double longer = std::max(image->pixelSize.width(), image->pixelSize.height());
-    return longer < softBelow ? std::optional(smallPicture) : std::nullopt;
+    return image->resolutionWarning();
 }
 
 void PanelModel::saveInBackground(std::function<std::expected<QString, QString>()> save) {

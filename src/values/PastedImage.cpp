@@ -2,6 +2,8 @@
 
 #include "base/Text.h"
 
+#include <algorithm>
+
 namespace quillary {
 
 namespace {
@@ -16,8 +18,16 @@ struct Provenance {
     }
 };
 
+const QString smallPicture =
+    QStringLiteral("Small for a 4K timeline — fine at this size on screen, soft if you scale it up.");
+constexpr double softBelow = 1000; ///< pixels of the longer side
+
 } // namespace
 
 QString PastedImage::provenance() const { return std::visit(Provenance{}, source); }
+
+std::optional<QString> PastedImage::resolutionWarning() const {
+    return std::max(pixelSize.width(), pixelSize.height()) < softBelow ? std::optional(smallPicture) : std::nullopt;
+}
 
 } // namespace quillary

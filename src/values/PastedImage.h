@@ -39,6 +39,8 @@ struct PastedImage {
 
     /// Where it came from, in one line for the user.
     QString provenance() const;
+    /// What the user should know about a picture whose longer side is under 1000 pixels; none for others.
+    std::optional<QString> resolutionWarning() const;
 };
 
 } // namespace quillary

@@ -1,0 +1,49 @@
+#include "app/Application.h"
+
+#include <QGuiApplication>
+#include <cstdio>
+#include <cstdlib>
+
+namespace quillary {
+
+namespace {
+
+/// Only while the application object is being made: the toolkit tells of a display that it cannot reach through its
+/// message handler, and would then abort.
+const std::function<int()>* endedBy = nullptr;
+
+void endAtFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtFatalMsg) std::_Exit((*endedBy)());
+    // What it says of its platform plugins on the way is for developers.
+    if (type == QtDebugMsg || type == QtInfoMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+template <typename Application> std::unique_ptr<QCoreApplication> named(int& argc, char** argv) {
+    auto application = std::make_unique<Application>(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("quillary"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUILLARY_VERSION));
+    return application;
+}
+
+bool displayNamed() {
+    const auto told = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
+    return told("DISPLAY") || told("WAYLAND_DISPLAY") || told("QT_QPA_PLATFORM");
+}
+
+} // namespace
+
+std::unique_ptr<QCoreApplication> applicationWithoutDisplay(int& argc, char** argv) {
+    return named<QCoreApplication>(argc, argv);
+}
+
+std::unique_ptr<QCoreApplication> applicationWithDisplay(int& argc, char** argv, const std::function<int()>& refused) {
+    if (!displayNamed()) std::exit(refused());
+    endedBy = &refused;
+    const QtMessageHandler before = qInstallMessageHandler(endAtFatal);
+    auto application = named<QGuiApplication>(argc, argv);
+    qInstallMessageHandler(before);
+    endedBy = nullptr;
+    return application;
+}
+
+} // namespace quillary

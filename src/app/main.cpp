@@ -1,0 +1,38 @@
+#include "app/Application.h"
+#include "app/PanelWindow.h"
+#include "cli/CommandLine.h"
+#include "platform/Bookmarks.h"
+#include "platform/Desktop.h"
+#include "platform/SettingsStore.h"
+
+#include <QGuiApplication>
+
+using namespace quillary;
+
+int main(int argc, char** argv) {
+    CommandLine commandLine;
+    if (const auto status = commandLine.parse(argc, argv)) return *status;
+
+    const PanelOptions* panel = commandLine.panel();
+    if (panel) preparePanelApplication(*panel);
+    const auto noDisplay = [&] {
+        return commandLine.fail(cli::CommandError(QStringLiteral("There is no display to talk to."),
+                                                  QStringLiteral("Run it inside a desktop session.")));
+    };
+    const auto application = commandLine.needsDisplay() ? applicationWithDisplay(argc, argv, noDisplay)
+                                                        : applicationWithoutDisplay(argc, argv);
+
+    const auto settingsStore = platform::userSettings();
+    const auto bookmarks = platform::systemBookmarks();
+    const auto desktop = platform::systemDesktop();
+    Storage storage(*settingsStore, *bookmarks, *desktop, commandLine.library());
+    AppSettings settings(*settingsStore);
+    BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
+
+    if (!panel) return commandLine.run({storage, settings, builtIns, *bookmarks, *desktop});
+
+    if (commandLine.library())
+        if (const auto root = storage.root(); !root) return commandLine.fail(root.error());
+    auto& gui = static_cast<QGuiApplication&>(*application);
+    return runPanel(gui, {storage, settings, builtIns, *desktop}, *panel);
+}

@@ -1,0 +1,32 @@
+#include "cli/Commands.h"
+#include "cli/Completion.h"
+
+#include <cstdio>
+
+namespace quillary::cli {
+
+namespace {
+
+class CompletionCommand final : public Command {
+    void declare(Grammar& grammar) override {
+        grammar.choice("SHELL", m_shell, {"bash", "zsh", "fish"}, "Whose", Grammar::Presence::required);
+        m_program = &grammar.root();
+    }
+
+    std::expected<ExitStatus, CommandError> run(const CommandServices&, Output&) override {
+        const Shell shell = m_shell == u"zsh" ? Shell::zsh : m_shell == u"fish" ? Shell::fish : Shell::bash;
+        std::fputs(completionScript(shell, *m_program).c_str(), stdout);
+        return ExitStatus::done;
+    }
+
+    const CLI::App* m_program = nullptr;
+    std::optional<QString> m_shell;
+};
+
+} // namespace
+
+void declareCompletion(Grammar& root) {
+    root.command<CompletionCommand>("completion", "Print the completion script of a shell");
+}
+
+} // namespace quillary::cli

@@ -1,0 +1,76 @@
+#include "cli/ImageFile.h"
+
+#include "base/Text.h"
+#include "base/Try.h"
+#include "imaging/ImageIntake.h"
+#include "imaging/PngEncoder.h"
+#include "library/AppSettings.h"
+#include "platform/PendingFile.h"
+
+#include <QMimeDatabase>
+#include <array>
+#include <cstdio>
+
+namespace quillary::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr qsizetype largestInput = qsizetype(1) << 30;
+
+std::expected<QByteArray, CommandError> standardInput() {
+    QByteArray data;
+    std::array<char, 1 << 16> piece;
+    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin)) {
+        data.append(piece.data(), static_cast<qsizetype>(count));
+        if (data.size() > largestInput)
+            return std::unexpected(CommandError(QStringLiteral("Standard input is larger than any picture.")));
+    }
+    if (std::ferror(stdin)) return std::unexpected(CommandError(QStringLiteral("Could not read standard input.")));
+    return data;
+}
+
+QString typeOf(const QByteArray& data) {
+    const QString type = QMimeDatabase().mimeTypeForData(data).name();
+    // A drawing may begin with a comment of any length.
+    const bool text = type.startsWith(u"text/") || type == u"application/xml";
+    return text && data.contains("<svg") ? QStringLiteral("image/svg+xml") : type;
+}
+
+CommandError couldNotWrite(const fs::path& file, const QString& reason) {
+    return StorageError::couldNotWrite(file, reason);
+}
+
+} // namespace
+
+std::expected<PastedImage, CommandError> readImage(const fs::path& file, const AppSettings& settings) {
+    if (file == "-") {
+        const QByteArray data = TRY(standardInput());
+        return TRY(ImageIntake::read(data, PastedImage::defaultName(), typeOf(data), settings.vectorLongEdge()));
+    }
+    std::error_code missing;
+    const fs::path path = fs::absolute(file, missing);
+    if (!fs::is_regular_file(path, missing)) return std::unexpected(ImageIntakeError::unreadableFile(path));
+    return TRY(ImageIntake::read(path, settings.vectorLongEdge()));
+}
+
+std::expected<void, CommandError> writePng(const QImage& image, const fs::path& file) {
+    std::error_code ignored;
+    const fs::path target = fs::absolute(file, ignored);
+    if (fs::exists(target, ignored) && !fs::is_regular_file(target, ignored))
+        return std::unexpected(couldNotWrite(target, QStringLiteral("It is not a regular file")));
+    const QByteArray png = pngData(image);
+    if (png.isEmpty()) return std::unexpected(StorageError::couldNotEncodePNG());
+
+    const auto told = [&](const platform::FileError& error) { return couldNotWrite(target, error.description()); };
+    auto pending = platform::PendingFile::create(target.parent_path());
+    if (!pending) return std::unexpected(told(pending.error()));
+    const auto written = pending->write(std::as_bytes(std::span(png.constData(), static_cast<std::size_t>(png.size()))));
+    if (!written) return std::unexpected(told(written.error()));
+    const auto replaced = pending->replace(target);
+    if (!replaced) return std::unexpected(told(replaced.error()));
+    return {};
+}
+
+} // namespace quillary::cli

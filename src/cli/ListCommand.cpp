@@ -1,0 +1,190 @@
+#include "base/Text.h"
+#include "base/Try.h"
+#include "cli/CollectionPath.h"
+#include "cli/Commands.h"
+#include "cli/Shelf.h"
+#include "library/BuiltInLibrary.h"
+#include "library/LibraryFilter.h"
+#include "values/CollectionNode.h"
+
+#include <QCollator>
+#include <QDateTime>
+#include <algorithm>
+#include <numeric>
+
+namespace quillary::cli {
+
+namespace {
+
+QDateTime dateOf(const LibraryItem& item) {
+    const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(item.modified);
+    return QDateTime::fromMSecsSinceEpoch(milliseconds.time_since_epoch().count(), Qt::UTC);
+}
+
+using Rows = std::vector<quint32>;
+
+void sortByName(Rows& rows, const LibraryItems& items) {
+    QCollator order{QLocale(QLocale::English)};
+    order.setNumericMode(true);
+    order.setCaseSensitivity(Qt::CaseInsensitive);
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(rows.size());
+    for (const quint32 row : rows) keys.push_back(order.sortKey(shownStem(items[row].url)));
+    Rows places(rows.size());
+    std::iota(places.begin(), places.end(), 0U);
+    std::ranges::stable_sort(places, [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) < 0; });
+    for (quint32& place : places) place = rows[place];
+    rows = std::move(places);
+}
+
+class List final : public Command {
+    void declare(Grammar& grammar) override {
+        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "recent", "builtin"}, "What to list",
+                       Grammar::Presence::required);
+        grammar.text("--collection", m_collection, "PATH", "Only this collection and what lies in it");
+        grammar.flag("--unfiled", m_unfiled, "Only files in no collection");
+        grammar.text("--set", m_set, "NAME", "Only this set of built-in icons");
+        grammar.text("--search", m_search, "TEXT", "Only names that contain the text");
+        grammar.flag("--favorites", m_favorites, "Only favourites");
+        grammar.text("--format", m_format, "FORMAT", "Only pictures made from this format, such as “svg”");
+        grammar.choice("--sort", m_sort, {"newest", "name", "shortest", "longest"}, "The order");
+    }
+
+    std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
+        const LibraryQuery query = TRY(this->query());
+        const auto root = TRY(services.storage.root());
+        const QSet<QString> favorites = services.storage.favorites();
+        const auto isFavorite = [&](const LibraryItem& item) {
+            return !favorites.isEmpty() && favorites.contains(Storage::favoriteKey(item.url, root));
+        };
+        const SearchableItems base(std::make_shared<const LibraryItems>(read(services)));
+        const LibraryItems& items = base.items();
+        Rows rows = visibleRows(base, query, isFavorite);
+        if (m_sort == u"name") sortByName(rows, items);
+        if (m_sort == u"newest")
+            std::ranges::stable_sort(rows, std::greater(), [&](quint32 row) { return items[row].modified; });
+
+        if (output.json()) {
+            QJsonArray array;
+            for (const quint32 row : rows) array.append(described(items[row], isFavorite(items[row])));
+            output.document(array);
+        } else {
+            tell(rows, items, isFavorite, output);
+        }
+        return ExitStatus::done;
+    }
+
+    std::expected<LibraryQuery, CommandError> query() const {
+        const bool builtIn = m_shelf == u"builtin";
+        if (m_set && !builtIn) return std::unexpected(usage("--set is for the built-in icons."));
+        if ((m_collection || m_unfiled) && builtIn) return std::unexpected(usage("Built-in icons lie in sets: use --set."));
+        if (m_collection && m_unfiled) return std::unexpected(usage("--collection and --unfiled exclude each other."));
+        if ((m_sort == u"shortest" || m_sort == u"longest") && m_shelf != u"audio")
+            return std::unexpected(usage("Only sounds are sorted by length."));
+
+        LibraryQuery query;
+        if (const auto path = collectionOf(m_collection)) query.collection = CollectionFilter::named(*path);
+        // The path "" is the shelf without its collections.
+        else if (m_unfiled || m_collection) query.collection = CollectionFilter::unfiled();
+        if (m_set) query.collection = CollectionFilter::builtIn(*m_set);
+        query.favoritesOnly = m_favorites;
+        if (m_format) query.format = m_format->toLower();
+        query.search = m_search.value_or(QString());
+        return query;
+    }
+
+    static CommandError usage(const char* text) {
+        return CommandError::usage(QString::fromUtf8(text), QStringLiteral("Try “quillary list --help”."));
+    }
+
+    LibraryItems read(const CommandServices& services) const {
+        if (m_shelf == u"builtin") return services.builtIns.items();
+        if (m_shelf == u"recent") return services.storage.recentItems();
+        return services.storage.items(*folderNamed(*m_shelf));
+    }
+
+    QJsonObject described(const LibraryItem& item, bool favorite) const {
+        QJsonObject object{
+            {QStringLiteral("path"), jsonPath(item.url)},
+            {QStringLiteral("name"), shownStem(item.url)},
+            {QStringLiteral("collection"), jsonText(item.collection)},
+            {QStringLiteral("modified"), dateOf(item).toString(Qt::ISODateWithMs)},
+            {QStringLiteral("sourceFormat"), jsonText(item.sourceFormat)},
+            {QStringLiteral("favorite"), favorite},
+        };
+        // Lengths are not read yet.
+        if (m_shelf == u"audio") object.insert(QStringLiteral("seconds"), QJsonValue());
+        return object;
+    }
+
+    template <typename IsFavorite>
+    static void tell(const Rows& rows, const LibraryItems& items, const IsFavorite& isFavorite, Output& output) {
+        std::vector<Output::Row> table;
+        for (const quint32 row : rows) {
+            const LibraryItem& item = items[row];
+            table.push_back({isFavorite(item) ? QStringLiteral("★") : QStringLiteral(" "),
+                             dateOf(item).toLocalTime().toString(QStringLiteral("yyyy-MM-dd hh:mm")),
+                             item.collection.value_or(QString()), shown(item.url.filename())});
+        }
+        output.table(table, {}, {Output::Paint::star, Output::Paint::faint, Output::Paint::faint, Output::Paint::strong});
+        output.talk(counted(static_cast<qsizetype>(rows.size()), u"file"));
+    }
+
+    std::optional<QString> m_shelf;
+    std::optional<QString> m_collection;
+    std::optional<QString> m_set;
+    std::optional<QString> m_search;
+    std::optional<QString> m_format;
+    std::optional<QString> m_sort;
+    bool m_unfiled = false;
+    bool m_favorites = false;
+};
+
+class Collections final : public Command {
+    void declare(Grammar& grammar) override {
+        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "blocks"}, "Whose collections to list",
+                       Grammar::Presence::required);
+        grammar.text("--create", m_create, "PATH", "Make this collection first");
+    }
+
+    std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
+        TRY(services.storage.root());
+        if (m_create) TRY(create(services.storage));
+        const auto [folders, files] = collectionsOf(*m_shelf, services.storage);
+        QStringList filed;
+        for (const auto& collection : files)
+            if (collection) filed.append(*collection);
+        const auto counts = rollUp(filed);
+
+        QJsonArray array;
+        std::vector<Output::Row> table;
+        for (const QString& path : folders) {
+            const int count = counts.value(path);
+            array.append(QJsonObject{{QStringLiteral("path"), path}, {QStringLiteral("count"), count}});
+            table.push_back({QString::number(count), path});
+        }
+        if (output.json()) output.document(array);
+        else output.table(table, {0}, {Output::Paint::faint, Output::Paint::strong});
+        return ExitStatus::done;
+    }
+
+    std::expected<void, CommandError> create(Storage& storage) const {
+        const auto path = collectionOf(m_create);
+        if (!path) return std::unexpected(CommandError::usage(QStringLiteral("A collection needs a name.")));
+        if (!createCollection(*path, *m_shelf, storage))
+            return std::unexpected(CommandError(QStringLiteral("Could not create the collection “%1”.").arg(*path)));
+        return {};
+    }
+
+    std::optional<QString> m_shelf;
+    std::optional<QString> m_create;
+};
+
+} // namespace
+
+void declareListing(Grammar& root) {
+    root.command<List>("list", "List a shelf as the panel shows it");
+    root.command<Collections>("collections", "List a shelf's collections, or make one");
+}
+
+} // namespace quillary::cli

@@ -11,8 +11,7 @@ class SettingsStore;
 /// The typed reading of the user's settings. Read afresh at every use, so that a change applies at once everywhere.
 class AppSettings {
 public:
-    explicit AppSettings(platform::SettingsStore& store)
-        : m_store(store) {}
+    explicit AppSettings(platform::SettingsStore& store) : m_store(store) {}
 
     /// How many files Recent keeps; 0 means all.
     int recentLimit() const;

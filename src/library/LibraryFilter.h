@@ -53,12 +53,13 @@ public:
     const std::shared_ptr<const LibraryItems>& shared() const { return m_items; }
     /// Row numbers, ascending, of the items whose display name contains `folded` (made by foldedForSearch) and that
     /// `keeps` accepts. An empty `folded` matches every name.
-    std::vector<quint32> matching(const QString& folded, const std::function<bool(const LibraryItem&)>& keeps = {}) const;
+    std::vector<quint32> matching(const QString& folded,
+                                  const std::function<bool(const LibraryItem&)>& keeps = {}) const;
 
 private:
     std::shared_ptr<const LibraryItems> m_items = std::make_shared<const LibraryItems>();
-    QString m_names;                 ///< every folded name, one after another
-    std::vector<quint32> m_offsets;  ///< where each begins; one more than there are items
+    QString m_names;                ///< every folded name, one after another
+    std::vector<quint32> m_offsets; ///< where each begins; one more than there are items
 };
 
 /// What the user asks of the Images shelf.
@@ -69,8 +70,8 @@ struct LibraryQuery {
     QString search = {}; ///< as typed: blanks around it do not count
 };
 
-/// The rows of `base`, ascending, that the query shows. `base` is the shelf's list, or the built-in icons for a built-in
-/// set. Collection names are not searched; the order is kept.
+/// The rows of `base`, ascending, that the query shows. `base` is the shelf's list, or the built-in icons for a
+/// built-in set. Collection names are not searched; the order is kept.
 std::vector<quint32> visibleRows(const SearchableItems& base, const LibraryQuery& query,
                                  const std::function<bool(const LibraryItem&)>& isFavorite);
 

@@ -27,9 +27,9 @@ class Desktop;
 class SettingsStore;
 } // namespace platform
 
-/// The one owner of the library on disk: where its root lies, which folders it has, how a file is named, written, copied,
-/// moved and stamped there. Every operation asks `root` first. Thread-safe: the cached root is locked, everything else is
-/// on disk, where names are claimed by the file system.
+/// The one owner of the library on disk: where its root lies, which folders it has, how a file is named, written,
+/// copied, moved and stamped there. Every operation asks `root` first. Thread-safe: the cached root is locked,
+/// everything else is on disk, where names are claimed by the file system.
 class Storage {
 public:
     /// A shelf as the destination of a write or the subject of a listing.
@@ -48,15 +48,15 @@ public:
     static constexpr std::string_view sourceAttribute = "com.tamsel.quillary.source";
     static constexpr std::string_view sourceSizeAttribute = "com.tamsel.quillary.sourcesize";
 
-    /// `rootForThisRun` stands in for the chosen folder without being stored; the folder "Quillary" is appended unless it
-    /// bears that name already. A root of this kind that cannot be opened is an error, never the default location.
+    /// `rootForThisRun` stands in for the chosen folder without being stored; the folder "Quillary" is appended unless
+    /// it bears that name already. A root of this kind that cannot be opened is an error, never the default location.
     Storage(platform::SettingsStore& settings, platform::Bookmarks& bookmarks, const platform::Desktop& desktop,
             std::optional<std::filesystem::path> rootForThisRun = {});
 
     // --- The root -----------------------------------------------------------------------------------------------
 
     std::filesystem::path defaultRoot() const;
-    /// The opened chosen folder, none when the user chose none.
+    /// The root in the chosen folder, opened; none when the user chose none.
     std::expected<std::optional<std::filesystem::path>, StorageError> customRoot();
     /// The root in use: the chosen folder, else the default one. Lays out and migrates each root once.
     std::expected<std::filesystem::path, StorageError> root();
@@ -67,8 +67,8 @@ public:
 
     // --- Names --------------------------------------------------------------------------------------------------
 
-    /// A name that may stand in a folder: forbidden and control characters become "-", at most 80 characters, "Image" when
-    /// nothing is left; a leading dot becomes "-", since hidden files show on no shelf.
+    /// A name that may stand in a folder: forbidden and control characters become "-", at most 80 characters, "Image"
+    /// when nothing is left; a leading dot becomes "-", since hidden files show on no shelf.
     static QString sanitize(const QString& name);
     /// The folder of a collection below `folder`. Pieces are trimmed; empty ones, "." and ".." are left out.
     static std::filesystem::path appending(const QString& collection, const std::filesystem::path& folder);
@@ -92,15 +92,16 @@ public:
         std::filesystem::path url;
         bool wasAlreadyThere = false;
     };
-    /// Copies a file of the shelf's own format under its own name. A file of that name (numbered ones included) and size
-    /// is taken to be the same one: it only moves to the top of the list.
+    /// Copies a file of the shelf's own format under its own name. A file of that name (numbered ones included) and
+    /// size is taken to be the same one: it only moves to the top of the list.
     std::expected<Stored, StorageError> storeVerbatim(const std::filesystem::path& file, Folder folder,
                                                       const std::optional<QString>& collection,
                                                       const platform::PendingFile::Progress& progress = {},
                                                       std::stop_token stop = {});
 
-    /// Whether the collection already holds the picture made from `file`: a PNG of its name (numbered ones included) whose
-    /// size, or the source size stamped on it, is the file's size.
+    /// Whether the collection already holds `file`: under its own name and with its size, or as the picture made from
+    /// it: a PNG of its sanitised name whose size, or the source size stamped on it, is the file's size (numbered names
+    /// included). A PNG that is stamped as made from a file of another size counts only if it is this very file.
     bool alreadySaved(const std::filesystem::path& file, Folder folder, const std::optional<QString>& collection);
 
     static void setSourceFormat(const std::filesystem::path& file, const QString& format);
@@ -110,14 +111,18 @@ public:
 
     // --- Looking after files --------------------------------------------------------------------------------------
 
-    /// Removes the file for good. Only inside the library.
+    // Everything here is for files on the shelves of the library alone; others are refused, untouched.
+
+    /// Removes the file for good. A link goes, not what it leads to.
     std::expected<void, StorageError> remove(const std::filesystem::path& file);
-    /// Moves a shelf's file to another collection of the same shelf; none is the shelf folder itself. Its star follows.
+    /// Moves a shelf's file to another collection of the same shelf; none is the shelf folder itself. Recent has no
+    /// collections. Its star follows. A file that lies there already stays as it is.
     std::expected<std::filesystem::path, StorageError> move(const std::filesystem::path& file,
                                                             const std::optional<QString>& collection);
-    /// Gives the file a new name in its folder, keeping its extension. Its star follows.
+    /// Gives the file a new name in its folder, keeping its extension (also when `name` ends with it). Its star
+    /// follows. The name it bears already changes nothing.
     std::expected<std::filesystem::path, StorageError> rename(const std::filesystem::path& file, const QString& name);
-    bool createCollection(const QString& name, Folder folder);
+    bool createCollection(const QString& collection, Folder folder);
 
     /// The shelf folder that a library file lies under; none outside the library.
     std::optional<std::filesystem::path> shelfFolderOf(const std::filesystem::path& file);
@@ -133,24 +138,41 @@ public:
     static QStringList collections(const LibraryItems& items);
     ShelfCounts shelfCounts();
 
-    /// Deletes the oldest files of Recent down to `limit`; below 1 nothing. Returns how many.
+    /// Deletes the oldest entries of Recent down to `limit`; below 1 nothing. Folders count, but only empty ones go.
+    /// Returns how many were deleted.
     int pruneRecent(int limit);
 
     // --- Favourites -------------------------------------------------------------------------------------------------
 
-    /// A file's favourite key: its path below the root, or its full path outside.
+    /// A file's favourite key: its path below the root, or its full path outside. The second form asks no disk; it is
+    /// cheap for files that were listed below that root.
     QString favoriteKey(const std::filesystem::path& file);
-    static QString favoriteKey(const std::filesystem::path& file, const std::filesystem::path& root);
+    static QString favoriteKey(const FileLocation& file, const std::filesystem::path& root);
     QSet<QString> favorites() const;
     /// Returns the new state.
     bool toggleFavorite(const std::filesystem::path& file);
     void setFavorites(std::span<const std::filesystem::path> files, bool favorite);
 
 private:
+    using Opened = std::expected<std::optional<std::filesystem::path>, StorageError>;
+
+    // With the lock held.
+    Opened openCustomRoot();
+    Opened openRootForThisRun();
+    void closeCustomRoot();
+    void layOutOnce(const std::filesystem::path& root);
+
+    /// Where a library file really lies below the root; an error for anything else.
+    std::expected<std::filesystem::path, StorageError> ownFile(const std::filesystem::path& file);
+    std::expected<std::filesystem::path, StorageError> folderFor(Folder folder,
+                                                                 const std::optional<QString>& collection);
+    std::expected<std::filesystem::path, StorageError>
+    moveWithStar(const std::filesystem::path& file, const std::filesystem::path& folder, const NumberedName& names);
+
     platform::SettingsStore& m_settings;
     platform::Bookmarks& m_bookmarks;
     const platform::Desktop& m_desktop;
-    const std::optional<std::filesystem::path> m_rootForThisRun;
+    const std::optional<std::filesystem::path> m_rootForThisRun; ///< "Quillary" included
 
     mutable std::mutex m_mutex;
     std::optional<std::filesystem::path> m_openedFolder; ///< the chosen folder as picked, access started
@@ -166,8 +188,7 @@ public:
 private:
     friend class Storage;
     Prepared(platform::PendingFile file, std::filesystem::path folder)
-        : m_file(std::move(file))
-        , m_folder(std::move(folder)) {}
+        : m_file(std::move(file)), m_folder(std::move(folder)) {}
 
     platform::PendingFile m_file;
     std::filesystem::path m_folder;

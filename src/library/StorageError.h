@@ -8,10 +8,10 @@ namespace quillary {
 /// Why the library could not be written.
 struct StorageError {
     enum class Kind {
-        couldNotWrite,     ///< `location` and the system's own words in `reason`
-        noRoot,            ///< the library folder cannot be opened
+        couldNotWrite, ///< `location` and the system's own words in `reason`
+        noRoot,        ///< the library folder cannot be opened
         couldNotEncodePNG,
-        platform,          ///< the system's own error, passed on as it is in `reason`
+        platform, ///< the system's own error, passed on as it is in `reason`
     };
 
     Kind kind = Kind::noRoot;

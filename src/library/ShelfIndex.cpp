@@ -1,0 +1,217 @@
+#include "library/ShelfIndex.h"
+
+#include "library/ShelfWalk.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace quillary {
+
+namespace {
+
+using platform::FolderWatch;
+
+template <typename Visit>
+void visitAll(const ShelfNode& node, const Visit& visit) {
+    visit(node);
+    for (const auto& below : node.folders) visitAll(*below, visit);
+}
+
+/// Every file of the tree, newest first.
+LibraryItems itemsOf(const ShelfNode& root, const ShelfWalk& walk) {
+    struct Place {
+        FileDate modified;
+        std::uint32_t node;
+        std::uint32_t file;
+    };
+    std::vector<const ShelfNode*> nodes;
+    std::vector<Place> places;
+    visitAll(root, [&](const ShelfNode& node) {
+        const auto number = static_cast<std::uint32_t>(nodes.size());
+        nodes.push_back(&node);
+        for (std::uint32_t i = 0; i < node.files.size(); ++i) places.push_back({node.files[i].modified, number, i});
+    });
+    // Node and file numbers ascend along the walk, so that equal dates keep its order.
+    std::ranges::sort(places, [](const Place& a, const Place& b) {
+        if (a.modified != b.modified) return a.modified > b.modified;
+        return a.node != b.node ? a.node < b.node : a.file < b.file;
+    });
+    LibraryItems items;
+    items.reserve(places.size());
+    for (const Place& place : places) {
+        const ShelfNode& node = *nodes[place.node];
+        const ShelfNode::File& file = node.files[place.file];
+        items.emplace_back(FileLocation(node.text, file.offset, file.length), file.modified, node.collection,
+                           walk.format(file.format));
+    }
+    return items;
+}
+
+} // namespace
+
+class ShelfIndex::State final : public ShelfNodeObserver {
+public:
+    State(std::filesystem::path folder, std::span<const std::string_view> extensions, bool watch, Reach reach)
+        : m_folder(std::move(folder))
+        , m_walk(extensions, {.recursive = reach == Reach::everything}, watch ? this : nullptr) {
+        if (watch) m_watch.emplace();
+    }
+
+    bool refresh() {
+        if (!m_watch || !m_root || isReplaced()) return readAll();
+        takeChanges();
+        if (m_everything) return readAll();
+        if (m_dirty.empty() && m_restless.empty()) return false;
+        m_dirty.insert(m_restless.begin(), m_restless.end());
+        bool changed = false;
+        while (ShelfNode* next = shallowest()) {
+            m_dirty.erase(next);
+            changed = m_walk.readAgain(*next) || changed;
+        }
+        if (changed) m_items = std::make_shared<const LibraryItems>(itemsOf(*m_root, m_walk));
+        return changed;
+    }
+
+    int descriptor() const { return m_watch ? m_watch->descriptor() : -1; }
+    const std::shared_ptr<const LibraryItems>& items() const { return m_items; }
+
+    QStringList collectionFolders() const {
+        QStringList found;
+        if (!m_root) return found;
+        visitAll(*m_root, [&](const ShelfNode& node) {
+            if (node.collection) found.append(*node.collection);
+        });
+        found.sort();
+        found.removeDuplicates();
+        return found;
+    }
+
+    void entered(ShelfNode& node) override {
+        node.watch = m_watch->add(node.text->path);
+        if (node.watch >= 0) m_watched.emplace(node.watch, &node);
+    }
+
+    void wasRead(ShelfNode& node) override {
+        if (node.watch < 0) node.allChanged = true;
+        if (node.restless || node.watch < 0)
+            m_restless.insert(&node);
+        else
+            m_restless.erase(&node);
+    }
+
+    void leaves(ShelfNode& node) override {
+        m_dirty.erase(&node);
+        m_restless.erase(&node);
+        unwatch(node);
+    }
+
+private:
+    bool readAll() {
+        forgetAll();
+        m_root = m_walk.readTree(m_folder);
+        auto items = std::make_shared<const LibraryItems>(itemsOf(*m_root, m_walk));
+        const bool changed = !m_readOnce || *items != *m_items;
+        m_readOnce = true;
+        if (changed) m_items = std::move(items);
+        return changed;
+    }
+
+    /// The descriptor stays, since somebody may wait on it; what it still tells is of folders nobody asks for.
+    void forgetAll() {
+        m_everything = false;
+        for (const auto& [watch, node] : m_watched) m_watch->remove(watch);
+        m_watched.clear();
+        m_dirty.clear();
+        m_restless.clear();
+        if (m_watch) m_watch->read();
+    }
+
+    /// Another folder under the shelf's name, or none any more.
+    bool isReplaced() const {
+        const auto now = platform::OpenFolder::open(m_folder);
+        return (now ? now->identity() : platform::FileIdentity()) != m_root->identity;
+    }
+
+    void takeChanges() {
+        for (const FolderWatch::Change& change : m_watch->read()) {
+            if (change.kind == FolderWatch::Change::Kind::lost) m_everything = true;
+            if (change.name.starts_with('.')) continue;
+            const auto [first, end] = m_watched.equal_range(change.watch);
+            std::vector<ShelfNode*> nodes;
+            for (auto at = first; at != end; ++at) nodes.push_back(at->second);
+            for (ShelfNode* node : nodes) mark(*node, change);
+        }
+    }
+
+    void mark(ShelfNode& node, const FolderWatch::Change& change) {
+        using Kind = FolderWatch::Change::Kind;
+        if (change.kind == Kind::entry)
+            node.changed.insert(change.name);
+        else if (change.kind == Kind::attributes)
+            node.allChanged = true;
+        if (change.kind != Kind::gone) {
+            m_dirty.insert(&node);
+        } else if (node.parent) {
+            node.parent->changed.insert(node.name);
+            m_dirty.insert(node.parent);
+        } else {
+            m_everything = true;
+        }
+    }
+
+    void unwatch(ShelfNode& node) {
+        if (node.watch < 0) return;
+        const auto [first, end] = m_watched.equal_range(node.watch);
+        const auto own = std::find_if(first, end, [&](const auto& entry) { return entry.second == &node; });
+        if (own != end) m_watched.erase(own);
+        if (!m_watched.contains(node.watch)) m_watch->remove(node.watch);
+        node.watch = -1;
+    }
+
+    ShelfNode* shallowest() const {
+        const auto first = std::ranges::min_element(m_dirty, {}, &ShelfNode::depth);
+        return first == m_dirty.end() ? nullptr : *first;
+    }
+
+    const std::filesystem::path m_folder;
+    ShelfWalk m_walk;
+    std::optional<FolderWatch> m_watch;
+    std::unique_ptr<ShelfNode> m_root;
+    std::shared_ptr<const LibraryItems> m_items = std::make_shared<const LibraryItems>();
+    std::unordered_multimap<int, ShelfNode*> m_watched;
+    std::unordered_set<ShelfNode*> m_dirty;    ///< changed on disk
+    std::unordered_set<ShelfNode*> m_restless; ///< not watched, or with links that are not
+    bool m_everything = false;
+    bool m_readOnce = false;
+};
+
+ShelfIndex::ShelfIndex(std::filesystem::path folder, std::span<const std::string_view> extensions, bool watch,
+                       Reach reach)
+    : m_state(std::make_unique<State>(std::move(folder), extensions, watch, reach)) {}
+
+ShelfIndex::~ShelfIndex() = default;
+ShelfIndex::ShelfIndex(ShelfIndex&&) noexcept = default;
+ShelfIndex& ShelfIndex::operator=(ShelfIndex&&) noexcept = default;
+
+std::int64_t ShelfIndex::countFiles(const std::filesystem::path& folder, std::span<const std::string_view> extensions) {
+    ShelfWalk walk(extensions, {.details = false}, nullptr);
+    std::int64_t count = 0;
+    visitAll(*walk.readTree(folder), [&](const ShelfNode& node) { count += std::ssize(node.files); });
+    return count;
+}
+
+bool ShelfIndex::refresh() {
+    return m_state->refresh();
+}
+int ShelfIndex::descriptor() const {
+    return m_state->descriptor();
+}
+std::shared_ptr<const LibraryItems> ShelfIndex::items() const {
+    return m_state->items();
+}
+QStringList ShelfIndex::collectionFolders() const {
+    return m_state->collectionFolders();
+}
+
+} // namespace quillary

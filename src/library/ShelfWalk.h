@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/OpenFolder.h"
+#include "values/LibraryItem.h"
+
+#include <QString>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillary {
+
+/// One folder of a shelf as it was last read, with those below it.
+struct ShelfNode {
+    struct File {
+        std::uint32_t offset = 0; ///< of the name in `text`
+        std::uint32_t length = 0;
+        std::uint32_t format = 0; ///< number of the source format; 0 is none
+        FileDate modified = distantPast;
+    };
+
+    std::shared_ptr<const FileLocation::Folder> text;
+    std::string name; ///< as the parent knows it
+    std::optional<QString> collection = {};
+    platform::FileIdentity identity = {};
+    ShelfNode* parent = nullptr;
+    int depth = 0;
+    int linksAbove = 0;
+    int watch = -1;
+    bool restless = false; ///< holds links whose targets are not watched: must be read every time
+    std::vector<File> files;
+    std::vector<std::unique_ptr<ShelfNode>> folders;
+
+    std::set<std::string, std::less<>> changed; ///< entries that were reported since the last reading
+    bool allChanged = true;
+
+    bool unchanged(std::string_view entry) const { return !allChanged && !changed.contains(entry); }
+};
+
+/// Hears what becomes of the nodes of a walk, so that they can be watched.
+class ShelfNodeObserver {
+public:
+    virtual ~ShelfNodeObserver() = default;
+    /// Before the folder is read for the first time.
+    virtual void entered(ShelfNode& node) = 0;
+    virtual void wasRead(ShelfNode& node) = 0;
+    /// Before the node goes, with everything below it.
+    virtual void leaves(ShelfNode& node) = 0;
+};
+
+/// Reads folders into nodes.
+class ShelfWalk {
+public:
+    struct Depth {
+        bool recursive = true;
+        bool details = true; ///< dates and formats; without them files are only named
+    };
+
+    ShelfWalk(std::span<const std::string_view> extensions, Depth depth, ShelfNodeObserver* observer)
+        : m_extensions(extensions), m_depth(depth), m_observer(observer) {}
+
+    /// A folder that was never read, with everything below it.
+    std::unique_ptr<ShelfNode> readTree(const std::filesystem::path& folder);
+    /// One folder again: what was not reported as changed keeps its date and format, folders that are still there keep
+    /// their nodes. Returns whether anything is different.
+    bool readAgain(ShelfNode& node);
+
+    /// None for number 0.
+    const std::optional<QString>& format(std::uint32_t number) const { return m_formats[number]; }
+
+private:
+    void enter(ShelfNode& node, const platform::OpenFolder& folder);
+    bool readEntries(ShelfNode& node, const platform::OpenFolder& folder);
+    struct Folders;
+    bool readFiles(ShelfNode& node, const platform::OpenFolder& folder, Folders& folders);
+    bool readFolders(ShelfNode& node, const platform::OpenFolder& folder, Folders& folders);
+    std::unique_ptr<ShelfNode> readFolder(ShelfNode& parent, const platform::OpenFolder& above, const char* name,
+                                          bool throughLink);
+    void leave(ShelfNode& node);
+    bool wanted(std::string_view name) const;
+    std::uint32_t formatNumber(std::string_view bytes);
+
+    std::span<const std::string_view> m_extensions;
+    Depth m_depth;
+    ShelfNodeObserver* m_observer;
+    platform::OpenFolder::Entries m_entries; ///< of the folder that is being read
+    std::vector<std::optional<QString>> m_formats{std::nullopt};
+    std::vector<std::string> m_formatBytes{std::string()};
+};
+
+} // namespace quillary

@@ -1,0 +1,158 @@
+#include "base/Text.h"
+#include "base/Try.h"
+#include "imaging/PngEncoder.h"
+#include "library/Storage.h"
+#include "platform/FileAttributes.h"
+
+#include <chrono>
+#include <fstream>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+NumberedName pngName(const QString& name) {
+    return {Storage::sanitize(name).toStdString(), "png"};
+}
+
+StorageError couldNotWrite(const fs::path& folder, const NumberedName& names, const platform::FileError& error) {
+    return StorageError::couldNotWrite(folder / names.at(1), error.description());
+}
+
+std::optional<std::uintmax_t> sizeOf(const fs::path& file) {
+    std::error_code failed;
+    if (!fs::is_regular_file(file, failed)) return {};
+    const auto size = fs::file_size(file, failed);
+    return failed ? std::nullopt : std::optional(size);
+}
+
+/// The first file of the sequence that `matches`; the search ends at the first free name.
+template <typename Matches>
+std::optional<fs::path> existing(const fs::path& folder, const NumberedName& names, Matches matches) {
+    for (unsigned n = 1;; ++n) {
+        fs::path candidate = folder / names.at(n);
+        std::error_code failed;
+        if (!fs::exists(fs::symlink_status(candidate, failed))) return {};
+        if (matches(candidate)) return candidate;
+    }
+}
+
+bool sameBytes(const fs::path& a, const fs::path& b) {
+    std::ifstream left(a, std::ios::binary);
+    std::ifstream right(b, std::ios::binary);
+    return left && right &&
+           std::equal(std::istreambuf_iterator<char>(left), {}, std::istreambuf_iterator<char>(right), {});
+}
+
+} // namespace
+
+std::expected<fs::path, StorageError> Storage::folderFor(Folder folder, const std::optional<QString>& collection) {
+    const fs::path path = appending(collection.value_or(QString()), TRY(root()) / relativeFolder(folder));
+    const auto made = platform::createFolders(path);
+    if (made) return path;
+    return std::unexpected(StorageError::platform(QStringLiteral("Could not create the folder “%1”: %2")
+                                                      .arg(shown(path.filename()), made.error().description())));
+}
+
+std::expected<Storage::Prepared, StorageError> Storage::prepare(const PastedImage& image, Folder folder,
+                                                                const std::optional<QString>& collection,
+                                                                std::stop_token stop) {
+    fs::path path = TRY(folderFor(folder, collection));
+    const QByteArray png = pngData(image.image, std::move(stop));
+    if (png.isEmpty()) return std::unexpected(StorageError::couldNotEncodePNG());
+
+    const auto failed = [&](const platform::FileError& error) {
+        return std::unexpected(couldNotWrite(path, pngName(image.name), error));
+    };
+    auto file = platform::PendingFile::create(path);
+    if (!file) return failed(file.error());
+    if (const auto written = file->write(std::as_bytes(std::span(png.constData(), png.size()))); !written)
+        return failed(written.error());
+    file->setAttribute(sourceAttribute, image.formatLabel.toLower().toStdString());
+    if (image.sourceBytes) file->setAttribute(sourceSizeAttribute, std::to_string(*image.sourceBytes));
+    // A drag waits for Recent; what is saved into the library is safe on disk before it gets its name.
+    if (folder != Folder::recent)
+        if (const auto synced = file->sync(); !synced) return failed(synced.error());
+    return Prepared(*std::move(file), std::move(path));
+}
+
+std::expected<fs::path, StorageError> Storage::place(Prepared prepared, const QString& name) {
+    const NumberedName names = pngName(name);
+    prepared.m_file.setModified(std::chrono::system_clock::now());
+    auto placed = prepared.m_file.place(names);
+    if (!placed) return std::unexpected(couldNotWrite(prepared.m_folder, names, placed.error()));
+    return *std::move(placed);
+}
+
+std::expected<fs::path, StorageError> Storage::write(const PastedImage& image, Folder folder,
+                                                     const std::optional<QString>& collection) {
+    return place(TRY(prepare(image, folder, collection)), image.name);
+}
+
+std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::path& file, Folder folder,
+                                                                    const std::optional<QString>& collection,
+                                                                    const platform::PendingFile::Progress& progress,
+                                                                    std::stop_token stop) {
+    const auto size = sizeOf(file);
+    if (!size)
+        return std::unexpected(
+            StorageError::platform(QStringLiteral("Could not read %1.").arg(shown(file.filename()))));
+    const fs::path path = TRY(folderFor(folder, collection));
+    const NumberedName names = NumberedName::ofFileName(file.filename().native());
+    if (const auto same = existing(path, names, [&](const fs::path& there) { return sizeOf(there) == size; })) {
+        platform::stampNow(*same);
+        return Stored{*same, true};
+    }
+    const auto failed = [&](const platform::FileError& error) {
+        return std::unexpected(couldNotWrite(path, names, error));
+    };
+    auto copy = platform::PendingFile::create(path);
+    if (!copy) return failed(copy.error());
+    if (const auto copied = copy->copyFrom(file, progress, std::move(stop)); !copied) return failed(copied.error());
+    if (const auto synced = copy->sync(); !synced) return failed(synced.error());
+    auto placed = copy->place(names);
+    if (!placed) return failed(placed.error());
+    platform::clearQuarantine(*placed);
+    platform::stampNow(*placed);
+    return Stored{*std::move(placed), false};
+}
+
+bool Storage::alreadySaved(const fs::path& file, Folder folder, const std::optional<QString>& collection) {
+    const auto size = sizeOf(file);
+    const auto root = this->root();
+    if (!size || !root) return false;
+    const fs::path path = appending(collection.value_or(QString()), *root / relativeFolder(folder));
+    const auto holds = [&](const fs::path& there) {
+        const auto source = sourceSize(there);
+        if (source && static_cast<std::uintmax_t>(*source) == *size) return true;
+        if (sizeOf(there) != size) return false;
+        return !source || sameBytes(file, there);
+    };
+    if (existing(path, pngName(shownStem(file)), holds)) return true;
+    return existing(path, NumberedName::ofFileName(file.filename().native()), holds).has_value();
+}
+
+void Storage::setSourceFormat(const fs::path& file, const QString& format) {
+    platform::setAttribute(file, sourceAttribute, format.toLower().toStdString());
+}
+
+void Storage::setSourceSize(const fs::path& file, qint64 size) {
+    platform::setAttribute(file, sourceSizeAttribute, std::to_string(size));
+}
+
+std::optional<QString> Storage::sourceFormat(const fs::path& file) {
+    const auto value = platform::attribute(file, sourceAttribute);
+    return value && !value->empty() ? std::optional(QString::fromStdString(*value)) : std::nullopt;
+}
+
+std::optional<qint64> Storage::sourceSize(const fs::path& file) {
+    const auto value = platform::attribute(file, sourceSizeAttribute);
+    if (!value) return {};
+    bool isNumber = false;
+    const qint64 size = QByteArray::fromStdString(*value).toLongLong(&isNumber);
+    return isNumber ? std::optional(size) : std::nullopt;
+}
+
+} // namespace quillary

@@ -13,13 +13,14 @@ namespace quillary::benchmark::Pictures {
 
 namespace {
 
-/// A square of smooth noise: random values on a lattice of `cells` cells, interpolated, added over many sizes of cells.
+/// A square of noise with structure at every scale: random values on lattices of all sizes, interpolated and added,
+/// almost as strong in the fine ones as in the coarse. Mean 0, standard deviation 1.
 std::vector<float> fractal(int side, unsigned seed) {
     std::vector<float> sum(static_cast<std::size_t>(side) * side, 0.0F);
     std::mt19937 random(seed);
     std::uniform_real_distribution<float> uniform(-1, 1);
     float weight = 1;
-    for (int cells = 2; cells <= side / 2; cells *= 2, weight *= 0.52F) {
+    for (int cells = 2; cells <= side; cells *= 2, weight *= 0.9F) {
         const int points = cells + 1;
         std::vector<float> lattice(static_cast<std::size_t>(points) * points);
         for (float& value : lattice) value = uniform(random);
@@ -40,6 +41,10 @@ std::vector<float> fractal(int side, unsigned seed) {
             }
         }
     }
+    double squares = 0;
+    for (const float value : sum) squares += double(value) * value;
+    const auto deviation = static_cast<float>(std::sqrt(squares / static_cast<double>(sum.size())));
+    for (float& value : sum) value /= deviation;
     return sum;
 }
 
@@ -50,8 +55,12 @@ std::uint8_t sample(float value) {
 } // namespace
 
 QImage photo(int side) {
-    const std::array channels{fractal(side, 11), fractal(side, 12), fractal(side, 13)};
-    const auto common = fractal(side, 1);
+    // Optics are less sharp than the sensor: the structure has half its resolution, the grain all of it.
+    const int half = (side + 1) / 2;
+    const std::array channels{fractal(half, 11), fractal(half, 12), fractal(half, 13)};
+    const auto common = fractal(half, 1);
+    constexpr std::array level{120.0F, 128.0F, 110.0F};
+    constexpr std::array strength{38.0F, 40.0F, 34.0F};
     std::mt19937 random(7);
     std::normal_distribution<float> grain(0, 1.6F);
     QImage image(side, side, QImage::Format_RGBA8888);
@@ -59,9 +68,10 @@ QImage photo(int side) {
         uchar* row = image.scanLine(y);
         const float light = 20.0F * static_cast<float>(y) / static_cast<float>(side);
         for (int x = 0; x < side; ++x) {
-            const std::size_t at = static_cast<std::size_t>(y) * side + x;
+            const std::size_t at = static_cast<std::size_t>(y / 2) * half + x / 2;
             for (std::size_t c = 0; c < 3; ++c)
-                row[x * 4 + c] = sample(120 + 60 * common[at] + 14 * channels[c][at] + light + grain(random));
+                row[x * 4 + c] =
+                    sample(level[c] + strength[c] * common[at] + 9 * channels[c][at] + light + grain(random));
             row[x * 4 + 3] = 255;
         }
     }

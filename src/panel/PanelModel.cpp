@@ -56,12 +56,14 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_staging(with.work)
     , m_export(with.work)
     , m_saving(with.saves)
-    , m_imagesListing(std::make_shared<ShelfListing>(Storage::Folder::images))
-    , m_videosListing(std::make_shared<ShelfListing>(Storage::Folder::videos))
-    , m_audioListing(std::make_shared<ShelfListing>(Storage::Folder::audio))
-    , m_imagesRefresh(with.work)
-    , m_videosRefresh(with.work)
-    , m_audioRefresh(with.work) {
+    , m_imagesShelf{std::make_shared<ShelfListing>(Storage::Folder::images), Background(with.work),
+                    ShelfWatch([this] { refreshLibrary(Refresh::changed); })}
+    , m_recentListing(std::make_shared<ShelfListing>(Storage::Folder::recent))
+    , m_recentWatch([this] { refreshLibrary(Refresh::changed); })
+    , m_videosShelf{std::make_shared<ShelfListing>(Storage::Folder::videos), Background(with.work),
+                    ShelfWatch([this] { refreshVideos(); })}
+    , m_audioShelf{std::make_shared<ShelfListing>(Storage::Folder::audio), Background(with.work),
+                   ShelfWatch([this] { refreshAudio(); })} {
     m_noteTask.setSingleShot(true);
     m_noteTask.setInterval(6s);
     connect(&m_noteTask, &QTimer::timeout, this, [this] { write(m_blockNote, {}, &PanelModel::blockNoteChanged); });

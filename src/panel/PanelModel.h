@@ -8,6 +8,7 @@
 #include "library/Storage.h"
 #include "panel/BatchSave.h"
 #include "panel/ItemListModel.h"
+#include "panel/ShelfWatch.h"
 #include "values/Arrangement.h"
 
 #include <QImage>
@@ -358,9 +359,21 @@ private:
     const SearchableItems& filteredBase() const;
     void reloadFavorites();
     using ShelfRefreshed = std::function<void(std::shared_ptr<const LibraryItems>, QStringList)>;
-    void refreshShelf(const std::shared_ptr<ShelfListing>& listing, Background& line, ShelfRefreshed done);
+    /// A shelf that is listed in the background and listed again when it changes on disk.
+    struct Shelf {
+        std::shared_ptr<ShelfListing> listing;
+        Background refresh;
+        ShelfWatch watch;
+    };
+    void refreshShelf(Shelf& shelf, ShelfRefreshed done);
+
+    /// A change on disk never takes a collection away that is still there; a refresh that the panel asks for does when it
+    /// holds no image.
+    enum class Refresh { asked, changed };
+    void refreshLibrary(Refresh cause);
     struct LibraryListing;
-    void takeOver(LibraryListing found);
+    void takeOver(LibraryListing found, Refresh cause);
+    void settleFilter(const LibraryListing& found, Refresh cause);
     const LibraryItem* itemAt(const QString& itemUrl) const;
     void stageDropped(const platform::ItemProvider& item);
     void finishBatch(const BatchResult& result);
@@ -428,12 +441,11 @@ private:
     Background m_export;
     Background m_saving;
     std::optional<Storage::Prepared> m_prepared; ///< belongs to the picture that `imageToExport` gives now
-    std::shared_ptr<ShelfListing> m_imagesListing;
-    std::shared_ptr<ShelfListing> m_videosListing;
-    std::shared_ptr<ShelfListing> m_audioListing;
-    Background m_imagesRefresh;
-    Background m_videosRefresh;
-    Background m_audioRefresh;
+    Shelf m_imagesShelf;
+    std::shared_ptr<ShelfListing> m_recentListing;
+    ShelfWatch m_recentWatch;
+    Shelf m_videosShelf;
+    Shelf m_audioShelf;
     std::stop_source m_closing;
     QTimer m_progressTick;
     std::deque<std::shared_ptr<BatchProgress>> m_batches; ///< the running one first

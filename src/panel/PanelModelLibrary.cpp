@@ -12,19 +12,21 @@ namespace quillary {
 
 namespace fs = std::filesystem;
 
-/// What a worker brings home of the Images shelf.
+/// What a worker brings home of the Images shelf and Recent.
 struct PanelModel::LibraryListing {
-    fs::path root;
-    SearchableItems library;
-    std::shared_ptr<const LibraryItems> recent;
-    QStringList collections;
-    QStringList formats;
-    ShelfCounts counts;
-    SearchableItems builtIn;
-    QStringList builtInSets;
+    ShelfListing::Contents shelf;
+    ShelfListing::Contents recent;
+    SearchableItems library = {};
+    QStringList collections = {};
+    QStringList formats = {};
+    std::int64_t blocks = 0;
+    SearchableItems builtIn = {};
+    QStringList builtInSets = {};
 };
 
 namespace {
+
+constexpr std::string_view blockDocument = "fcpxml";
 
 QStringList formatsOf(const LibraryItems& items) {
     QSet<QString> formats;
@@ -37,50 +39,61 @@ QStringList formatsOf(const LibraryItems& items) {
 
 } // namespace
 
-void PanelModel::refreshLibrary() {
-    m_imagesRefresh.run(
-        [listing = m_imagesListing, &storage = m_storage, &builtIns = m_builtIns,
+void PanelModel::refreshLibrary() { refreshLibrary(Refresh::asked); }
+
+void PanelModel::refreshLibrary(Refresh cause) {
+    m_imagesShelf.refresh.run(
+        [images = m_imagesShelf.listing, recent = m_recentListing, &storage = m_storage, &builtIns = m_builtIns,
          readBuiltIns = builtIn().empty()](const std::stop_token&) -> std::optional<LibraryListing> {
-            const auto contents = listing->refresh(storage);
-            if (!contents) return {};
-            LibraryListing found;
-            found.root = contents->root;
-            found.library = SearchableItems(contents->items);
-            found.recent = std::make_shared<const LibraryItems>(storage.recentItems());
-            found.collections = Storage::collections(*contents->items);
-            found.formats = formatsOf(*contents->items);
-            found.counts = storage.shelfCounts();
+            auto shelf = images->refresh(storage);
+            auto dragged = recent->refresh(storage);
+            if (!shelf || !dragged) return {};
+            LibraryListing found{.shelf = *std::move(shelf), .recent = *std::move(dragged)};
+            found.library = SearchableItems(found.shelf.items);
+            found.collections = Storage::collections(*found.shelf.items);
+            found.formats = formatsOf(*found.shelf.items);
+            found.blocks = ShelfIndex::countFiles(found.shelf.root / Storage::blocksFolder(), {&blockDocument, 1});
             if (readBuiltIns) {
                 found.builtIn = SearchableItems(std::make_shared<const LibraryItems>(builtIns.items()));
                 found.builtInSets = builtIns.sets();
             }
             return found;
         },
-        [this](std::optional<LibraryListing> found) {
-            if (found) takeOver(*std::move(found));
+        [this, cause](std::optional<LibraryListing> found) {
+            if (found) takeOver(*std::move(found), cause);
         });
 }
 
-void PanelModel::takeOver(LibraryListing found) {
-    m_root = found.root;
+void PanelModel::takeOver(LibraryListing found, Refresh cause) {
+    m_root = found.shelf.root;
     m_availableFormats = found.formats;
     m_libraryLoaded = true;
     write(m_library, std::move(found.library), &PanelModel::libraryChanged);
-    write(m_recent, found.recent, &PanelModel::recentChanged);
-    m_recentModel.show(found.recent);
+    write(m_recent, found.recent.items, &PanelModel::recentChanged);
+    m_recentModel.show(m_recent);
     write(m_collections, found.collections, &PanelModel::collectionsChanged);
-    write(m_shelfCounts, found.counts, &PanelModel::shelfCountsChanged);
+    m_shelfCounts.images = std::ssize(library());
+    m_shelfCounts.recent = std::ssize(recent());
+    m_shelfCounts.blocks = found.blocks;
+    Q_EMIT shelfCountsChanged();
     if (builtIn().empty()) {
         m_builtInSets = found.builtInSets;
         write(m_builtIn, std::move(found.builtIn), &PanelModel::builtInChanged);
     }
-    if (const auto* named = std::get_if<CollectionFilter::Named>(&m_collectionFilter.value))
-        if (!m_collections.contains(named->path))
-            write(m_collectionFilter, CollectionFilter::all(), &PanelModel::collectionFilterChanged);
+    settleFilter(found, cause);
+    updateVisibleLibrary();
+    m_imagesShelf.watch.watch(found.shelf.descriptor);
+    m_recentWatch.watch(found.recent.descriptor);
+}
+
+void PanelModel::settleFilter(const LibraryListing& found, Refresh cause) {
+    const auto* named = std::get_if<CollectionFilter::Named>(&m_collectionFilter.value);
+    const bool stays = !named || m_collections.contains(named->path) ||
+                       (cause == Refresh::changed && found.shelf.collectionFolders.contains(named->path));
+    if (!stays) write(m_collectionFilter, CollectionFilter::all(), &PanelModel::collectionFilterChanged);
     if (m_selectAfterRefresh)
         write(m_collectionFilter, CollectionFilter::named(*std::exchange(m_selectAfterRefresh, {})),
               &PanelModel::collectionFilterChanged);
-    updateVisibleLibrary();
 }
 
 LibraryQuery PanelModel::query() const {
@@ -213,26 +226,29 @@ std::expected<fs::path, QString> PanelModel::fileToDrag(const LibraryItem& item)
     return *std::move(png);
 }
 
-void PanelModel::refreshShelf(const std::shared_ptr<ShelfListing>& listing, Background& line, ShelfRefreshed done) {
-    line.run([listing, &storage = m_storage](const std::stop_token&) { return listing->refresh(storage); },
-             [done = std::move(done)](const std::optional<ShelfListing::Contents>& contents) {
-                 if (contents) done(contents->items, Storage::collections(*contents->items));
-             });
+void PanelModel::refreshShelf(Shelf& shelf, ShelfRefreshed done) {
+    shelf.refresh.run(
+        [listing = shelf.listing, &storage = m_storage](const std::stop_token&) { return listing->refresh(storage); },
+        [&shelf, done = std::move(done)](const std::optional<ShelfListing::Contents>& contents) {
+            if (!contents) return;
+            done(contents->items, Storage::collections(*contents->items));
+            shelf.watch.watch(contents->descriptor);
+        });
 }
 
 void PanelModel::refreshVideos() {
-    refreshShelf(m_videosListing, m_videosRefresh, [this](std::shared_ptr<const LibraryItems> items, QStringList paths) {
+    refreshShelf(m_videosShelf, [this](std::shared_ptr<const LibraryItems> items, QStringList paths) {
         m_videoCollections = std::move(paths);
-        m_shelfCounts.videos = static_cast<std::int64_t>(items->size());
+        m_shelfCounts.videos = std::ssize(*items);
         write(m_videos, std::move(items), &PanelModel::videosChanged);
         Q_EMIT shelfCountsChanged();
     });
 }
 
 void PanelModel::refreshAudio() {
-    refreshShelf(m_audioListing, m_audioRefresh, [this](std::shared_ptr<const LibraryItems> items, QStringList paths) {
+    refreshShelf(m_audioShelf, [this](std::shared_ptr<const LibraryItems> items, QStringList paths) {
         m_audioCollections = std::move(paths);
-        m_shelfCounts.audio = static_cast<std::int64_t>(items->size());
+        m_shelfCounts.audio = std::ssize(*items);
         write(m_audio, std::move(items), &PanelModel::audioChanged);
         Q_EMIT shelfCountsChanged();
     });

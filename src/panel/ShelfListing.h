@@ -18,6 +18,7 @@ public:
         std::filesystem::path root;
         std::shared_ptr<const LibraryItems> items;
         QStringList collectionFolders;
+        int descriptor = -1; ///< becomes readable when the shelf changes; -1 when it is not watched
     };
 
     /// Absent when the library cannot be opened.

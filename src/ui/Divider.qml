@@ -1,0 +1,7 @@
+import QtQuick
+import Quillary.Controls
+
+Rectangle {
+    color: Theme.hairline
+    implicitHeight: 1
+}

@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Templates as T
+import Quillary.Controls
+
+T.MenuItem {
+    id: control
+
+    property string symbol: ""
+    /// A quieter text at the end, such as a count.
+    property string detail: ""
+    property bool dangerous: false
+    readonly property color ink: !enabled ? Theme.disabled : highlighted ? Theme.onAccent
+                               : dangerous ? Theme.danger : Theme.text
+
+    Accessible.name: text
+    implicitHeight: visible ? Theme.controlHeight : 0
+    implicitWidth: implicitContentWidth
+
+    background: Rectangle {
+        color: control.highlighted ? Theme.accent : "transparent"
+        radius: 5
+    }
+    contentItem: MenuItemContent {
+        detail: control.detail
+        detailInk: control.highlighted ? Theme.onAccent : Theme.secondary
+        ink: control.ink
+        symbol: control.checked ? "checkmark" : control.symbol
+        text: control.text
+    }
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "base/Background.h"
+
+#include <QImage>
+#include <QQuickItem>
+#include <QVariantAnimation>
+
+namespace quillary {
+
+/// Shows a picture of any size, scaled to fit with its aspect ratio kept. It is scaled down on a worker, to the item's size
+/// in device pixels; until that is done the picture before stays on the screen, then the new one fades in over it. Main
+/// thread.
+class PictureView : public QQuickItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QImage picture READ picture WRITE setPicture NOTIFY pictureChanged FINAL)
+    /// Milliseconds; 0 shows a new picture at once.
+    Q_PROPERTY(int fadeDuration READ fadeDuration WRITE setFadeDuration NOTIFY fadeDurationChanged FINAL)
+    /// Whether what the screen shows is the given picture at the item's size.
+    Q_PROPERTY(bool settled READ settled NOTIFY settledChanged FINAL)
+
+public:
+    explicit PictureView(QQuickItem* parent = nullptr);
+
+    const QImage& picture() const { return m_picture; }
+    void setPicture(const QImage& picture);
+    int fadeDuration() const { return m_fade.duration(); }
+    void setFadeDuration(int milliseconds);
+    bool settled() const { return !m_scaling.busy() && !m_outdated; }
+
+    /// Where a picture of that size comes to lie in an area.
+    static QRectF fitted(QSizeF picture, QSizeF area);
+
+Q_SIGNALS:
+    void pictureChanged();
+    void fadeDurationChanged();
+    void settledChanged();
+
+protected:
+    void geometryChange(const QRectF& now, const QRectF& before) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void updatePolish() override;
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+
+private:
+    struct Layer {
+        QImage pixels;  ///< scaled
+        QSizeF natural; ///< of the whole picture
+    };
+    struct Scaled {
+        QImage pixels;
+        QImage reduced;
+    };
+
+    void requestScaled();
+    void show(Scaled scaled, bool anotherPicture);
+
+    Background m_scaling;
+    QImage m_picture;
+    QImage m_reduced; ///< a smaller stand-in of a huge picture for every further size
+    Layer m_shown;
+    Layer m_previous;
+    qint64 m_shownKey = 0; ///< the picture that m_shown was made of
+    bool m_outdated = false;
+    bool m_texturesOutdated = true;
+    QVariantAnimation m_fade;
+};
+
+} // namespace quillary

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Templates as T
+import Quillary.Controls
+
+/// A horizontal slider; the part below the handle is in the accent colour.
+T.Slider {
+    id: control
+
+    required property string spokenName
+
+    Accessible.name: spokenName
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: Theme.controlHeight
+    implicitWidth: 120
+    padding: 2
+    stepSize: 0.05
+    snapMode: T.Slider.NoSnap
+
+    background: Rectangle {
+        color: Theme.controlHover
+        height: 4
+        radius: 2
+        width: control.availableWidth
+        x: control.leftPadding
+        y: (control.height - height) / 2
+
+        Rectangle {
+            color: control.enabled ? Theme.accent : Theme.disabled
+            height: parent.height
+            radius: 2
+            width: control.visualPosition * parent.width
+        }
+    }
+    handle: Rectangle {
+        border.color: Theme.dark ? "transparent" : Theme.outline
+        color: control.pressed ? "#DDDDE2" : "#FFFFFF"
+        height: 14
+        radius: 7
+        width: 14
+        x: control.leftPadding + control.visualPosition * (control.availableWidth - width)
+        y: (control.height - height) / 2
+
+        FocusRing {
+            around: 7
+            shown: control.visualFocus
+        }
+    }
+}

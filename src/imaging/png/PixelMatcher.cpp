@@ -12,7 +12,9 @@ constexpr int hashBits = 13;
 constexpr std::size_t chainSize = 16384;
 constexpr int longestChain = 6;
 /// A match this long is taken without looking further, and only its ends are remembered.
-constexpr std::size_t longEnough = 96;
+constexpr std::size_t longEnough = 64;
+/// One symbol's worth: what goes on after it is often a run, which is told in fewer bits.
+constexpr std::size_t longestFarMatch = 258;
 /// The last positions are not searched, so that a word can be read everywhere.
 constexpr std::size_t margin = 16;
 constexpr std::uint32_t nowhere = 0;
@@ -98,18 +100,20 @@ void PixelMatcher::write(const std::uint8_t* data, std::size_t rows, std::size_t
     while (at < searchEnd) {
         std::size_t bestLength = 0;
         std::size_t bestDistance = 0;
-        const auto tryDistance = [&](std::size_t distance) {
-            const std::size_t length = commonLength(at - distance, at, end);
+        const auto tryDistance = [&](std::size_t distance, const std::uint8_t* limit) {
+            const std::size_t length = commonLength(at - distance, at, limit);
             if (length <= bestLength) return;
             bestLength = length;
             bestDistance = distance;
         };
+        const std::uint8_t* const limit =
+            at + std::min<std::size_t>(longestFarMatch, static_cast<std::size_t>(end - at));
         const std::uint32_t where = offset(at);
         const std::uint32_t pixel = pixelAt<Pixel>(at);
-        if (where > Pixel && pixelAt<Pixel>(at - Pixel) == pixel) tryDistance(Pixel);
+        if (where > Pixel && pixelAt<Pixel>(at - Pixel) == pixel) tryDistance(Pixel, end);
         if (bestLength < longEnough && where > rowBytes && rowBytes <= DeflateWriter::window &&
             pixelAt<Pixel>(at - rowBytes) == pixel)
-            tryDistance(rowBytes);
+            tryDistance(rowBytes, limit);
         if (bestLength < longEnough) {
             std::uint32_t candidate = m_heads[hashOfGroup(at)];
             for (int depth = 0; depth < longestChain && candidate != nowhere; ++depth) {
@@ -117,7 +121,7 @@ void PixelMatcher::write(const std::uint8_t* data, std::size_t rows, std::size_t
                 if (distance > DeflateWriter::window) break;
                 // Only what agrees where the best so far ends can be longer.
                 if (load<std::uint32_t>(data + candidate + bestLength) == load<std::uint32_t>(at + bestLength))
-                    tryDistance(distance);
+                    tryDistance(distance, limit);
                 if (bestLength >= longEnough || at + bestLength >= searchEnd) break;
                 const std::uint16_t back = m_previous[link(candidate)];
                 if (back == 0) break;
@@ -125,7 +129,7 @@ void PixelMatcher::write(const std::uint8_t* data, std::size_t rows, std::size_t
             }
             if (bestLength < Pixel) {
                 const std::uint32_t single = m_singles[hashOfPixel(pixel)];
-                if (single != nowhere && where - single <= DeflateWriter::window) tryDistance(where - single);
+                if (single != nowhere && where - single <= DeflateWriter::window) tryDistance(where - single, limit);
             }
         }
         // Whole pixels, unless the match goes over the row's end.
@@ -138,8 +142,11 @@ void PixelMatcher::write(const std::uint8_t* data, std::size_t rows, std::size_t
             writer.match(at, bestLength, bestDistance);
             const std::uint8_t* const stop = at + bestLength;
             const std::uint8_t* const known = std::min(std::min(stop, rowEnd), searchEnd);
-            if (bestLength <= longEnough)
-                for (const std::uint8_t* p = at + Pixel; p < known; p += Pixel) remember(p);
+            // Of a long match only its end, which leads over to what comes next.
+            constexpr std::size_t tail = 4 * Pixel;
+            const std::uint8_t* p = at + Pixel;
+            if (bestLength > longEnough) p = stop <= rowEnd ? stop - tail : stop;
+            for (; p < known; p += Pixel) remember(p);
             at = stop;
         }
         // To the next whole pixel: over the filter's number at a row's start, or out of a pixel that a match ended in.

@@ -114,7 +114,9 @@ std::string decision(const std::vector<Place>& places) {
     for (const Place& place : places)
         text += "                '" + place.commands + "') next='" + joined(wordsOf(place, places.front())) + "' files=" +
                 (place.files ? "yes" : "") + " ;;\n";
-    return text + "            esac ;;\n    esac\n";
+    return text + "            esac ;;\n    esac\n"
+                  "    # Options are offered once a dash is typed.\n"
+                  "    [[ $current == -* ]] || { next=\" $next\"; next=${next%% --*}; }\n";
 }
 
 std::string bash(const std::vector<Place>& places) {

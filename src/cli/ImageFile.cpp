@@ -19,6 +19,10 @@ namespace {
 
 constexpr qsizetype largestInput = qsizetype(1) << 30;
 
+CommandError unreadableInput() {
+    return CommandError(QStringLiteral("Could not read standard input."), ImageIntakeError::emptyImage().recoverySuggestion());
+}
+
 std::expected<QByteArray, CommandError> standardInput() {
     QByteArray data;
     std::array<char, 1 << 16> piece;
@@ -27,7 +31,7 @@ std::expected<QByteArray, CommandError> standardInput() {
         if (data.size() > largestInput)
             return std::unexpected(CommandError(QStringLiteral("Standard input is larger than any picture.")));
     }
-    if (std::ferror(stdin)) return std::unexpected(CommandError(QStringLiteral("Could not read standard input.")));
+    if (std::ferror(stdin)) return std::unexpected(unreadableInput());
     return data;
 }
 
@@ -47,7 +51,10 @@ CommandError couldNotWrite(const fs::path& file, const QString& reason) {
 std::expected<PastedImage, CommandError> readImage(const fs::path& file, const AppSettings& settings) {
     if (file == "-") {
         const QByteArray data = TRY(standardInput());
-        return TRY(ImageIntake::read(data, PastedImage::defaultName(), typeOf(data), settings.vectorLongEdge()));
+        auto image = ImageIntake::read(data, PastedImage::defaultName(), typeOf(data), settings.vectorLongEdge());
+        if (image) return *std::move(image);
+        if (image.error().kind == ImageIntakeError::Kind::nothingUsable) return std::unexpected(unreadableInput());
+        return std::unexpected(image.error());
     }
     std::error_code missing;
     const fs::path path = fs::absolute(file, missing);

@@ -5,12 +5,11 @@
 #include "cli/Shelf.h"
 #include "library/BuiltInLibrary.h"
 #include "library/LibraryFilter.h"
+#include "library/NaturalOrder.h"
 #include "values/CollectionNode.h"
 
-#include <QCollator>
 #include <QDateTime>
 #include <algorithm>
-#include <numeric>
 
 namespace quillary::cli {
 
@@ -24,22 +23,16 @@ QDateTime dateOf(const LibraryItem& item) {
 using Rows = std::vector<quint32>;
 
 void sortByName(Rows& rows, const LibraryItems& items) {
-    QCollator order{QLocale(QLocale::English)};
-    order.setNumericMode(true);
-    order.setCaseSensitivity(Qt::CaseInsensitive);
-    std::vector<QCollatorSortKey> keys;
-    keys.reserve(rows.size());
-    for (const quint32 row : rows) keys.push_back(order.sortKey(shownStem(items[row].url)));
-    Rows places(rows.size());
-    std::iota(places.begin(), places.end(), 0U);
-    std::ranges::stable_sort(places, [&](quint32 a, quint32 b) { return keys[a].compare(keys[b]) < 0; });
-    for (quint32& place : places) place = rows[place];
-    rows = std::move(places);
+    std::vector<std::pair<QString, quint32>> named;
+    named.reserve(rows.size());
+    for (const quint32 row : rows) named.emplace_back(shownStem(items[row].url), row);
+    std::ranges::stable_sort(named, naturallyBefore, &std::pair<QString, quint32>::first);
+    std::ranges::transform(named, rows.begin(), &std::pair<QString, quint32>::second);
 }
 
 class List final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "recent", "builtin"}, "What to list",
+        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "blocks", "recent", "builtin"}, "What to list",
                        Grammar::Presence::required);
         grammar.text("--collection", m_collection, "PATH", "Only this collection and what lies in it");
         grammar.flag("--unfiled", m_unfiled, "Only files in no collection");
@@ -51,6 +44,7 @@ class List final : public Command {
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
+        if (m_shelf == u"blocks") return std::unexpected(usage("This version cannot list blocks yet."));
         const LibraryQuery query = TRY(this->query());
         const auto root = TRY(services.storage.root());
         const QSet<QString> favorites = services.storage.favorites();

@@ -12,9 +12,12 @@ namespace {
 class RecentAdd final : public Command {
     void declare(Grammar& grammar) override {
         grammar.path("FILE", m_file, Value::file, "The picture; “-” reads standard input", Grammar::Presence::required);
+        grammar.text("--cutout", m_cutout, "METHOD", "Not in this version yet");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
+        if (m_cutout)
+            return std::unexpected(CommandError::usage(QStringLiteral("This version cannot cut out backgrounds yet.")));
         TRY(services.storage.root());
         const PastedImage image = TRY(readImage(*m_file, services.settings));
         const auto written = TRY(services.storage.write(image, Storage::Folder::recent, {}));
@@ -25,6 +28,7 @@ class RecentAdd final : public Command {
     }
 
     std::optional<std::filesystem::path> m_file;
+    std::optional<QString> m_cutout;
 };
 
 class RecentPrune final : public Command {

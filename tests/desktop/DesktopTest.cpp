@@ -1,0 +1,66 @@
+#include "platform/Desktop.h"
+#include "platform/linux/PortalManners.h"
+#include "platform/linux/UserDirectories.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace quillary::platform;
+
+TEST(UserDirectories, ReadTheFilmsFolderAsAShellWould) {
+    struct Case {
+        const char* text;
+        const char* folder;
+    };
+    const Case cases[] = {
+        {"# comment\nXDG_MUSIC_DIR=\"$HOME/Musik\"\nXDG_VIDEOS_DIR=\"$HOME/Vid\xC3\xA9os\"\n", "/home/u/Vid\xC3\xA9os"},
+        {"XDG_VIDEOS_DIR=\"/media/films\"", "/media/films"},
+        {"  XDG_VIDEOS_DIR = \"/media/films/\"  \r\n", "/media/films"},
+        {"XDG_VIDEOS_DIR=\"$HOME/a \\\"b\\\" \\$c\"", "/home/u/a \"b\" $c"},
+        {"XDG_VIDEOS_DIR=\"/first\"\nXDG_VIDEOS_DIR=\"/last\"", "/last"},
+        {"XDG_VIDEOS_DIR=\"$HOME/\"", nullptr},
+        {"XDG_VIDEOS_DIR=\"$HOME\"", nullptr},
+        {"XDG_VIDEOS_DIR=\"Videos\"", nullptr},
+        {"XDG_VIDEOS_DIR=\"$HOMELESS/x\"", nullptr},
+        {"XDG_VIDEOS_DIR=\"/unfinished", nullptr},
+        {"XDG_VIDEOS_DIR=/bare", nullptr},
+        {"#XDG_VIDEOS_DIR=\"/commented\"", nullptr},
+        {"", nullptr},
+    };
+    for (const auto& [text, folder] : cases)
+        EXPECT_EQ(userDirectory(text, "XDG_VIDEOS_DIR", "/home/u").value_or("none"), folder ? folder : "none") << text;
+}
+
+TEST(Desktop, FindsTheFilmsFolder) {
+    const quillary::test::TemporaryFolder home;
+    qputenv("HOME", home.path().c_str());
+    qunsetenv("XDG_CONFIG_HOME");
+    const auto desktop = systemDesktop();
+    EXPECT_EQ(desktop->homeFolder(), home.path());
+    EXPECT_EQ(desktop->moviesFolder(), home / "Movies");
+    quillary::test::writeFile(home / ".config/user-dirs.dirs", "XDG_VIDEOS_DIR=\"$HOME/Filme\"\n");
+    EXPECT_EQ(desktop->moviesFolder(), home / "Filme");
+    quillary::test::writeFile(home / "elsewhere/user-dirs.dirs", "XDG_VIDEOS_DIR=\"/films\"\n");
+    qputenv("XDG_CONFIG_HOME", (home / "elsewhere").c_str());
+    EXPECT_EQ(desktop->moviesFolder(), "/films");
+}
+
+TEST(Desktop, UnderstandsThePortalsSettings) {
+    const QString common = QStringLiteral("org.freedesktop.appearance");
+    const QString gnome = QStringLiteral("org.gnome.desktop.interface");
+    struct Case {
+        QString group;
+        const char* key;
+        QVariant value;
+        PortalManners::Manners expected;
+    };
+    for (const Case& each : {Case{common, "color-scheme", 0U, {false, false}},
+                             {common, "color-scheme", 1U, {false, false}},
+                             {common, "color-scheme", 2U, {true, false}},
+                             {common, "color-scheme", QStringLiteral("odd"), {false, false}},
+                             {common, "reduced-motion", 1U, {false, true}},
+                             {gnome, "enable-animations", true, {false, false}},
+                             {gnome, "enable-animations", false, {false, true}}})
+        EXPECT_EQ(mannersOf({{each.group, {{QString::fromLatin1(each.key), each.value}}}}), each.expected) << each.key;
+    EXPECT_EQ(mannersOf({}), PortalManners::Manners());
+}

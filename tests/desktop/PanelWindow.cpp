@@ -1,0 +1,94 @@
+// A window with a drag source in its left half and a drop target in its right half, which reports all that happens:
+// {"event":"asked"|"tapped"|"dragBegan"|"dragEnded"|"hovered"|"targeted"|"dropped", …}. --url gives the file: URL to
+// drag,
+// --no-file N answers the first N questions with none, --delete removes the drag source in the middle of a drag.
+#include "base/FileUrl.h"
+#include "drag/DragSourceNSView.h"
+#include "drag/PanelDropTarget.h"
+#include "support/desktop/Report.h"
+
+#include <QCommandLineParser>
+#include <QCryptographicHash>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QQuickWindow>
+#include <QTimer>
+
+namespace quillary::test {
+
+namespace {
+
+QJsonObject described(const platform::ItemProvider& item) {
+    QJsonObject hashes;
+    for (const QString& type : item.types())
+        if (const auto bytes = item.data(type))
+            hashes.insert(type, QString::fromLatin1(QCryptographicHash::hash(*bytes, QCryptographicHash::Md5).toHex()));
+    return {{QStringLiteral("types"), QJsonArray::fromStringList(item.types())},
+            {QStringLiteral("md5"), hashes},
+            {QStringLiteral("file"), item.fileURL() ? QString::fromLatin1(fileUrl(*item.fileURL())) : QString()},
+            {QStringLiteral("suggestedName"), item.suggestedName().value_or(QString())}};
+}
+
+void reportDrop(const std::vector<platform::ItemProvider>& items) {
+    QJsonArray all;
+    for (const auto& item : items) all.append(described(item));
+    report(QStringLiteral("dropped"), {{QStringLiteral("items"), all}});
+}
+
+} // namespace
+
+} // namespace quillary::test
+
+int main(int argc, char** argv) {
+    using namespace quillary;
+    using namespace quillary::test;
+    QGuiApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.addOption({QStringLiteral("geometry"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,400,300")});
+    parser.addOption({QStringLiteral("url"), QString(), QStringLiteral("URL")});
+    parser.addOption({QStringLiteral("no-file"), QString(), QStringLiteral("N"), QStringLiteral("0")});
+    parser.addOption({QStringLiteral("delete"), QString()});
+    parser.process(application);
+
+    QQuickWindow window;
+    window.setTitle(QStringLiteral("panel_window"));
+    window.setGeometry(rectangle(parser.value(QStringLiteral("geometry"))));
+    window.setColor(Qt::darkGray);
+
+    auto* source = new DragSourceNSView(window.contentItem());
+    source->setSize({window.width() / 2.0, qreal(window.height())});
+    int unanswered = parser.value(QStringLiteral("no-file")).toInt();
+    source->url = [&]() -> std::optional<std::filesystem::path> {
+        report(QStringLiteral("asked"));
+        if (unanswered-- > 0) return {};
+        return pathOfFileUrl(parser.value(QStringLiteral("url")).toLatin1());
+    };
+    QObject::connect(source, &DragSourceNSView::tapped, [] { report(QStringLiteral("tapped")); });
+    QObject::connect(source, &DragSourceNSView::hovered, [](qreal x) {
+        report(QStringLiteral("hovered"), {{QStringLiteral("fraction"), x}});
+    });
+    QObject::connect(source, &DragSourceNSView::draggingChanged, source, [&, source] {
+        report(source->dragging() ? QStringLiteral("dragBegan") : QStringLiteral("dragEnded"));
+        if (source->dragging() && parser.isSet(QStringLiteral("delete"))) {
+            QTimer::singleShot(200, source, [source] {
+                delete source;
+                report(QStringLiteral("deleted"));
+            });
+        }
+    });
+
+    PanelDropTarget target(window.contentItem());
+    target.setPosition({window.width() / 2.0, 0});
+    target.setSize({window.width() / 2.0, qreal(window.height())});
+    QObject::connect(&target, &PanelDropTarget::targetedChanged, [&] {
+        report(QStringLiteral("targeted"), {{QStringLiteral("on"), target.targeted()}});
+    });
+    QObject::connect(&target, &PanelDropTarget::dropped, reportDrop);
+
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &window, [] { report(QStringLiteral("ready")); },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    window.show();
+    QTimer::singleShot(120000, &application, [] { QCoreApplication::exit(1); });
+    return QCoreApplication::exec();
+}

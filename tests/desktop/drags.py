@@ -1,0 +1,162 @@
+#!/usr/bin/env python3
+"""Real drags between processes: drags.py x11|wayland FOLDER, where FOLDER holds the programs."""
+
+import base64
+import hashlib
+import os
+import sys
+import tempfile
+import time
+import unittest
+from urllib.parse import quote_from_bytes
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "desktop"))
+from session import SKIPPED, Missing, Session, require, wait_until  # noqa: E402
+
+SYSTEM, PROGRAMS = sys.argv[1:3]
+# Under Wayland windows cannot choose their place, so the tests look where they are.
+WAYLAND = SYSTEM == "wayland"
+
+
+def program(name, *arguments):
+    return [os.path.join(PROGRAMS, name), *arguments]
+
+
+def url_of(path):
+    return "file://" + quote_from_bytes(path, safe="/-._~!$&'()*+,:=@")
+
+
+class Drags(unittest.TestCase):
+    def setUp(self):
+        self.desktop = self.enterContext(Session(wayland=WAYLAND))
+        self.folder = os.fsencode(self.enterContext(tempfile.TemporaryDirectory(prefix="quillary-drags-")))
+
+    def start(self, name, *arguments, geometry):
+        return self.shown(self.desktop.start(program(name, "--geometry", geometry, *arguments)))
+
+    def shown(self, started):
+        started.wait_for("ready")
+        time.sleep(0.3)
+        return started
+
+    def panel(self, *arguments):
+        return self.start("panel_window", *arguments, geometry="0,0,400,300")
+
+    def file(self, name, content=b"content"):
+        path = os.path.join(self.folder, name)
+        with open(path, "wb") as file:
+            file.write(content)
+        return path
+
+
+class OutOfThePanel(Drags):
+    def test_carries_one_file_url_and_nothing_else(self):
+        names = [b"plain.png", b"a b.png", b"a#b.png", b"100%.png", b"a;b.png", b"a[1].png", "ü.png".encode(),
+                 b"\xff\xfe.png", b"%41.png"]
+        for name in names:
+            with self.subTest(name=name):
+                url = url_of(os.path.join(self.folder, name))
+                panel = self.panel("--url", url)
+                target = self.start("drop_target", geometry="600,100,400,300")
+                self.desktop.drag((100, 100), (800, 250))
+                drop = target.wait_for("drop")
+                self.assertEqual(drop["formats"], ["text/uri-list"])
+                self.assertEqual(base64.b64decode(drop["uriList"]), url.encode() + b"\r\n")
+                self.assertEqual(drop["possibleActions"], 1, "to be copied only")
+                panel.wait_for("dragEnded")
+                self.assertEqual([e["event"] for e in panel.events].count("asked"), 1)
+                panel.stop()
+                target.stop()
+
+    def test_a_short_move_stays_a_tap(self):
+        panel = self.panel("--url", "file:///a")
+        self.desktop.press(100, 100)
+        self.desktop.move(102, 100)
+        self.desktop.move(104, 100)
+        self.desktop.release()
+        panel.wait_for("tapped")
+        self.assertNotIn("asked", [e["event"] for e in panel.events])
+
+    def test_works_again_after_a_drag(self):
+        panel = self.panel("--url", "file:///a")
+        target = self.start("drop_target", "--count", "2", geometry="600,100,400,300")
+        for _ in range(2):
+            self.desktop.drag((100, 100), (800, 250))
+            target.wait_for("drop")
+            panel.wait_for("dragEnded")
+        self.desktop.press(100, 100)
+        self.desktop.release()
+        panel.wait_for("tapped")
+
+    def test_a_drag_that_nobody_takes_ends(self):
+        panel = self.panel("--url", "file:///a")
+        self.desktop.drag((100, 100), (1000, 700))
+        panel.wait_for("dragEnded")
+        self.desktop.press(100, 100)
+        self.desktop.release()
+        panel.wait_for("tapped")
+
+    def test_survives_the_end_of_its_source(self):
+        panel = self.panel("--url", "file:///a", "--delete")
+        target = self.start("drop_target", geometry="600,100,400,300")
+        self.desktop.drag((100, 100), (800, 250))
+        panel.wait_for("deleted")
+        target.wait_for("drop")
+        self.assertIsNone(panel.process.poll())
+
+    def test_the_panel_does_not_take_its_own_drag(self):
+        panel = self.panel("--url", "file:///a")
+        self.desktop.drag((100, 100), (300, 100))
+        panel.wait_for("dragEnded")
+        self.assertTrue(panel.stays_silent("dropped", 1))
+        self.assertNotIn("targeted", [e["event"] for e in panel.events])
+
+
+class IntoThePanel(Drags):
+    def drop(self, *offers):
+        """What the panel finds in a drop of these (type, bytes) pairs."""
+        arguments = []
+        for number, (kind, content) in enumerate(offers):
+            arguments += ["--data", f"{kind}={os.fsdecode(self.file(b'offer%d' % number, content))}"]
+        panel = self.panel()
+        source = self.start("drag_source", *arguments, geometry="600,100,400,300")
+        self.desktop.drag((800, 250), (300, 100))
+        dropped = panel.wait_for("dropped", 15)
+        self.assertEqual(source.wait_for("dragged")["action"], 1, "copied")
+        self.assertEqual([e["on"] for e in panel.events if e["event"] == "targeted"], [True, False])
+        return dropped["items"]
+
+    def assert_bytes(self, item, kind, content):
+        self.assertEqual(item["md5"].get(kind), hashlib.md5(content).hexdigest(), kind)
+
+    def test_takes_several_files(self):
+        urls = [url_of(self.file(name)) for name in (b"a b.png", b"\xff.mov", "ü;[.svg".encode())]
+        urls.append(url_of(self.folder))
+        items = self.drop(("text/uri-list", "\r\n".join(urls + [""]).encode()))
+        self.assertEqual([item["file"] for item in items], urls)
+        self.assertEqual([item["types"][0] for item in items],
+                         ["image/png", "video/quicktime", "image/svg+xml", "inode/directory"])
+
+    def test_takes_a_picture_as_data(self):
+        picture = b"\x89PNG" + os.urandom(5_000_000)
+        items = self.drop(("text/uri-list", b"https://example.org/my%20logo.png\r\n"), ("image/png", picture))
+        self.assertEqual(len(items), 1)
+        self.assertEqual(items[0]["file"], "")
+        self.assertEqual(items[0]["suggestedName"], "my logo")
+        self.assert_bytes(items[0], "image/png", picture)
+
+    def test_takes_a_clip(self):
+        clip = b"\xff\x00<fcpxml version='1.13'>" * 100000
+        items = self.drop(("com.apple.finalcutpro.xml.v1-13", clip), ("text/plain", b"beside it"))
+        self.assertEqual(len(items), 1)
+        self.assert_bytes(items[0], "com.apple.finalcutpro.xml.v1-13", clip)
+        self.assertIn("text/plain;charset=utf-8", items[0]["types"])
+
+
+if __name__ == "__main__":
+    try:
+        require("Xvfb", "xdotool", *(["weston"] if WAYLAND else []))
+    except Missing as missing:
+        print(f"skipped: {missing}")
+        sys.exit(SKIPPED)
+    unittest.main(argv=[sys.argv[0], *sys.argv[3:]], verbosity=2)

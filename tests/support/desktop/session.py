@@ -1,0 +1,258 @@
+#!/usr/bin/env python3
+"""A desktop session of its own for one test or demo: a virtual X server, a session bus, and on request a Wayland
+compositor drawn into it. Everything ends with it, whatever happened.
+
+On the command line:
+
+    session.py [--wayland] [--size 1280x800] [--need TOOL]… -- COMMAND [ARGUMENT]…
+
+runs the command inside and ends with its status, or with 77 and one line that names what is missing (CTest's
+SKIP_RETURN_CODE). From Python:
+
+    with Session(wayland=False) as desktop:
+        target = desktop.start(["drop_target", "--geometry", "600,100,300,300"])
+        target.wait_for("ready")
+        desktop.drag((50, 50), (700, 200))
+        print(target.wait_for("drop"))
+
+Programs inside see DISPLAY or, under Wayland, WAYLAND_DISPLAY and QT_QPA_PLATFORM=wayland. Pointer and keys always go
+through xdotool on the X server; without a window manager windows stand where they ask to, under Wayland the compositor
+decides. Only the standard library is used.
+"""
+
+import argparse
+import ctypes
+import json
+import os
+import queue
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+SKIPPED = 77
+
+
+class Missing(Exception):
+    """A tool that the session needs is not installed."""
+
+
+def end_with_parent():
+    """Run in a child: it gets a signal when this program dies, even when that is killed."""
+    parent_death_signal = 1
+    ctypes.CDLL(None).prctl(parent_death_signal, signal.SIGTERM)
+
+
+def require(*tools):
+    for tool in tools:
+        if not shutil.which(tool):
+            raise Missing(f"{tool} is not installed")
+
+
+class Program:
+    """A process that reports in lines of JSON on standard output."""
+
+    def __init__(self, process):
+        self.process = process
+        self.events = []
+        self._incoming = queue.Queue()
+        threading.Thread(target=self._read, daemon=True).start()
+
+    def _read(self):
+        for line in self.process.stdout:
+            try:
+                self._incoming.put(json.loads(line))
+            except ValueError:
+                sys.stderr.buffer.write(line)
+        self._incoming.put(None)
+
+    def wait_for(self, event, seconds=10.0):
+        """The next report of this kind; others before it are kept in `events`."""
+        end = time.monotonic() + seconds
+        while (left := end - time.monotonic()) > 0:
+            try:
+                report = self._incoming.get(timeout=left)
+            except queue.Empty:
+                break
+            if report is None:
+                raise AssertionError(f"{self.process.args[0]} ended before it reported {event!r}")
+            self.events.append(report)
+            if report["event"] == event:
+                return report
+        raise AssertionError(f"{self.process.args[0]} did not report {event!r} in {seconds} s: {self.events}")
+
+    def stays_silent(self, event, seconds):
+        """Whether no such report comes for a while."""
+        try:
+            self.wait_for(event, seconds)
+        except AssertionError:
+            return True
+        return False
+
+    def stop(self):
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+
+
+class Session:
+    def __init__(self, wayland=False, size="1280x800", environment=None):
+        self.wayland = wayland
+        self.size = size
+        self.environment = {**os.environ, **(environment or {})}
+        self._processes = []
+        self._folder = None
+
+    def __enter__(self):
+        require("Xvfb", "dbus-daemon", *(["weston"] if self.wayland else []))
+        try:
+            self._folder = tempfile.mkdtemp(prefix="quillary-session-")
+            os.chmod(self._folder, 0o700)
+            for name in ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM", "XAUTHORITY"):
+                self.environment.pop(name, None)
+            self.environment.update(
+                XDG_RUNTIME_DIR=self._folder, QT_QUICK_BACKEND="software", NO_AT_BRIDGE="1", LC_ALL="C.UTF-8"
+            )
+            self._start_server()
+            self._start_bus()
+            self.x_environment = dict(self.environment)
+            if self.wayland:
+                self._start_compositor()
+            else:
+                self.environment["QT_QPA_PLATFORM"] = "xcb"
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self._processes):
+            if process.poll() is None:
+                process.send_signal(signal.SIGCONT)
+                process.terminate()
+                try:
+                    process.wait(3)
+                except subprocess.TimeoutExpired:
+                    process.kill()
+                    process.wait()
+        if self._folder:
+            shutil.rmtree(self._folder, ignore_errors=True)
+
+    def _service(self, arguments, **options):
+        log = open(os.path.join(self._folder, os.path.basename(arguments[0]) + ".log"), "wb")
+        process = subprocess.Popen(arguments, env=self.environment, stderr=log, stdin=subprocess.DEVNULL,
+                                   preexec_fn=end_with_parent, **options)
+        self._processes.append(process)
+        return process
+
+    def _start_server(self):
+        read, write = os.pipe()
+        self._service(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", self.size + "x24", "-nolisten", "tcp", "-noreset"],
+            pass_fds=[write],
+            stdout=subprocess.DEVNULL,
+        )
+        os.close(write)
+        with os.fdopen(read) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise Missing("Xvfb did not start")
+        self.environment["DISPLAY"] = ":" + number
+
+    def _start_bus(self):
+        bus = self._service(
+            ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True
+        )
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+
+    def _start_compositor(self):
+        settings = os.path.join(self._folder, "weston.ini")
+        with open(settings, "w") as file:
+            file.write("[core]\nidle-time=0\nrequire-input=false\n[shell]\npanel-position=none\nlocking=false\n")
+        width, height = self.size.split("x")
+        weston = self._service(
+            ["weston", "--backend=x11-backend.so", "--use-pixman", "--config=" + settings, "--socket=quillary",
+             "--width=" + width, "--height=" + height],
+            stdout=subprocess.DEVNULL,
+        )
+        socket = os.path.join(self._folder, "quillary")
+        wait_until(lambda: os.path.exists(socket) or weston.poll() is not None, 15, "weston's socket")
+        if weston.poll() is not None:
+            raise Missing("weston's x11 backend did not start")
+        del self.environment["DISPLAY"]
+        self.environment.update(WAYLAND_DISPLAY="quillary", QT_QPA_PLATFORM="wayland")
+
+    def start(self, arguments, **environment):
+        """Starts a program that reports in JSON; it ends with the session."""
+        process = subprocess.Popen(
+            arguments, env={**self.environment, **environment}, stdout=subprocess.PIPE, stdin=subprocess.DEVNULL,
+            preexec_fn=end_with_parent,
+        )
+        self._processes.append(process)
+        return Program(process)
+
+    def run(self, arguments, **options):
+        return subprocess.run(arguments, env=self.environment, timeout=120, **options)
+
+    def xdo(self, *arguments):
+        require("xdotool")
+        subprocess.run(["xdotool", *map(str, arguments)], env=self.x_environment, check=True, timeout=30)
+
+    def press(self, x, y, button=1):
+        self.xdo("mousemove", x, y)
+        time.sleep(0.15)
+        self.xdo("mousedown", button)
+        time.sleep(0.1)
+
+    def release(self, button=1):
+        self.xdo("mouseup", button)
+
+    def move(self, x, y):
+        self.xdo("mousemove", x, y)
+        time.sleep(0.03)
+
+    def drag(self, begin, end, settle=0.5):
+        """A drag by hand: press, a few short moves to leave the threshold, longer steps, a pause, release."""
+        self.press(*begin)
+        x, y = begin
+        for _ in range(6):
+            x += 4
+            self.move(x, y)
+        for step in range(1, 9):
+            self.move(x + (end[0] - x) * step // 8, y + (end[1] - y) * step // 8)
+        self.move(end[0] + 1, end[1] + 1)
+        time.sleep(settle)
+        self.release()
+
+
+def wait_until(condition, seconds, what):
+    end = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds} s for {what}")
+        time.sleep(0.02)
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Runs a command inside a desktop session of its own.")
+    parser.add_argument("--wayland", action="store_true", help="a Wayland compositor inside the X server")
+    parser.add_argument("--size", default="1280x800")
+    parser.add_argument("--need", action="append", default=[], metavar="TOOL", help="skip when it is not installed")
+    parser.add_argument("command", nargs=argparse.REMAINDER)
+    options = parser.parse_args()
+    command = options.command[1:] if options.command[:1] == ["--"] else options.command
+    try:
+        require(*options.need)
+        with Session(options.wayland, options.size) as desktop:
+            return subprocess.run(command, env=desktop.environment).returncode
+    except Missing as missing:
+        print(f"skipped: {missing}")
+        return SKIPPED
+
+
+if __name__ == "__main__":
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    sys.exit(main())

@@ -1,9 +1,9 @@
 #include "panel/QuillaryViewController.h"
 
+#include "drag/PanelDropTarget.h"
 #include "platform/Desktop.h"
 
 #include <QQmlEngine>
-#include <QVariantAnimation>
 
 namespace quillary {
 
@@ -17,7 +17,9 @@ QuillaryViewController::QuillaryViewController(const PanelModel::Collaborators& 
                                                QObject* parent)
     : QObject(parent)
     , m_model(with)
-    , m_desktop(desktop) {}
+    , m_desktop(desktop) {
+    m_desktop.watchManners(this, [this] { followManners(); });
+}
 
 QuillaryViewController::~QuillaryViewController() = default;
 
@@ -40,7 +42,18 @@ PanelContainerView* QuillaryViewController::loadView(QQmlEngine& engine, const Q
     connect(m_view.get(), &QQuickItem::widthChanged, m_hosting, follow);
     connect(m_view.get(), &QQuickItem::heightChanged, m_hosting, follow);
     follow();
+    if (auto* target = m_hosting->findChild<PanelDropTarget*>())
+        connect(target, &PanelDropTarget::dropped, &m_model, &PanelModel::handleDrop);
+    followManners();
     return m_view.get();
+}
+
+void QuillaryViewController::followManners() {
+    if (!m_hosting) return;
+    const bool still = m_desktop.prefersReducedMotion();
+    m_hosting->setProperty("dark", m_desktop.colorScheme() == platform::Desktop::ColorScheme::dark);
+    m_hosting->setProperty("reducedMotion", still);
+    if (still && m_fade) m_fade->setCurrentTime(fadeInMilliseconds);
 }
 
 void QuillaryViewController::viewDidLayout() {
@@ -62,13 +75,13 @@ void QuillaryViewController::fadeIn() {
         m_hosting->setOpacity(1);
         return;
     }
-    auto* fade = new QVariantAnimation(m_hosting);
-    fade->setDuration(fadeInMilliseconds);
-    fade->setStartValue(0.0);
-    fade->setEndValue(1.0);
-    connect(fade, &QVariantAnimation::valueChanged, m_hosting,
+    m_fade = new QVariantAnimation(m_hosting);
+    m_fade->setDuration(fadeInMilliseconds);
+    m_fade->setStartValue(0.0);
+    m_fade->setEndValue(1.0);
+    connect(m_fade, &QVariantAnimation::valueChanged, m_hosting,
             [hosting = m_hosting](const QVariant& opacity) { hosting->setOpacity(opacity.toReal()); });
-    fade->start(QAbstractAnimation::DeleteWhenStopped);
+    m_fade->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
 void QuillaryViewController::viewDidAppear() {

@@ -4,7 +4,9 @@
 #include "panel/PanelModel.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QQmlComponent>
+#include <QVariantAnimation>
 #include <memory>
 
 class QQmlEngine;
@@ -30,7 +32,8 @@ public:
     PanelModel& model() { return m_model; }
 
     /// Builds the container with the root view, invisible, from the QML document at `rootView`, which has the required
-    /// property `model`. Null, with the reasons on the log, when the document cannot be made.
+    /// property `model`, the properties `dark` and `reducedMotion`, and holds the panel's drop target. Null, with the
+    /// reasons on the log, when the document cannot be made.
     PanelContainerView* loadView(QQmlEngine& engine, const QUrl& rootView);
     PanelContainerView* view() const { return m_view.get(); }
 
@@ -43,11 +46,14 @@ public:
 private:
     void reveal();
     void fadeIn();
+    /// Hands the desktop's manners to the root view.
+    void followManners();
 
     PanelModel m_model;
     const platform::Desktop& m_desktop;
     std::unique_ptr<PanelContainerView> m_view;
     QQuickItem* m_hosting = nullptr;
+    QPointer<QVariantAnimation> m_fade;
     bool m_revealed = false;
 };
 

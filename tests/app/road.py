@@ -1,0 +1,237 @@
+#!/usr/bin/env python3
+"""The road of one image through the real panel: road.py x11|wayland FOLDER, where FOLDER holds the programs.
+
+Another program owns the clipboard, another process takes the drag; what came of it is read from the disk and from the
+drop target's report. Windows are found on a picture of the screen, since under Wayland they cannot choose their place.
+"""
+
+import base64
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import zlib
+from pathlib import Path
+from urllib.parse import unquote_to_bytes
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "desktop"))
+from session import SKIPPED, Missing, Session, require, wait_until  # noqa: E402
+
+SYSTEM, PROGRAMS = sys.argv[1:3]
+WAYLAND = SYSTEM == "wayland"
+PANEL = (0x1C, 0x1C, 0x1F)
+TARGET = (0x00, 0x80, 0x00)
+SOURCE = (0x00, 0x00, 0x80)
+
+
+def program(name):
+    return os.path.join(PROGRAMS, name)
+
+
+def png(width, height, color):
+    """A flat picture as PNG bytes."""
+    def chunk(kind, data):
+        body = kind + data
+        return len(data).to_bytes(4, "big") + body + zlib.crc32(body).to_bytes(4, "big")
+    header = width.to_bytes(4, "big") + height.to_bytes(4, "big") + bytes([8, 2, 0, 0, 0])
+    rows = (b"\0" + bytes(color) * width) * height
+    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
+
+
+class Road(unittest.TestCase):
+    def setUp(self):
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory(prefix="quillary-road-")))
+        private = {f"XDG_{kind}_HOME": str(self.folder / kind.lower()) for kind in ("CONFIG", "CACHE", "DATA")}
+        self.desktop = self.enterContext(Session(wayland=WAYLAND, size="1200x700", environment=private))
+        self.root = self.folder / "library" / "Quillary"
+
+    # What is on the screen
+
+    def screen(self):
+        """Width, height and RGB bytes of the whole screen."""
+        shot = subprocess.run(["import", "-window", "root", "-depth", "8", "rgb:-"], env=self.desktop.x_environment,
+                              stdout=subprocess.PIPE, check=True, timeout=30).stdout
+        return 1200, 700, shot
+
+    def window(self, color):
+        """The rectangle (left, top, right, bottom) of the window of this colour; none when it is not there."""
+        width, height, pixels = self.screen()
+        wanted = bytes(color)
+        rows = []
+        for y in range(height):
+            row = pixels[y * width * 3:(y + 1) * width * 3]
+            count = sum(row[x:x + 3] == wanted for x in range(0, len(row), 3 * 8))
+            if count >= 8:
+                rows.append(y)
+        if len(rows) < 60:
+            return None
+        middle = rows[0] + 3
+        row = pixels[middle * width * 3:(middle + 1) * width * 3]
+        columns = [x // 3 for x in range(0, len(row), 3) if row[x:x + 3] == wanted]
+        return columns[0], rows[0], columns[-1], rows[-1]
+
+    def shown(self, color):
+        wait_until(lambda: self.window(color), 20, "the window on the screen")
+        time.sleep(0.5)
+        return self.window(color)
+
+    # What a user does
+
+    def open_panel(self, *arguments):
+        self.panel = self.desktop.start([program("quillary"), "--library", str(self.folder / "library"), "panel",
+                                         *arguments])
+        left, top, right, bottom = self.shown(PANEL)
+        self.left, self.top, self.right, self.bottom = left, top, left + 379, top + 459
+        # A click beside every control gives the panel the keyboard.
+        self.click(self.left + 230, self.top + 20)
+
+    def click(self, x, y):
+        self.desktop.press(x, y)
+        self.desktop.release()
+        time.sleep(0.2)
+
+    def copy(self, kind, data):
+        """Gives the clipboard another owner that offers the data under this type."""
+        file = self.folder / "offered"
+        file.write_bytes(data)
+        if WAYLAND:
+            with open(file, "rb") as offered:
+                subprocess.run(["wl-copy", "--type", kind], stdin=offered, env=self.desktop.environment, check=True,
+                               timeout=30)
+        else:
+            subprocess.run(["xclip", "-selection", "clipboard", "-t", kind, "-i", str(file)],
+                           env=self.desktop.environment, check=True, timeout=30)
+
+    def paste(self):
+        self.desktop.xdo("key", "ctrl+v")
+        time.sleep(1.0)
+
+    def save(self):
+        self.click(self.right - 50, self.bottom - 22)
+
+    def images(self):
+        return sorted(path.name for path in (self.root / "Library/Images").glob("*.png"))
+
+    def saved(self, *names):
+        wait_until(lambda: self.images() == sorted(names), 10, f"{names} on the shelf, not {self.images()}")
+
+    def drag_out(self):
+        """Drags the staged picture into the other program and returns the file that arrived there."""
+        target = self.desktop.start([program("drop_target"), "--geometry", "700,100,400,300"])
+        target.wait_for("ready")
+        left, top, right, bottom = self.shown(TARGET)
+        self.desktop.drag((self.left + 190, self.top + 150), ((left + right) // 2, (top + bottom) // 2))
+        drop = target.wait_for("drop")
+        target.stop()
+        self.assertEqual(drop["formats"], ["text/uri-list"])
+        url = base64.b64decode(drop["uriList"])
+        self.assertTrue(url.startswith(b"file:///") and url.endswith(b"\r\n"), url)
+        return Path(os.fsdecode(unquote_to_bytes(url[len(b"file://"):-2])))
+
+    def intake(self, file):
+        answer = self.desktop.run([program("quillary"), "intake", str(file), "--json"], stdout=subprocess.PIPE)
+        return json.loads(answer.stdout)
+
+    # The road
+
+    def test_from_the_clipboard_to_another_program(self):
+        self.open_panel()
+        self.copy("image/png", png(1200, 800, (200, 40, 40)))
+        self.paste()
+        self.save()
+        self.saved("Pasted Image.png")
+
+        # Renamed in the field, dragged under the new name.
+        self.click(self.left + 190, self.bottom - 109)
+        self.desktop.xdo("key", "ctrl+a")
+        self.desktop.xdo("type", "--delay", "20", "Red card")
+        self.desktop.xdo("key", "Return")
+        time.sleep(0.7)
+        file = self.drag_out()
+        self.assertEqual(file, self.root / "Recent" / "Red card.png")
+        self.assertEqual((self.intake(file)["pixelWidth"], self.intake(file)["pixelHeight"]), (1200, 800))
+        self.assertEqual(self.drag_out(), file, "a second drag carries the same file")
+
+    def test_vectors_are_rasterised(self):
+        self.open_panel()
+        self.copy("text/plain;charset=utf-8",
+                  b'see <svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 40 20"><rect width="40" height="20"/></svg>')
+        self.paste()
+        time.sleep(1)
+        file = self.drag_out()
+        self.assertEqual((self.intake(file)["pixelWidth"], self.intake(file)["pixelHeight"]), (4096, 2048))
+
+        source = self.folder / "my logo.svg"
+        source.write_text('<svg xmlns="http://www.w3.org/2000/svg" width="10" height="10"/>')
+        self.copy("text/uri-list", b"file://" + str(source).replace(" ", "%20").encode() + b"\r\n")
+        self.paste()
+        time.sleep(1)
+        self.save()
+        self.saved("my logo.png")
+
+    @unittest.skipIf(WAYLAND, "the owner that never answers is an X11 program")
+    def test_a_clipboard_that_never_answers_stops_nothing(self):
+        self.open_panel()
+        owner = self.desktop.start([program("clipboard_owner"), "--data", f"image/png={os.devnull}", "--hang"])
+        owner.wait_for("ready")
+        self.desktop.xdo("key", "ctrl+v")
+        time.sleep(0.2)
+        # The window goes on while the owner keeps the reader waiting.
+        begin = time.monotonic()
+        self.click(self.left + 80, self.top + 20)
+        time.sleep(3.5)
+        owner.stop()
+        self.assertIsNone(self.panel.process.poll())
+        self.assertLess(time.monotonic() - begin, 10)
+        self.click(self.left + 35, self.top + 20)
+        self.copy("image/png", png(20, 20, (1, 2, 3)))
+        self.paste()
+        self.save()
+        self.saved("Pasted Image.png")
+
+    def test_drops_stage_one_image_and_file_a_batch(self):
+        self.open_panel()
+        folder = self.folder / "graphics"
+        (folder / "deep").mkdir(parents=True)
+        for name in ("one.png", "deep/two.png"):
+            (folder / name).write_bytes(png(30, 30, (len(name), 90, 90)))
+        (folder / "sound.wav").write_bytes(b"noise")
+
+        self.drop(folder / "one.png")
+        self.save()
+        self.saved("one.png")
+        self.drop(folder)
+        wait_until(lambda: (self.root / "Library/Audio/sound.wav").exists(), 10, "the batch")
+        self.saved("one.png", "two.png")
+
+    def drop(self, path):
+        offer = self.folder / "drag"
+        offer.write_bytes(b"file://" + os.fsencode(path) + b"\r\n")
+        source = self.desktop.start([program("drag_source"), "--geometry", "700,100,400,300", "--data",
+                                     f"text/uri-list={offer}"])
+        source.wait_for("ready")
+        time.sleep(0.5)
+        begin = self.source_window()
+        self.desktop.drag(begin, (self.left + 190, self.top + 200))
+        source.wait_for("dragged")
+        source.stop()
+        time.sleep(1)
+
+    def source_window(self):
+        if not WAYLAND:
+            return 900, 250
+        left, top, right, bottom = self.shown(SOURCE)
+        return (left + right) // 2, (top + bottom) // 2
+
+
+if __name__ == "__main__":
+    try:
+        require("Xvfb", "xdotool", "import", *(["weston", "wl-copy"] if WAYLAND else ["xclip"]))
+    except Missing as missing:
+        print(f"skipped: {missing}")
+        sys.exit(SKIPPED)
+    unittest.main(argv=[sys.argv[0], *sys.argv[3:]], verbosity=2)

@@ -1,6 +1,7 @@
 #include "library/LibraryFilter.h"
 
 #include "base/Text.h"
+#include "library/Storage.h"
 #include "values/CollectionNode.h"
 
 #include <QStringMatcher>
@@ -34,6 +35,20 @@ bool isIn(const LibraryItem& item, const CollectionFilter& filter) {
 std::optional<QString> CollectionFilter::collection() const {
     const auto* named = std::get_if<Named>(&value);
     return named ? std::optional(named->path) : std::nullopt;
+}
+
+FavoriteFiles::FavoriteFiles(const QSet<QString>& keys, const std::filesystem::path& root) : m_root(root) {
+    for (const QString& key : keys) {
+        if (key.contains(QChar::ReplacementCharacter))
+            m_inexact.insert(key);
+        else
+            m_files.emplace(root / pathOf(key));
+    }
+}
+
+bool FavoriteFiles::contains(const FileLocation& file) const {
+    if (m_files.contains(file)) return true;
+    return !m_inexact.isEmpty() && m_inexact.contains(Storage::favoriteKey(file, m_root));
 }
 
 SearchableItems::SearchableItems(std::shared_ptr<const LibraryItems> items) : m_items(std::move(items)) {

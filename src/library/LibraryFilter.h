@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 #include <variant>
 #include <vector>
 
@@ -41,6 +42,21 @@ struct CollectionFilter {
     std::optional<QString> collection() const;
 
     bool operator==(const CollectionFilter&) const = default;
+};
+
+/// The user's favourites as they are asked for every item of a list: by location, without making a key for each.
+class FavoriteFiles {
+public:
+    FavoriteFiles() = default;
+    /// `keys` as Storage::favoriteKey makes them for the library at `root`.
+    FavoriteFiles(const QSet<QString>& keys, const std::filesystem::path& root);
+
+    bool contains(const FileLocation& file) const;
+
+private:
+    std::unordered_set<FileLocation> m_files;
+    QSet<QString> m_inexact; ///< keys of names that are no text, compared as keys
+    std::filesystem::path m_root;
 };
 
 /// A list with its names folded once, so that filtering 100,000 names costs a few milliseconds per key press.

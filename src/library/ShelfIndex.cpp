@@ -3,6 +3,8 @@
 #include "library/ShelfWalk.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -18,13 +20,34 @@ void visitAll(const ShelfNode& node, const Visit& visit) {
     for (const auto& below : node.folders) visitAll(*below, visit);
 }
 
+/// One file of a tree, by the numbers of its folder and of the file there.
+struct Place {
+    FileDate modified;
+    std::uint32_t node;
+    std::uint32_t file;
+};
+
+/// Newest first, equal dates in the order they came: a radix sort over the bytes in which the dates differ.
+void sortNewestFirst(std::vector<Place>& places) {
+    const auto key = [](const Place& place) {
+        // Ascending as an unsigned number means descending as a date.
+        return ~(static_cast<std::uint64_t>(place.modified.time_since_epoch().count()) ^ (std::uint64_t{1} << 63U));
+    };
+    std::uint64_t differing = 0;
+    for (const Place& place : places) differing |= key(place) ^ key(places.front());
+    std::vector<Place> other(places.size());
+    for (unsigned shift = 0; shift < 64; shift += 8) {
+        if ((differing >> shift & 0xFFU) == 0) continue;
+        std::array<std::uint32_t, 257> starts{};
+        for (const Place& place : places) ++starts[(key(place) >> shift & 0xFFU) + 1];
+        std::partial_sum(starts.begin(), starts.end(), starts.begin());
+        for (const Place& place : places) other[starts[key(place) >> shift & 0xFFU]++] = place;
+        places.swap(other);
+    }
+}
+
 /// Every file of the tree, newest first.
 LibraryItems itemsOf(const ShelfNode& root, const ShelfWalk& walk) {
-    struct Place {
-        FileDate modified;
-        std::uint32_t node;
-        std::uint32_t file;
-    };
     std::vector<const ShelfNode*> nodes;
     std::vector<Place> places;
     visitAll(root, [&](const ShelfNode& node) {
@@ -32,11 +55,7 @@ LibraryItems itemsOf(const ShelfNode& root, const ShelfWalk& walk) {
         nodes.push_back(&node);
         for (std::uint32_t i = 0; i < node.files.size(); ++i) places.push_back({node.files[i].modified, number, i});
     });
-    // Node and file numbers ascend along the walk, so that equal dates keep its order.
-    std::ranges::sort(places, [](const Place& a, const Place& b) {
-        if (a.modified != b.modified) return a.modified > b.modified;
-        return a.node != b.node ? a.node < b.node : a.file < b.file;
-    });
+    sortNewestFirst(places);
     LibraryItems items;
     items.reserve(places.size());
     for (const Place& place : places) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <unordered_map>
+#include <utility>
 
 namespace quillary {
 
@@ -16,6 +17,17 @@ using platform::OpenFolder;
 using Kind = OpenFolder::Kind;
 
 constexpr int deepestLinks = 4;
+constexpr std::size_t longestExtension = 8;
+
+/// Up to eight bytes in one number, capital letters as small ones.
+std::uint64_t packed(std::string_view extension) {
+    std::uint64_t number = 0;
+    for (const char c : extension) {
+        const auto byte = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+        number = number << 8U | byte;
+    }
+    return number;
+}
 
 bool onOwnPath(const ShelfNode* node, const platform::FileIdentity& identity) {
     while (node && node->identity != identity) node = node->parent;
@@ -33,25 +45,27 @@ std::optional<QString> collectionBelow(const ShelfNode& parent, const char* name
 
 } // namespace
 
+ShelfWalk::ShelfWalk(std::span<const std::string_view> extensions, Depth depth, ShelfNodeObserver* observer)
+    : m_depth(depth), m_sourceFormat(Storage::sourceAttribute)
+    , m_observer(observer) {
+    for (const std::string_view extension : extensions) m_extensions.push_back(packed(extension));
+}
+
 bool ShelfWalk::wanted(std::string_view name) const {
-    constexpr std::size_t longest = 8;
     const auto dot = name.rfind('.');
-    if (dot == std::string_view::npos || dot == 0 || name.size() - dot - 1 > longest) return false;
-    std::array<char, longest> lower{};
-    const auto extension = name.substr(dot + 1);
-    std::ranges::transform(extension, lower.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return std::ranges::find(m_extensions, std::string_view(lower.data(), extension.size())) != m_extensions.end();
+    if (dot == std::string_view::npos || dot == 0 || name.size() - dot - 1 > longestExtension) return false;
+    return std::ranges::find(m_extensions, packed(name.substr(dot + 1))) != m_extensions.end();
 }
 
 std::uint32_t ShelfWalk::formatNumber(std::string_view bytes) {
     if (bytes.empty()) return 0;
+    if (m_formatBytes[m_lastFormat] == bytes) return m_lastFormat;
     auto known = std::ranges::find(m_formatBytes, bytes);
     if (known == m_formatBytes.end()) {
         m_formats.emplace_back(QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())));
         known = m_formatBytes.insert(m_formatBytes.end(), std::string(bytes));
     }
-    return static_cast<std::uint32_t>(known - m_formatBytes.begin());
+    return m_lastFormat = static_cast<std::uint32_t>(known - m_formatBytes.begin());
 }
 
 std::unique_ptr<ShelfNode> ShelfWalk::readTree(const std::filesystem::path& folder) {
@@ -165,7 +179,7 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
         node.restless = node.restless || isLink;
         // A file that may not be asked is one without a date.
         if (!status || (isLink && status->kind != Kind::file) || !wanted(text)) continue;
-        const auto format = formatNumber(folder.attribute(name, Storage::sourceAttribute, value));
+        const auto format = formatNumber(folder.attribute(name, m_sourceFormat, value));
         const ShelfNode::File file{entry.offset, entry.length, format, status->modified};
         different = different || before == known.end() || !sameContents(*before->second, file);
         node.files.push_back(file);

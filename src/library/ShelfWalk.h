@@ -60,8 +60,7 @@ public:
         bool details = true; ///< dates and formats; without them files are only named
     };
 
-    ShelfWalk(std::span<const std::string_view> extensions, Depth depth, ShelfNodeObserver* observer)
-        : m_extensions(extensions), m_depth(depth), m_observer(observer) {}
+    ShelfWalk(std::span<const std::string_view> extensions, Depth depth, ShelfNodeObserver* observer);
 
     /// A folder that was never read, with everything below it.
     std::unique_ptr<ShelfNode> readTree(const std::filesystem::path& folder);
@@ -84,12 +83,14 @@ private:
     bool wanted(std::string_view name) const;
     std::uint32_t formatNumber(std::string_view bytes);
 
-    std::span<const std::string_view> m_extensions;
+    std::vector<std::uint64_t> m_extensions; ///< each packed into a number, since every file is asked
     Depth m_depth;
+    const platform::AttributeName m_sourceFormat;
     ShelfNodeObserver* m_observer;
     platform::OpenFolder::Entries m_entries; ///< of the folder that is being read
     std::vector<std::optional<QString>> m_formats{std::nullopt};
     std::vector<std::string> m_formatBytes{std::string()};
+    std::uint32_t m_lastFormat = 0; ///< neighbours tend to have the same
 };
 
 } // namespace quillary

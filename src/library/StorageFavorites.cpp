@@ -9,27 +9,36 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether a path is already as `lexically_normal` would write it.
+/// Whether an absolute path holds no ".", ".." or empty component.
 bool isNormal(std::string_view folder) {
-    return folder.starts_with('/') && folder.find("//") == std::string_view::npos &&
-           folder.find("/./") == std::string_view::npos && folder.find("/../") == std::string_view::npos &&
-           !folder.ends_with("/.") && !folder.ends_with("/..");
+    if (!folder.starts_with('/')) return false;
+    for (std::size_t slash = 0; slash != std::string_view::npos; slash = folder.find('/', slash + 1)) {
+        const std::string_view rest = folder.substr(slash + 1);
+        if (rest.starts_with('/') || rest == "." || rest == "..") return false;
+        if (rest.starts_with("./") || rest.starts_with("../")) return false;
+    }
+    return true;
 }
 
 } // namespace
 
 QString Storage::favoriteKey(const FileLocation& file, const fs::path& root) {
-    const std::string_view below = root.native();
-    std::string path;
-    if (isNormal(file.folderPath())) {
-        path = file.native();
-    } else {
+    const std::string_view library = root.native();
+    const std::string_view folder = file.folderPath();
+    if (!isNormal(folder)) {
         std::error_code failed;
-        path = fs::absolute(file.path(), failed).lexically_normal().native();
+        const fs::path path = fs::absolute(file.path(), failed).lexically_normal();
+        if (!isNormal(path.parent_path().native())) return shown(path);
+        return favoriteKey(FileLocation(path), root);
     }
-    if (!below.empty() && path.size() > below.size() + 1 && path.starts_with(below) && path[below.size()] == '/')
-        path.erase(0, below.size() + 1);
-    return QString::fromStdString(path);
+    std::string key;
+    if (folder.size() > library.size() && folder.starts_with(library) && folder[library.size()] == '/')
+        key.append(folder.substr(library.size() + 1)).append(1, '/').append(file.name());
+    else if (folder == library)
+        key = file.name();
+    else
+        key = file.native();
+    return QString::fromStdString(key);
 }
 
 QString Storage::favoriteKey(const fs::path& file) {

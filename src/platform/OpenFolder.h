@@ -19,6 +19,17 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
+/// The name of an extended attribute as the system wants it, made once for many files.
+class AttributeName {
+public:
+    /// `name` without the system's prefix.
+    explicit AttributeName(std::string_view name);
+    const char* full() const { return m_full.c_str(); }
+
+private:
+    std::string m_full;
+};
+
 /// A folder held open, whose entries are asked by their bare names: the cheapest way to read many of them. Names are
 /// bytes. Any one thread at a time.
 class OpenFolder {
@@ -60,9 +71,8 @@ public:
     void read(Entries& entries) const;
     /// Of the file that a link leads to. Absent when there is none; a file that may not be asked has no kind.
     std::optional<Status> status(const char* name) const;
-    /// A short extended attribute (up to 64 bytes), written to `buffer`; empty when there is none. `attribute` without
-    /// the system's prefix.
-    std::string_view attribute(const char* name, std::string_view attribute, std::span<char, 64> buffer) const;
+    /// A short extended attribute (up to 64 bytes), written to `buffer`; empty when there is none.
+    std::string_view attribute(const char* name, const AttributeName& attribute, std::span<char, 64> buffer) const;
 
 private:
     OpenFolder(int descriptor, std::string path) : m_descriptor(descriptor), m_path(std::move(path)) {}

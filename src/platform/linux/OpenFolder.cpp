@@ -3,8 +3,6 @@
 #include "platform/linux/Attributes.h"
 #include "platform/linux/HiddenFile.h"
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -66,6 +64,8 @@ OpenFolder::Kind askedKind(int folder, const char* name) {
 }
 
 } // namespace
+
+AttributeName::AttributeName(std::string_view name) : m_full(attributeName(name)) {}
 
 OpenFolder::OpenFolder(OpenFolder&& other) noexcept
     : m_descriptor(std::exchange(other.m_descriptor, -1)), m_path(std::move(other.m_path)) {}
@@ -137,15 +137,13 @@ std::optional<OpenFolder::Status> OpenFolder::status(const char* name) const {
     return Status{kindOf(status.st_mode), sys_time<nanoseconds>(modified)};
 }
 
-std::string_view OpenFolder::attribute(const char* name, std::string_view attribute, std::span<char, 64> buffer) const {
-    std::array<char, 256> full{};
-    if (attributePrefix.size() + attribute.size() >= full.size()) return {};
-    std::ranges::copy(attribute, std::ranges::copy(attributePrefix, full.begin()).out);
+std::string_view OpenFolder::attribute(const char* name, const AttributeName& attribute,
+                                       std::span<char, 64> buffer) const {
     ssize_t length = 0;
     if (knowsAttributeAt())
-        length = attributeAt(m_descriptor, name, full.data(), buffer.data(), buffer.size());
+        length = attributeAt(m_descriptor, name, attribute.full(), buffer.data(), buffer.size());
     else
-        length = ::getxattr((m_path + '/' + name).c_str(), full.data(), buffer.data(), buffer.size());
+        length = ::getxattr((m_path + '/' + name).c_str(), attribute.full(), buffer.data(), buffer.size());
     return length > 0 ? std::string_view(buffer.data(), static_cast<std::size_t>(length)) : std::string_view();
 }
 

@@ -1,0 +1,92 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quillary.Controls
+import Quillary.Library
+import Quillary.Model
+
+/// The folders that lie where the browser is, in columns of 120 to 260 points, 6 apart; more than `mostRows` rows scroll.
+GridView {
+    id: grid
+
+    required property PanelModel model_
+    required property bool showsRecent
+    property int mostRows: 3
+    readonly property int columns: Math.max(1, Math.floor((width + 6) / 126))
+    readonly property int rows: Math.ceil(count / columns)
+
+    signal picked(int kind, string path)
+
+    function isCurrent(kind: int, path: string): bool {
+        if (showsRecent || kind === FolderListModel.Recent)
+            return showsRecent && kind === FolderListModel.Recent;
+        switch (kind) {
+        case FolderListModel.Unfiled:
+            return model_.filterKind === "unfiled";
+        case FolderListModel.Collection:
+            return model_.filterKind === "named" && model_.filterName === path;
+        case FolderListModel.BuiltIn:
+            return model_.filterKind === "builtIn" && model_.filterName === path;
+        }
+        return false;
+    }
+
+    Accessible.name: qsTr("Folders")
+    Accessible.role: Accessible.List
+    activeFocusOnTab: true
+    boundsBehavior: Flickable.StopAtBounds
+    cellHeight: Theme.controlHeight + 6
+    cellWidth: Math.floor((width + 6) / columns)
+    clip: true
+    implicitHeight: Math.min(rows, mostRows) * cellHeight - 6 + (rows > mostRows ? 12 : 0)
+    interactive: rows > mostRows
+    model: FolderListModel {
+        model: grid.model_
+    }
+
+    Keys.onReturnPressed: pickCurrent()
+    Keys.onSpacePressed: pickCurrent()
+
+    function pickCurrent() {
+        const row = currentItem as Entry;
+        if (row)
+            picked(row.kind, row.path);
+    }
+
+    delegate: Entry {}
+
+    T.ScrollBar.vertical: ScrollBar {}
+
+    component Entry: Item {
+        id: entry
+
+        required property int index
+        required property int kind
+        required property string path
+        required property string label
+        required property int total
+        required property string symbol
+
+        height: grid.cellHeight
+        width: grid.cellWidth
+
+        FolderRow {
+            accented: grid.isCurrent(entry.kind, entry.path)
+            count: entry.total
+            focusPolicy: Qt.NoFocus
+            label: entry.label
+            symbol: entry.symbol
+            width: Math.min(260, grid.cellWidth - 6)
+
+            onClicked: {
+                grid.currentIndex = entry.index;
+                grid.picked(entry.kind, entry.path);
+            }
+
+            FocusRing {
+                anchors.margins: 0
+                shown: grid.activeFocus && grid.currentIndex === entry.index
+            }
+        }
+    }
+}

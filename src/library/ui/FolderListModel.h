@@ -1,0 +1,69 @@
+#pragma once
+
+#include "panel/PanelModel.h"
+
+#include <QAbstractListModel>
+#include <QPointer>
+#include <QTimer>
+
+namespace quillary {
+
+/// The places of the Images shelf that a user can pick, with their counts, kept up to date in steps that leave the other
+/// rows alone. A collection counts what lies in its sub-collections too. Main thread.
+class FolderListModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(quillary::PanelModel* model READ model WRITE setModel NOTIFY modelChanged REQUIRED FINAL)
+    Q_PROPERTY(Content content READ content WRITE setContent NOTIFY contentChanged FINAL)
+    Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
+
+public:
+    enum class Content {
+        Here,    ///< Unfiled, Recent, the folders directly in the selected collection, the built-in sets
+        Filters, ///< All, Unfiled, every collection, the built-in sets
+        Targets  ///< Unfiled and every collection: where a file can go
+    };
+    Q_ENUM(Content)
+    enum class Kind { All, Unfiled, Recent, Collection, BuiltIn };
+    Q_ENUM(Kind)
+    enum Role { KindRole = Qt::UserRole, LabelRole, PathRole, DepthRole, CountRole, SymbolRole };
+
+    struct Row {
+        Kind kind = Kind::All;
+        QString label;
+        QString path;  ///< of the collection, or the set's name
+        int depth = 0; ///< of a collection in the whole tree
+        int count = 0;
+
+        bool sameFolder(const Row& other) const { return kind == other.kind && path == other.path; }
+        bool operator==(const Row&) const = default;
+    };
+
+    explicit FolderListModel(QObject* parent = nullptr);
+
+    PanelModel* model() const { return m_model; }
+    void setModel(PanelModel* model);
+    Content content() const { return m_content; }
+    void setContent(Content content);
+    int count() const { return static_cast<int>(m_rows.size()); }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void modelChanged();
+    void contentChanged();
+    void countChanged();
+
+private:
+    std::vector<Row> rows() const;
+    void update();
+
+    QPointer<PanelModel> m_model;
+    Content m_content = Content::Here;
+    std::vector<Row> m_rows;
+    QTimer m_update; ///< several changes in one turn of the event loop are one update
+};
+
+} // namespace quillary

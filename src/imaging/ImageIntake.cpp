@@ -88,8 +88,9 @@ Result read(platform::Pasteboard& pasteboard, int longEdge, std::stop_token stop
     if (const auto url = fileURL(pasteboard)) return read(*url, longEdge, stop);
     const QStringList types = pasteboard.types();
     const auto dataOf = [&](const QString& type) -> std::optional<QByteArray> {
-        if (stop.stop_requested() || !types.contains(type)) return std::nullopt;
-        return pasteboard.data(type);
+        const auto offered = std::ranges::find(types, type, platform::mimeName);
+        if (stop.stop_requested() || offered == types.end()) return std::nullopt;
+        return pasteboard.data(*offered);
     };
 
     for (const QString& type : bitmapPriority()) {

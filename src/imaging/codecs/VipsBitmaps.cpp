@@ -102,7 +102,7 @@ public:
         Sink sink{pixels, stride, bands, std::move(stop)};
         const bool done = vips_sink_disc(out.get(), &VipsPicture::take, &sink) == 0;
         vips_error_clear();
-        return done;
+        return done && !sink.stop.stop_requested();
     }
 
 private:
@@ -167,7 +167,7 @@ public:
     Opened openThumbnail(const std::string& path, int longestSide) override {
         return opened(path, [longestSide](VipsSource* from, VipsImage** out) {
             return vips_thumbnail_source(from, out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
-                                         "export_profile", "srgb", nullptr);
+                                         nullptr);
         });
     }
 };
@@ -179,6 +179,10 @@ public:
 extern "C" [[gnu::visibility("default")]] quillary::codecs::Bitmaps* quillaryBitmaps() {
     static const bool ready = [] {
         if (vips_init("quillary") != 0) return false;
+        // What is wrong with a file is told by its failure.
+        g_log_set_handler(
+            "VIPS", static_cast<GLogLevelFlags>(G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE),
+            [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {}, nullptr);
         vips_block_untrusted_set(TRUE);
         vips_cache_set_max(0);
         return true;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+/// Pictures and documents made on the spot.
+namespace quillary::test {
+
+QByteArray encoded(const QImage& image, const char* format);
+
+/// Every pixel different from its neighbours, with all degrees of transparency; the colours of transparent pixels
+/// count.
+QImage colourful(int width, int height, QImage::Format format = QImage::Format_RGBA8888);
+
+/// A JPEG of four quarters, red, green, blue and white in reading order, with an EXIF orientation.
+QByteArray orientedJpeg(int orientation);
+
+/// A PNG that is nothing but a header with these numbers, and one chunk that cannot be decoded.
+QByteArray pngHeader(quint32 width, quint32 height);
+/// A small PNG whose colour profile inflates to `size` bytes.
+QByteArray pngWithProfileBomb(qsizetype size);
+
+/// One page of so many points, its lower half red at half strength.
+QByteArray pdf(int width, int height);
+/// A page that needs a password.
+QByteArray lockedPdf();
+
+/// An SVG document with these attributes on its root and this content.
+QByteArray svg(const QByteArray& attributes, const QByteArray& content = {});
+/// Takes minutes to draw at usual sizes.
+QByteArray slowSvg();
+
+} // namespace quillary::test

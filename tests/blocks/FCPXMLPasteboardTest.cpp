@@ -30,37 +30,37 @@ TEST(FCPXMLPasteboard, TestsOnlyTheFirst512Bytes) {
 
 TEST(FCPXMLPasteboard, TakesTheFirstTypeThatPasses) {
     FakePasteboard both;
-    both.set(u"public.utf8-plain-text"_s, document + "<!-- text -->");
-    both.set(u"com.apple.finalcutpro.xml.v1-12"_s, document);
+    both.put(u"public.utf8-plain-text"_s, document + "<!-- text -->");
+    both.put(u"com.apple.finalcutpro.xml.v1-12"_s, document);
     EXPECT_EQ(FCPXMLPasteboard::xml(both), document);
 
     FakePasteboard broken;
-    broken.set(FCPXMLPasteboard::primary, "not a document");
-    broken.set(u"com.apple.finalcutpro.xml.v1-13"_s, document);
+    broken.put(FCPXMLPasteboard::primary, "not a document");
+    broken.put(u"com.apple.finalcutpro.xml.v1-13"_s, document);
     EXPECT_EQ(FCPXMLPasteboard::xml(broken), document);
 
     FakePasteboard text;
-    text.set(u"text/plain;charset=utf-8"_s, document);
+    text.put(u"text/plain;charset=utf-8"_s, document);
     EXPECT_EQ(FCPXMLPasteboard::xml(text), document);
 
     FakePasteboard none;
-    none.set(u"text/plain;charset=utf-8"_s, "a note");
+    none.put(u"text/plain;charset=utf-8"_s, "a note");
     EXPECT_EQ(FCPXMLPasteboard::xml(none), std::nullopt);
 }
 
 TEST(FCPXMLPasteboard, KnowsClipsThatCannotBePasted) {
     FakePasteboard clips;
     EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(clips));
-    clips.set(FCPXMLPasteboard::flexoType, "opaque");
+    clips.put(FCPXMLPasteboard::flexoType, "opaque");
     EXPECT_TRUE(FCPXMLPasteboard::holdsFinalCutClips(clips));
 
     for (const QString& usable : {u"image/png"_s, u"public.jpeg"_s, u"application/pdf"_s, u"image/tiff"_s}) {
         FakePasteboard other;
-        other.set(FCPXMLPasteboard::flexoType, "opaque");
-        other.set(usable, "data");
+        other.put(FCPXMLPasteboard::flexoType, "opaque");
+        other.put(usable, "data");
         EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(other)) << usable.toStdString();
     }
-    clips.set(FCPXMLPasteboard::primary, document);
+    clips.put(FCPXMLPasteboard::primary, document);
     EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(clips));
 }
 

@@ -56,7 +56,7 @@ TEST_F(PanelModelTest, NotifiesAboutALocationOnlyWhenItChanges) {
 }
 
 TEST_F(PanelModelTest, PastesWhatTheClipboardHolds) {
-    clipboard.board->set(u"image/png"_s, png(picture(30, 20)));
+    clipboard.board->put(u"image/png"_s, png(picture(30, 20)));
     model->handlePaste();
     EXPECT_TRUE(model->staging());
     EXPECT_EQ(model->stage(), PanelModel::Stage::empty) << "the old state stays until the new one is there";
@@ -72,7 +72,7 @@ TEST_F(PanelModelTest, PastesWhatTheClipboardHolds) {
     EXPECT_EQ(message(), u"No image on the clipboard."_s);
     EXPECT_EQ(model->failureHint(), u"Copy an image — from a browser, a screenshot, Figma, Slack — then paste again."_s);
 
-    clipboard.board->set(FCPXMLPasteboard::flexoType, "clip");
+    clipboard.board->put(FCPXMLPasteboard::flexoType, "clip");
     model->paste();
     settle();
     EXPECT_EQ(message(), u"Final Cut clips can’t be pasted"_s);

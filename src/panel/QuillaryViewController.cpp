@@ -25,8 +25,9 @@ QuillaryViewController::~QuillaryViewController() = default;
 
 PanelContainerView* QuillaryViewController::loadView(QQmlEngine& engine, const QUrl& rootView) {
     QQmlComponent component(&engine, rootView);
-    std::unique_ptr<QObject> root(
-        component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_model)}}));
+    std::unique_ptr<QObject> root;
+    if (component.isReady())
+        root.reset(component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_model)}}));
     m_hosting = qobject_cast<QQuickItem*>(root.get());
     if (!m_hosting) {
         qWarning("%s", qPrintable(component.errorString()));

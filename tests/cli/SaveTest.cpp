@@ -1,0 +1,114 @@
+#include "cli/ProgramTest.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillary::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class SaveTest : public ProgramTest {
+protected:
+    QJsonObject save(const QStringList& words, int status = 0) const {
+        const Ended ended = json(QStringList{u"save"_s} + words);
+        EXPECT_EQ(ended.status, status) << ended.err.toStdString();
+        return ended.object();
+    }
+
+    static int count(const QJsonObject& result, const char* key) {
+        return static_cast<int>(result[QLatin1StringView(key)].toArray().size());
+    }
+
+    static QString summary(const QJsonObject& result) { return result["summary"_L1].toString(); }
+};
+
+TEST_F(SaveTest, FilesAMixedBatch) {
+    const QString one = picture("one.png");
+    save({one});
+    writeFile(m_folder / "clip.mp4", "film");
+    writeFile(m_folder / "boing.wav", "sound");
+    writeFile(m_folder / "notes.txt", "text");
+    writeFile(m_folder / "broken.png", "no picture");
+    const QJsonObject result =
+        save({one, picture("two.png", Qt::blue, {9, 9}), in("clip.mp4"), in("boing.wav"), in("notes.txt"), in("broken.png"),
+              in("none.png")}, 1);
+    EXPECT_EQ(summary(result), u"Saved 1 · 1 video to Videos · 1 sound to Audio · 1 already in your library · "
+          u"couldn't read 2"_s);
+    EXPECT_EQ(count(result, "saved"), 3);
+    EXPECT_EQ(result["duplicates"_L1].toArray(), QJsonArray{one});
+    EXPECT_EQ(column(result["failures"_L1].toArray(), "file"), (QStringList{in("broken.png"), in("none.png")}));
+    EXPECT_EQ(readFile(root() / "Library/Videos/clip.mp4"), "film");
+    EXPECT_EQ(readFile(root() / "Library/Audio/boing.wav"), "sound");
+    EXPECT_EQ(summary(save({in("notes.txt")})), u"Nothing to save."_s);
+}
+
+TEST_F(SaveTest, DifferentPicturesOfOneNameAreNumbered) {
+    const QJsonObject result = save({picture("x/Logo.png", Qt::red, {5, 5}), picture("y/Logo.png", Qt::blue, {50, 50}),
+                                     picture("z/Logo.png", Qt::green, {500, 50}), u"--collection"_s,
+                                     u" Logos /  Sports "_s});
+    const fs::path folder = root() / "Library/Images/Logos/Sports";
+    EXPECT_EQ(result["saved"_L1].toArray(),
+              (QJsonArray{text(folder / "Logo.png"), text(folder / "Logo 2.png"), text(folder / "Logo 3.png")}));
+    EXPECT_EQ(QImage(text(folder / "Logo 2.png")).size(), QSize(50, 50));
+    EXPECT_EQ(count(save({in("y/Logo.png"), u"--collection"_s, u"Logos / Sports"_s}), "duplicates"), 1);
+    EXPECT_EQ(count(save({in("y/Logo.png")}), "saved"), 1) << "another collection";
+}
+
+TEST_F(SaveTest, WalksAFolderOfAThousand) {
+    const QString sample = picture("sample.png");
+    for (int i = 0; i < 1000; ++i) {
+        const auto folder = m_folder / ("many/" + std::to_string(i % 10) + "/" + std::to_string(i % 7));
+        fs::create_directories(folder);
+        fs::copy_file(sample.toStdString(), folder / (std::to_string(i) + ".png"));
+    }
+    fs::create_directory_symlink("..", m_folder / "many/0/loop");
+    fs::create_symlink("nowhere", m_folder / "many/0/dangling.png");
+    ASSERT_EQ(mkfifo((m_folder / "many/pipe.png").c_str(), 0600), 0);
+    const QJsonObject result = save({in("many")});
+    EXPECT_EQ(summary(result), u"Saved 1000"_s);
+    EXPECT_EQ(count(result, "saved"), 1000);
+    EXPECT_EQ(json({u"list"_s, u"images"_s}).array().size(), 1000);
+}
+
+TEST_F(SaveTest, NamesStayInsideTheFolder) {
+    const std::string longName = std::string(250, 'n') + ".png";
+    fs::rename(picture("short.png").toStdString(), m_folder / longName);
+    fs::rename(picture("plain.png").toStdString(), m_folder / "a\x1b[31m\nb.png");
+    const Ended ended = run({u"save"_s, in(longName.c_str()), in("a\x1b[31m\nb.png"), picture("|?*.png"),
+                             picture("..png")});
+    EXPECT_EQ(ended.status, 0) << ended.err.toStdString();
+    const QStringList names = column(json({u"list"_s, u"images"_s}).array(), "name");
+    EXPECT_THAT(names, testing::UnorderedElementsAre(QString(80, u'n'), u"a-[31m-b"_s, u"---"_s,
+                                                     u"-"_s));
+    EXPECT_FALSE(run({u"list"_s, u"images"_s}).out.contains('\x1b'));
+}
+
+TEST_F(SaveTest, TheShelvesCanBeUnwritable) {
+    const QString source = picture("a.png");
+    if (geteuid() == 0) {
+        // The superuser may write anywhere: somebody else runs the program.
+        constexpr uid_t nobody = 65534;
+        for (const auto& entry : fs::recursive_directory_iterator(m_folder.path()))
+            ASSERT_EQ(chown(entry.path().c_str(), nobody, nobody), 0);
+        ASSERT_EQ(chown(m_folder.path().c_str(), nobody, nobody), 0);
+        m_beforeStart = [] {
+            if (setgid(nobody) != 0 || setuid(nobody) != 0) _exit(1);
+        };
+        if (start(program(), {u"--version"_s}).status != 0) GTEST_SKIP() << "others may not run it";
+    }
+    ASSERT_EQ(json({u"library"_s}).status, 0);
+    fs::permissions(root() / "Library/Images", fs::perms::owner_read | fs::perms::owner_exec);
+    const QJsonObject result = save({source}, 1);
+    EXPECT_EQ(count(result, "failures"), 1);
+    EXPECT_TRUE(fs::is_empty(root() / "Library/Images"));
+    fs::permissions(root() / "Library/Images", fs::perms::owner_all);
+
+    fs::permissions(source.toStdString(), fs::perms::none);
+    EXPECT_EQ(count(save({source}, 1), "failures"), 1);
+}
+
+} // namespace
+
+} // namespace quillary::test

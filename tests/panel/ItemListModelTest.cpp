@@ -11,13 +11,13 @@ namespace {
 
 std::shared_ptr<const LibraryItems> listOf(const std::vector<int>& names) {
     auto items = std::make_shared<LibraryItems>();
-    for (const int name : names) items->push_back({.url = "/shelf/" + std::to_string(name) + ".png"});
+    for (const int name : names) items->push_back({.url = std::filesystem::path("/shelf/" + std::to_string(name) + ".png")});
     return items;
 }
 
 std::vector<int> shownBy(const ItemListModel& model) {
     std::vector<int> names;
-    for (int row = 0; row < model.count(); ++row) names.push_back(std::stoi(model.item(row).url.stem().string()));
+    for (int row = 0; row < model.count(); ++row) names.push_back(std::stoi(std::string(model.item(row).url.nameStem())));
     return names;
 }
 
@@ -58,8 +58,8 @@ TEST(ItemListModel, KeepsTheRowsThatStay) {
     model.show(listOf({9, 2, 8, 4, 6})); // a new listing
     EXPECT_EQ(four.row(), 3);
     EXPECT_EQ(resets, 0);
-    EXPECT_NE(model.find("/shelf/8.png"), nullptr);
-    EXPECT_EQ(model.find("/shelf/1.png"), nullptr);
+    EXPECT_NE(model.find(std::filesystem::path("/shelf/8.png")), nullptr);
+    EXPECT_EQ(model.find(std::filesystem::path("/shelf/1.png")), nullptr);
 }
 
 TEST(ItemListModel, TellsWhichRowsChanged) {

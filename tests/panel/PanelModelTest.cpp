@@ -232,7 +232,7 @@ TEST_F(PanelModelTest, ShowsWhatTheFilterAsksFor) {
     settle();
     const auto visible = [this] {
         Names names;
-        for (const LibraryItem& item : model->visibleLibrary()) names.push_back(item.url.stem());
+        for (const LibraryItem& item : model->visibleLibrary()) names.emplace_back(item.url.nameStem());
         std::ranges::sort(names);
         return names;
     };
@@ -290,7 +290,7 @@ TEST_F(PanelModelTest, BuiltInIconsAreCopiedNeverChanged) {
     const LibraryItem icon = model->builtIn().front();
     model->rename(icon, u"x"_s, Storage::Folder::images);
     model->removeFromLibrary(icon);
-    EXPECT_TRUE(fs::exists(icon.url));
+    EXPECT_TRUE(fs::exists(icon.url.path()));
     model->saveBuiltInToLibrary(icon);
     settle();
     EXPECT_EQ(model->librarySaveNote(), u"Arrow saved to your library"_s);

@@ -8,7 +8,8 @@ namespace quillary::platform {
 
 namespace {
 
-constexpr std::uint32_t entryChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_CLOSE_WRITE | IN_ATTRIB;
+constexpr std::uint32_t entryChanges =
+    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_CLOSE_WRITE | IN_MODIFY | IN_ATTRIB;
 constexpr std::uint32_t goneChanges = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT;
 
 FolderWatch::Change changeOf(const inotify_event& event) {

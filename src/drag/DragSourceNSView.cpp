@@ -3,10 +3,10 @@
 #include "base/FileUrl.h"
 #include "base/Text.h"
 #include "drag/DragPicture.h"
+#include "platform/FileDrag.h"
 
 #include <QCoreApplication>
 #include <QDrag>
-#include <QMimeData>
 #include <QQuickWindow>
 #include <algorithm>
 #include <utility>
@@ -67,8 +67,8 @@ void DragSourceNSView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void DragSourceNSView::mouseUngrabEvent() {
-    m_pressedAt.reset();
     setKeepMouseGrab(false);
+    if (std::exchange(m_pressedAt, std::nullopt)) setDidDrag(false);
 }
 
 void DragSourceNSView::hoverEnterEvent(QHoverEvent* event) {
@@ -109,22 +109,30 @@ void DragSourceNSView::startDrag(const std::filesystem::path& file, QPointF now)
     const QPointF pressedAt = *m_pressedAt;
     const QImage picture = dragPicture(look(), m_title.isEmpty() ? shown(file.filename()) : m_title,
                                        window()->effectiveDevicePixelRatio());
-    auto contents = std::make_unique<QMimeData>();
-    contents->setData(QStringLiteral("text/uri-list"), fileUrl(file) + "\r\n");
     // The application is the drag's parent: a list that is refreshed meanwhile may delete this item.
     auto* drag = new QDrag(QCoreApplication::instance());
-    drag->setMimeData(contents.release());
+    drag->setMimeData(platform::fileDragData(file).release());
     drag->setPixmap(QPixmap::fromImage(picture));
     drag->setHotSpot(dragHotSpot(pressedAt, now, picture.deviceIndependentSize()).toPoint());
 
-    // The drag takes the button's release for itself, so the press ends here.
-    ungrabMouse();
     setDidDrag(true);
-    const QPointer<DragSourceNSView> self(this);
+    // Once this event is delivered: a drag has an event loop of its own, in which this item may end.
+    QMetaObject::invokeMethod(
+        drag, [self = QPointer(this), drag] { run(self, drag); }, Qt::QueuedConnection);
+}
+
+void DragSourceNSView::run(const QPointer<DragSourceNSView>& source, QDrag* drag) {
+    if (!source || !source->m_didDrag) {
+        drag->deleteLater();
+        return;
+    }
+    // The drag takes the button's release for itself, so the press ends here.
+    source->m_pressedAt.reset();
+    source->ungrabMouse();
     drag->exec(Qt::CopyAction);
-    if (!self) return;
-    m_look.reset();
-    setDidDrag(false);
+    if (!source) return;
+    source->m_look.reset();
+    source->setDidDrag(false);
 }
 
 void DragSourceNSView::setDidDrag(bool on) {

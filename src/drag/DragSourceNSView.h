@@ -10,6 +10,8 @@
 #include <functional>
 #include <optional>
 
+class QDrag;
+
 namespace quillary {
 
 /// An area that can be dragged out of the window as one file. `FileDragSource` in QML:
@@ -78,6 +80,7 @@ private:
     std::optional<std::filesystem::path> requestedFile();
     std::optional<QImage> look() const;
     void startDrag(const std::filesystem::path& file, QPointF now);
+    static void run(const QPointer<DragSourceNSView>& source, QDrag* drag);
     void setDidDrag(bool on);
     void reportHover(QHoverEvent* event);
 

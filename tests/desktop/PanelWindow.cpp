@@ -1,10 +1,12 @@
 // A window with a drag source in its left half and a drop target in its right half, which reports all that happens:
-// {"event":"asked"|"tapped"|"dragBegan"|"dragEnded"|"hovered"|"targeted"|"dropped", …}. --url gives the file: URL to
-// drag,
-// --no-file N answers the first N questions with none, --delete removes the drag source in the middle of a drag.
+// {"event":"asked"|"tapped"|"dragBegan"|"dragEnded"|"hovered"|"targeted"|"dropped"|"key", …}. --url, given once or
+// more, says which file: URL is dragged, each for one question and the last for all that follow; an empty one stands
+// for no file.
+// --delete removes the drag source in the middle of a drag.
 #include "base/FileUrl.h"
 #include "drag/DragSourceNSView.h"
 #include "drag/PanelDropTarget.h"
+#include "platform/KeyModifiers.h"
 #include "support/desktop/Report.h"
 
 #include <QCommandLineParser>
@@ -35,6 +37,17 @@ void reportDrop(const std::vector<platform::ItemProvider>& items) {
     report(QStringLiteral("dropped"), {{QStringLiteral("items"), all}});
 }
 
+class KeyReport : public QQuickItem {
+public:
+    explicit KeyReport(QQuickItem* parent) : QQuickItem(parent) { setFocus(true); }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        report(QStringLiteral("key"), {{QStringLiteral("key"), event->key()},
+                                       {QStringLiteral("capsLock"), platform::capsLockEngaged(*event)}});
+    }
+};
+
 } // namespace
 
 } // namespace quillary::test
@@ -44,24 +57,25 @@ int main(int argc, char** argv) {
     using namespace quillary::test;
     QGuiApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.addOption({QStringLiteral("geometry"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,400,300")});
+    parser.addOption({QStringLiteral("place"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,400,300")});
     parser.addOption({QStringLiteral("url"), QString(), QStringLiteral("URL")});
-    parser.addOption({QStringLiteral("no-file"), QString(), QStringLiteral("N"), QStringLiteral("0")});
     parser.addOption({QStringLiteral("delete"), QString()});
     parser.process(application);
 
     QQuickWindow window;
+    new PointerReport(&window);
     window.setTitle(QStringLiteral("panel_window"));
-    window.setGeometry(rectangle(parser.value(QStringLiteral("geometry"))));
+    window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));
     window.setColor(Qt::darkGray);
 
     auto* source = new DragSourceNSView(window.contentItem());
     source->setSize({window.width() / 2.0, qreal(window.height())});
-    int unanswered = parser.value(QStringLiteral("no-file")).toInt();
+    QStringList urls = parser.values(QStringLiteral("url"));
     source->url = [&]() -> std::optional<std::filesystem::path> {
         report(QStringLiteral("asked"));
-        if (unanswered-- > 0) return {};
-        return pathOfFileUrl(parser.value(QStringLiteral("url")).toLatin1());
+        const QString url = urls.value(0);
+        if (urls.size() > 1) urls.removeFirst();
+        return pathOfFileUrl(url.toLatin1());
     };
     QObject::connect(source, &DragSourceNSView::tapped, [] { report(QStringLiteral("tapped")); });
     QObject::connect(source, &DragSourceNSView::hovered, [](qreal x) {
@@ -77,6 +91,7 @@ int main(int argc, char** argv) {
         }
     });
 
+    KeyReport keys(window.contentItem());
     PanelDropTarget target(window.contentItem());
     target.setPosition({window.width() / 2.0, 0});
     target.setSize({window.width() / 2.0, qreal(window.height())});

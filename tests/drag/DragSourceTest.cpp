@@ -47,7 +47,10 @@ protected:
     void press(QPointF at, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
         send(QEvent::MouseButtonPress, at, button, modifiers);
     }
-    void move(QPointF to) { send(QEvent::MouseMove, to); }
+    void move(QPointF to) {
+        send(QEvent::MouseMove, to);
+        QCoreApplication::processEvents();
+    }
     void release(QPointF at, Qt::MouseButton button = Qt::LeftButton) { send(QEvent::MouseButtonRelease, at, button); }
 
     QQuickWindow m_window;
@@ -98,6 +101,18 @@ TEST_F(DragSource, IsReadyForTheNextPressAfterADrag) {
     press({50, 50});
     release({50, 50});
     EXPECT_EQ(m_taps.size(), 1);
+}
+
+TEST_F(DragSource, DoesNotBeginOnceTheButtonIsUp) {
+    m_file = "/tmp/a.png";
+    press({50, 50});
+    send(QEvent::MouseMove, {60, 50});
+    EXPECT_TRUE(m_source.dragging());
+    release({60, 50});
+    EXPECT_FALSE(m_source.dragging());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_dragging.size(), 2);
+    EXPECT_TRUE(m_taps.isEmpty());
 }
 
 TEST_F(DragSource, LeavesMenusToWhatLiesBeneath) {

@@ -51,14 +51,15 @@ int main(int argc, char** argv) {
     QGuiApplication application(argc, argv);
     QCommandLineParser parser;
     Offer::addOptions(parser);
-    parser.addOption({QStringLiteral("geometry"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,300,300")});
+    parser.addOption({QStringLiteral("place"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,300,300")});
     parser.addOption({QStringLiteral("count"), QString(), QStringLiteral("N"), QStringLiteral("1")});
     parser.addOption({QStringLiteral("timeout"), QString(), QStringLiteral("SECONDS"), QStringLiteral("60")});
     parser.process(application);
 
     DragSource window(parser, parser.value(QStringLiteral("count")).toInt());
+    new PointerReport(&window);
     window.setTitle(QStringLiteral("drag_source"));
-    window.setGeometry(rectangle(parser.value(QStringLiteral("geometry"))));
+    window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));
     window.show();
     QTimer::singleShot(0, &window, [] { report(QStringLiteral("ready")); });
     QTimer::singleShot(parser.value(QStringLiteral("timeout")).toInt() * 1000, &application,

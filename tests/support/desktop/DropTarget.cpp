@@ -1,5 +1,7 @@
 // A window that takes every drop as a copy and reports what it holds: {"event":"drop","formats":[…],"uriList":base64,
-// "sizes":{type:bytes},"action":n}. Ends after --count drops or --timeout seconds.
+// "sizes":{type:bytes},"possibleActions":n,"announced":[…]}, where "announced" are the types that the other program
+// told the X server, before the toolkit makes its own of them. Ends after --count drops or --timeout seconds.
+#include "support/desktop/AnnouncedTypes.h"
 #include "support/desktop/Report.h"
 
 #include <QCommandLineParser>
@@ -17,7 +19,7 @@ namespace {
 
 class DropTarget : public QRasterWindow {
 public:
-    explicit DropTarget(int count) : m_left(count) {}
+    DropTarget(int count, const AnnouncedTypes& announced) : m_left(count), m_announced(announced) {}
 
 protected:
     bool event(QEvent* event) override {
@@ -51,11 +53,13 @@ private:
             {{QStringLiteral("formats"), QJsonArray::fromStringList(data->formats())},
              {QStringLiteral("uriList"), QString::fromLatin1(data->data(QStringLiteral("text/uri-list")).toBase64())},
              {QStringLiteral("sizes"), sizes},
+             {QStringLiteral("announced"), QJsonArray::fromStringList(m_announced.types())},
              {QStringLiteral("possibleActions"), static_cast<int>(event->possibleActions().toInt())}});
         if (--m_left == 0) QTimer::singleShot(200, qGuiApp, &QCoreApplication::quit);
     }
 
     int m_left;
+    const AnnouncedTypes& m_announced;
 };
 
 } // namespace
@@ -66,14 +70,17 @@ int main(int argc, char** argv) {
     using namespace quillary::test;
     QGuiApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.addOption({QStringLiteral("geometry"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,300,300")});
+    parser.addOption({QStringLiteral("place"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,300,300")});
     parser.addOption({QStringLiteral("count"), QString(), QStringLiteral("N"), QStringLiteral("1")});
     parser.addOption({QStringLiteral("timeout"), QString(), QStringLiteral("SECONDS"), QStringLiteral("60")});
     parser.process(application);
 
-    DropTarget window(parser.value(QStringLiteral("count")).toInt());
+    AnnouncedTypes announced;
+    if (QGuiApplication::platformName() == u"xcb") application.installNativeEventFilter(&announced);
+    DropTarget window(parser.value(QStringLiteral("count")).toInt(), announced);
+    new PointerReport(&window);
     window.setTitle(QStringLiteral("drop_target"));
-    window.setGeometry(rectangle(parser.value(QStringLiteral("geometry"))));
+    window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));
     window.show();
     QTimer::singleShot(0, &window, [] { report(QStringLiteral("ready")); });
     QTimer::singleShot(parser.value(QStringLiteral("timeout")).toInt() * 1000, &application,

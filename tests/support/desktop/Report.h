@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QEvent>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QList>
+#include <QPointerEvent>
 #include <QRect>
 #include <QString>
+#include <QWindow>
 #include <cstdio>
 
 namespace quillary::test {
@@ -17,7 +19,21 @@ inline void report(const QString& event, QJsonObject details = {}) {
     std::fflush(stdout);
 }
 
-/// "X,Y,W,H"
+/// Reports where in its window the pointer is: {"event":"pointer","x":n,"y":n}. Under Wayland nobody else can tell.
+class PointerReport : public QObject {
+public:
+    explicit PointerReport(QWindow* window) : QObject(window) { window->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Enter || event->type() == QEvent::MouseMove) {
+            const QPointF at = static_cast<QSinglePointEvent*>(event)->position();
+            report(QStringLiteral("pointer"), {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}});
+        }
+        return false;
+    }
+};
+
+/// "X,Y,W,H", as --place takes it: the toolkit keeps --geometry for itself.
 inline QRect rectangle(const QString& text) {
     const QStringList sides = text.split(u',');
     const auto side = [&](qsizetype i) { return sides.value(i).toInt(); };

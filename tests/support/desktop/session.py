@@ -10,14 +10,15 @@ runs the command inside and ends with its status, or with 77 and one line that n
 SKIP_RETURN_CODE). From Python:
 
     with Session(wayland=False) as desktop:
-        target = desktop.start(["drop_target", "--geometry", "600,100,300,300"])
+        target = desktop.start(["drop_target", "--place", "600,100,300,300"])
         target.wait_for("ready")
+        desktop.place(target, 600, 100)
         desktop.drag((50, 50), (700, 200))
         print(target.wait_for("drop"))
 
 Programs inside see DISPLAY or, under Wayland, WAYLAND_DISPLAY and QT_QPA_PLATFORM=wayland. Pointer and keys always go
-through xdotool on the X server; without a window manager windows stand where they ask to, under Wayland the compositor
-decides. Only the standard library is used.
+through xdotool on the X server. Without a window manager X11 windows stand where they ask to; under Wayland `place`
+moves them there. Only the standard library is used.
 """
 
 import argparse
@@ -62,11 +63,12 @@ class Program:
         threading.Thread(target=self._read, daemon=True).start()
 
     def _read(self):
-        for line in self.process.stdout:
-            try:
-                self._incoming.put(json.loads(line))
-            except ValueError:
-                sys.stderr.buffer.write(line)
+        with self.process.stdout as lines:
+            for line in lines:
+                try:
+                    self._incoming.put(json.loads(line))
+                except ValueError:
+                    sys.stderr.buffer.write(line)
         self._incoming.put(None)
 
     def wait_for(self, event, seconds=10.0):
@@ -83,6 +85,18 @@ class Program:
             if report["event"] == event:
                 return report
         raise AssertionError(f"{self.process.args[0]} did not report {event!r} in {seconds} s: {self.events}")
+
+    def last(self, event):
+        """The newest report of this kind that has come by now, or None."""
+        while True:
+            try:
+                report = self._incoming.get_nowait()
+            except queue.Empty:
+                break
+            if report is None:
+                break
+            self.events.append(report)
+        return next((e for e in reversed(self.events) if e["event"] == event), None)
 
     def stays_silent(self, event, seconds):
         """Whether no such report comes for a while."""
@@ -142,9 +156,9 @@ class Session:
             shutil.rmtree(self._folder, ignore_errors=True)
 
     def _service(self, arguments, **options):
-        log = open(os.path.join(self._folder, os.path.basename(arguments[0]) + ".log"), "wb")
-        process = subprocess.Popen(arguments, env=self.environment, stderr=log, stdin=subprocess.DEVNULL,
-                                   preexec_fn=end_with_parent, **options)
+        with open(os.path.join(self._folder, os.path.basename(arguments[0]) + ".log"), "wb") as log:
+            process = subprocess.Popen(arguments, env=self.environment, stderr=log, stdin=subprocess.DEVNULL,
+                                       preexec_fn=end_with_parent, **options)
         self._processes.append(process)
         return process
 
@@ -166,7 +180,8 @@ class Session:
         bus = self._service(
             ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True
         )
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+        with bus.stdout as answer:
+            self.environment["DBUS_SESSION_BUS_ADDRESS"] = answer.readline().strip()
 
     def _start_compositor(self):
         settings = os.path.join(self._folder, "weston.ini")
@@ -183,7 +198,8 @@ class Session:
         if weston.poll() is not None:
             raise Missing("weston's x11 backend did not start")
         del self.environment["DISPLAY"]
-        self.environment.update(WAYLAND_DISPLAY="quillary", QT_QPA_PLATFORM="wayland")
+        self.environment.update(WAYLAND_DISPLAY="quillary", QT_QPA_PLATFORM="wayland",
+                                QT_WAYLAND_DISABLE_WINDOWDECORATION="1")
 
     def start(self, arguments, **environment):
         """Starts a program that reports in JSON; it ends with the session."""
@@ -213,6 +229,33 @@ class Session:
     def move(self, x, y):
         self.xdo("mousemove", x, y)
         time.sleep(0.03)
+
+    def place(self, program, x, y):
+        """Puts the program's window at this place, where only the compositor could: the pointer searches for the window,
+        whose program reports "pointer", and carries it there. Windows in front of it must have been placed before."""
+        if not self.wayland:
+            return
+        width, height = map(int, self.size.split("x"))
+        for at_y in range(60, height, 120):
+            for at_x in range(60, width, 120):
+                self.move(at_x, at_y)
+                if not program.last("pointer"):
+                    continue
+                # What came so far may be of an earlier place.
+                program.events.clear()
+                self.move(at_x + 2, at_y + 1)
+                time.sleep(0.2)
+                if not (found := program.last("pointer")):
+                    continue
+                self.xdo("keydown", "Super_L")
+                self.press(at_x + 2, at_y + 1)
+                self.move(at_x, at_y)
+                self.move(x + found["x"], y + found["y"])
+                self.release()
+                self.xdo("keyup", "Super_L")
+                self.move(0, 0)
+                return
+        raise AssertionError(f"{program.process.args[0]} has no window that the pointer can find")
 
     def drag(self, begin, end, settle=0.5):
         """A drag by hand: press, a few short moves to leave the threshold, longer steps, a pause, release."""

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Real drags between processes: drags.py x11|wayland FOLDER, where FOLDER holds the programs."""
+"""A window driven by hand, with other processes around it: panel_window_test.py x11|wayland FOLDER [TEST]…, where FOLDER
+holds the programs."""
 
 import base64
 import hashlib
@@ -11,7 +12,7 @@ import unittest
 from urllib.parse import quote_from_bytes
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "desktop"))
-from session import SKIPPED, Missing, Session, require, wait_until  # noqa: E402
+from session import SKIPPED, Missing, Session, require  # noqa: E402
 
 SYSTEM, PROGRAMS = sys.argv[1:3]
 # Under Wayland windows cannot choose their place, so the tests look where they are.
@@ -26,21 +27,21 @@ def url_of(path):
     return "file://" + quote_from_bytes(path, safe="/-._~!$&'()*+,:=@")
 
 
-class Drags(unittest.TestCase):
+class Window(unittest.TestCase):
     def setUp(self):
         self.desktop = self.enterContext(Session(wayland=WAYLAND))
         self.folder = os.fsencode(self.enterContext(tempfile.TemporaryDirectory(prefix="quillary-drags-")))
 
-    def start(self, name, *arguments, geometry):
-        return self.shown(self.desktop.start(program(name, "--geometry", geometry, *arguments)))
-
-    def shown(self, started):
+    def start(self, name, *arguments, left, top):
+        started = self.desktop.start(program(name, "--place", f"{left},{top},400,300", *arguments))
         started.wait_for("ready")
         time.sleep(0.3)
+        self.desktop.place(started, left, top)
+        started.events.clear()
         return started
 
     def panel(self, *arguments):
-        return self.start("panel_window", *arguments, geometry="0,0,400,300")
+        return self.start("panel_window", *arguments, left=0, top=0)
 
     def file(self, name, content=b"content"):
         path = os.path.join(self.folder, name)
@@ -49,24 +50,31 @@ class Drags(unittest.TestCase):
         return path
 
 
-class OutOfThePanel(Drags):
+class OutOfThePanel(Window):
     def test_carries_one_file_url_and_nothing_else(self):
         names = [b"plain.png", b"a b.png", b"a#b.png", b"100%.png", b"a;b.png", b"a[1].png", "ü.png".encode(),
                  b"\xff\xfe.png", b"%41.png"]
-        for name in names:
-            with self.subTest(name=name):
-                url = url_of(os.path.join(self.folder, name))
-                panel = self.panel("--url", url)
-                target = self.start("drop_target", geometry="600,100,400,300")
+        urls = [url_of(os.path.join(self.folder, name)) for name in names]
+        panel = self.panel(*(part for url in urls for part in ("--url", url)))
+        target = self.start("drop_target", "--count", str(len(urls)), left=600, top=100)
+        for url in urls:
+            with self.subTest(url=url):
                 self.desktop.drag((100, 100), (800, 250))
                 drop = target.wait_for("drop")
                 self.assertEqual(drop["formats"], ["text/uri-list"])
+                self.assertEqual(drop["announced"], [] if WAYLAND else ["text/uri-list"])
                 self.assertEqual(base64.b64decode(drop["uriList"]), url.encode() + b"\r\n")
                 self.assertEqual(drop["possibleActions"], 1, "to be copied only")
                 panel.wait_for("dragEnded")
-                self.assertEqual([e["event"] for e in panel.events].count("asked"), 1)
-                panel.stop()
-                target.stop()
+        self.assertEqual([e["event"] for e in panel.events].count("asked"), len(urls))
+
+    def test_waits_for_a_file(self):
+        panel = self.panel("--url", "", "--url", "", "--url", "file:///a")
+        target = self.start("drop_target", left=600, top=100)
+        self.desktop.drag((100, 100), (800, 250))
+        self.assertEqual(base64.b64decode(target.wait_for("drop")["uriList"]), b"file:///a\r\n")
+        panel.wait_for("dragEnded")
+        self.assertEqual([e["event"] for e in panel.events].count("asked"), 3)
 
     def test_a_short_move_stays_a_tap(self):
         panel = self.panel("--url", "file:///a")
@@ -79,7 +87,7 @@ class OutOfThePanel(Drags):
 
     def test_works_again_after_a_drag(self):
         panel = self.panel("--url", "file:///a")
-        target = self.start("drop_target", "--count", "2", geometry="600,100,400,300")
+        target = self.start("drop_target", "--count", "2", left=600, top=100)
         for _ in range(2):
             self.desktop.drag((100, 100), (800, 250))
             target.wait_for("drop")
@@ -98,7 +106,7 @@ class OutOfThePanel(Drags):
 
     def test_survives_the_end_of_its_source(self):
         panel = self.panel("--url", "file:///a", "--delete")
-        target = self.start("drop_target", geometry="600,100,400,300")
+        target = self.start("drop_target", left=600, top=100)
         self.desktop.drag((100, 100), (800, 250))
         panel.wait_for("deleted")
         target.wait_for("drop")
@@ -112,14 +120,27 @@ class OutOfThePanel(Drags):
         self.assertNotIn("targeted", [e["event"] for e in panel.events])
 
 
-class IntoThePanel(Drags):
+class Keys(Window):
+    def test_caps_lock_is_told(self):
+        panel = self.panel()
+        self.desktop.press(100, 100)
+        self.desktop.release()
+        for engaged in (False, True, False):
+            self.desktop.xdo("key", "ctrl+v")
+            while (key := panel.wait_for("key"))["key"] != ord("V"):
+                pass
+            self.assertEqual(key["capsLock"], engaged)
+            self.desktop.xdo("key", "Caps_Lock")
+
+
+class IntoThePanel(Window):
     def drop(self, *offers):
         """What the panel finds in a drop of these (type, bytes) pairs."""
         arguments = []
         for number, (kind, content) in enumerate(offers):
             arguments += ["--data", f"{kind}={os.fsdecode(self.file(b'offer%d' % number, content))}"]
         panel = self.panel()
-        source = self.start("drag_source", *arguments, geometry="600,100,400,300")
+        source = self.start("drag_source", *arguments, left=600, top=100)
         self.desktop.drag((800, 250), (300, 100))
         dropped = panel.wait_for("dropped", 15)
         self.assertEqual(source.wait_for("dragged")["action"], 1, "copied")

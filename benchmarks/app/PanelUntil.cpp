@@ -11,8 +11,8 @@ int main(int argc, char** argv) {
     using namespace quillary;
     if (argc < 3) return 2;
     const auto settingsStore = platform::userSettings();
-    const auto bookmarks = platform::userBookmarks();
-    const auto desktop = platform::userDesktop();
+    const auto bookmarks = platform::systemBookmarks();
+    const auto desktop = platform::systemDesktop();
     Storage storage(*settingsStore, *bookmarks, *desktop, argv[1]);
     AppSettings settings(*settingsStore);
     BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());

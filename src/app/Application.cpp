@@ -1,7 +1,6 @@
 #include "app/Application.h"
 
 #include <QGuiApplication>
-#include <cstdio>
 #include <cstdlib>
 
 namespace quillary {
@@ -12,10 +11,9 @@ namespace {
 /// message handler, and would then abort.
 const std::function<int()>* endedBy = nullptr;
 
-void endAtFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
+/// What it says of its plugins on the way is for developers.
+void endAtFatal(QtMsgType type, const QMessageLogContext&, const QString&) {
     if (type == QtFatalMsg) std::_Exit((*endedBy)());
-    // What it says of its platform plugins on the way is for developers.
-    if (type == QtDebugMsg || type == QtInfoMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
 }
 
 template <typename Application> std::unique_ptr<QCoreApplication> named(int& argc, char** argv) {

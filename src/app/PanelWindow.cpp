@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "library/ui/ThumbnailProvider.h"
 #include "panel/QuillaryViewController.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
@@ -130,6 +131,7 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
     {
         QQmlEngine engine;
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider);
         QuillaryViewController controller(
             {services.storage, services.settings, services.builtIns, *clipboard, work, saves}, services.desktop);
         PanelModel& model = controller.model();

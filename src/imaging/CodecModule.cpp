@@ -1,9 +1,8 @@
 #include "imaging/CodecModule.h"
 
+#include "imaging/ModuleEntry.h"
 #include "imaging/codecs/Codecs.h"
 
-#include <QCoreApplication>
-#include <QLibrary>
 #include <QLoggingCategory>
 
 namespace quillary {
@@ -11,13 +10,10 @@ namespace quillary {
 codecs::Bitmaps* bitmapCodecs() {
     static codecs::Bitmaps* const loaded = []() -> codecs::Bitmaps* {
         QString reason;
-        for (const QString& folder : {QStringLiteral("/"), QStringLiteral("/../lib/quillary/")}) {
-            QLibrary module(QCoreApplication::applicationDirPath() + folder + QLatin1String(codecs::bitmapModule));
-            const auto entry = reinterpret_cast<codecs::BitmapsEntry>(module.resolve(codecs::bitmapsSymbol));
-            if (codecs::Bitmaps* bitmaps = entry ? entry() : nullptr) return bitmaps;
-            reason += QLatin1Char('\n') + module.errorString();
-        }
-        qWarning("The picture codecs could not be loaded; only the toolkit's own formats are read.%s",
+        const auto entry =
+            reinterpret_cast<codecs::BitmapsEntry>(moduleEntry(codecs::bitmapModule, codecs::bitmapsSymbol, reason));
+        if (codecs::Bitmaps* bitmaps = entry ? entry() : nullptr) return bitmaps;
+        qWarning("The picture codecs could not be loaded; only the toolkit's own formats are read.\n%s",
                  qUtf8Printable(reason));
         return nullptr;
     }();

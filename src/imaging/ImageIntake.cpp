@@ -6,6 +6,7 @@
 #include "imaging/BitmapDecoder.h"
 #include "imaging/Rasterizer.h"
 #include "platform/Pasteboard.h"
+#include "platform/SuggestedName.h"
 #include "platform/UniformTypes.h"
 
 #include <algorithm>
@@ -163,21 +164,7 @@ std::optional<std::filesystem::path> fileURL(platform::Pasteboard& pasteboard) {
 QString suggestedName(platform::Pasteboard& pasteboard) {
     const QList<QUrl> urls = pasteboard.urls();
     if (urls.isEmpty()) return PastedImage::defaultName();
-    const QUrl& url = urls.first();
-    QString name = url.path(QUrl::FullyDecoded);
-    while (name.endsWith(QLatin1Char('/'))) name.chop(1);
-    name = name.mid(name.lastIndexOf(QLatin1Char('/')) + 1);
-    // Only what follows a dot inside the name is an extension.
-    if (const qsizetype dot = name.lastIndexOf(QLatin1Char('.')); dot > 0) name.truncate(dot);
-    name.replace(QLatin1String("%20"), QLatin1String(" "));
-    name = name.trimmed();
-    const qsizetype characters = name.toUcs4().size();
-    constexpr qsizetype shortest = 2;
-    constexpr qsizetype longest = 60;
-    const bool letters = std::ranges::any_of(name.toUcs4(), [](uint character) { return QChar::isLetter(character); });
-    if (characters < shortest || characters > longest || name == url.host() || !letters)
-        return PastedImage::defaultName();
-    return name;
+    return platform::suggestedName(urls.first()).value_or(PastedImage::defaultName());
 }
 
 } // namespace quillary::ImageIntake

@@ -2,6 +2,7 @@
 
 #include "imaging/codecs/PixelRows.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string_view>
@@ -149,7 +150,7 @@ Opened opened(const Source& source, Load load) {
     const char* loader = from ? vips_foreign_find_load_source(from.get()) : nullptr;
     vips_error_clear();
     if (!loader) return Failure::unsupported;
-    Image image = step([&](VipsImage** out) { return load(from.get(), out); });
+    Image image = step([&](VipsImage** out) { return load(from.get(), loader, out); });
     if (image) return std::make_unique<VipsPicture>(std::move(image));
     return failureIsFinal(loader) ? Failure::broken : Failure::unsupported;
 }
@@ -157,7 +158,7 @@ Opened opened(const Source& source, Load load) {
 class VipsBitmaps : public Bitmaps {
 public:
     Opened open(const Source& source) override {
-        return opened(source, [](VipsSource* from, VipsImage** out) {
+        return opened(source, [](VipsSource* from, const char*, VipsImage** out) {
             *out = vips_image_new_from_source(from, "", "access", VIPS_ACCESS_SEQUENTIAL, "fail_on",
                                               VIPS_FAIL_ON_TRUNCATED, nullptr);
             return *out ? 0 : -1;
@@ -165,9 +166,22 @@ public:
     }
 
     Opened openThumbnail(const std::string& path, int longestSide) override {
-        return opened(path, [longestSide](VipsSource* from, VipsImage** out) {
-            return vips_thumbnail_source(from, out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
-                                         nullptr);
+        return opened(path, [longestSide](VipsSource* from, const char* loader, VipsImage** out) {
+            if (std::string_view(loader).find("Jpeg") == std::string_view::npos)
+                return vips_thumbnail_source(from, out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
+                                             nullptr);
+            // The library itself shrinks only half as far while it decodes.
+            const Image whole = step([&](VipsImage** image) { return vips_jpegload_source(from, image, nullptr); });
+            if (!whole) return -1;
+            const int side = std::max(vips_image_get_width(whole.get()), vips_image_get_height(whole.get()));
+            int shrink = 8;
+            while (shrink > 1 && side / shrink < longestSide) shrink /= 2;
+            const Image reduced = step([&](VipsImage** image) {
+                return vips_jpegload_source(from, image, "shrink", shrink, "access", VIPS_ACCESS_SEQUENTIAL, nullptr);
+            });
+            if (!reduced) return -1;
+            return vips_thumbnail_image(reduced.get(), out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
+                                        nullptr);
         });
     }
 };

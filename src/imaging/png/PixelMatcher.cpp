@@ -116,13 +116,13 @@ void PixelMatcher::write(const std::uint8_t* data, std::size_t rows, std::size_t
             tryDistance(rowBytes, limit);
         if (bestLength < longEnough) {
             std::uint32_t candidate = m_heads[hashOfGroup(at)];
-            for (int depth = 0; depth < longestChain && candidate != nowhere; ++depth) {
+            for (int depth = 0; depth < longestChain && candidate != nowhere && at + bestLength < searchEnd; ++depth) {
                 const std::uint32_t distance = where - candidate;
                 if (distance > DeflateWriter::window) break;
                 // Only what agrees where the best so far ends can be longer.
                 if (load<std::uint32_t>(data + candidate + bestLength) == load<std::uint32_t>(at + bestLength))
                     tryDistance(distance, limit);
-                if (bestLength >= longEnough || at + bestLength >= searchEnd) break;
+                if (bestLength >= longEnough) break;
                 const std::uint16_t back = m_previous[link(candidate)];
                 if (back == 0) break;
                 candidate -= back;

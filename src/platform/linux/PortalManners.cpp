@@ -47,6 +47,8 @@ PortalManners::PortalManners() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
     qDBusRegisterMetaType<Settings>();
+    // The library looks a slot's types up by name, and knows its own only from their first use on.
+    qRegisterMetaType<QDBusVariant>();
     // Any sender: naming the service would make the library look it up, and wait.
     bus.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));

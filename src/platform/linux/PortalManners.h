@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QDBusPendingCall>
+#include <QDBusVariant>
 #include <QObject>
 #include <QVariantMap>
 #include <functional>
 #include <optional>
-
-class QDBusVariant;
 
 namespace quillary::platform {
 

@@ -14,7 +14,7 @@
 #include <QImage>
 #include <QObject>
 #include <QTimer>
-#include <QtQmlIntegration>
+#include <QtQml/qqml.h>
 #include <deque>
 #include <functional>
 #include <map>
@@ -30,6 +30,13 @@ namespace platform {
 class Clipboard;
 class ItemProvider;
 } // namespace platform
+
+/// Makes the type of `displayImage` known to QML, as a value without members.
+struct DisplayedImage {
+    Q_GADGET
+    QML_FOREIGN(QImage)
+    QML_ANONYMOUS
+};
 
 /// The one observable object behind the panel: what the user sees, and the operations that change it.
 ///

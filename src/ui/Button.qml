@@ -16,7 +16,7 @@ T.Button {
     property string help: ""
 
     readonly property color ink: !enabled ? Theme.disabled
-                               : prominent ? Theme.onAccent : dangerous ? Theme.danger : Theme.text
+                               : prominent ? Theme.accentInk : dangerous ? Theme.danger : Theme.text
 
     Accessible.name: spokenName
     Accessible.description: help

@@ -9,7 +9,7 @@ T.MenuItem {
     /// A quieter text at the end, such as a count.
     property string detail: ""
     property bool dangerous: false
-    readonly property color ink: !enabled ? Theme.disabled : highlighted ? Theme.onAccent
+    readonly property color ink: !enabled ? Theme.disabled : highlighted ? Theme.accentInk
                                : dangerous ? Theme.danger : Theme.text
 
     Accessible.name: text
@@ -22,7 +22,7 @@ T.MenuItem {
     }
     contentItem: MenuItemContent {
         detail: control.detail
-        detailInk: control.highlighted ? Theme.onAccent : Theme.secondary
+        detailInk: control.highlighted ? Theme.accentInk : Theme.secondary
         ink: control.ink
         symbol: control.checked ? "checkmark" : control.symbol
         text: control.text

@@ -8,6 +8,13 @@
 
 namespace quillary {
 
+/// Makes the images that models hand out known to QML, as values without members.
+struct ImageValue {
+    Q_GADGET
+    QML_FOREIGN(QImage)
+    QML_ANONYMOUS
+};
+
 /// Shows a picture of any size, scaled to fit with its aspect ratio kept. It is scaled down on a worker, to the item's size
 /// in device pixels; until that is done the picture before stays on the screen, then the new one fades in over it. Main
 /// thread.

@@ -37,6 +37,7 @@ constexpr std::array entries{
     Entry{"square.grid.2x2", u'\ue9b0'},
     Entry{"star", u'\ue83a'},
     Entry{"star.fill", u'\ue838'},
+    Entry{"trash", u'\ue872'},
     Entry{"tray", u'\ue156'},
     Entry{"waveform", u'\ue1b8'},
     Entry{"xmark.circle.fill", u'\ue5c9'},

@@ -20,7 +20,7 @@ T.TextField {
     renderType: Text.NativeRendering
     rightPadding: 8
     selectByMouse: true
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.accentInk
     selectionColor: Theme.accent
     verticalAlignment: TextInput.AlignVCenter
 

@@ -33,7 +33,7 @@ QtObject {
     readonly property color accentPressed: dark ? "#2F78C4" : "#1A5A9C"
     readonly property color accentGround: dark ? "#213349" : "#D5E5F7"
     readonly property color accentText: dark ? "#84B9F2" : "#1B5FA6"
-    readonly property color onAccent: "#FFFFFF"
+    readonly property color accentInk: "#FFFFFF"
     readonly property color targeted: dark ? "#1D242D" : "#E4EDF7"
     readonly property color good: dark ? "#5CC9A6" : "#1B7A5C"
     readonly property color warning: dark ? "#F2B45A" : "#8F5A00"

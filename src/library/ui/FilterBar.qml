@@ -45,6 +45,7 @@ Item {
         FolderMenu {
             id: menu
 
+            objectName: "collectionMenu"
             content: FolderListModel.Filters
             model: bar.model
             offersNew: true

@@ -9,7 +9,7 @@ import Quillary.Model
 GridView {
     id: grid
 
-    required property PanelModel model_
+    required property PanelModel panel
     required property bool showsRecent
     property int mostRows: 3
     readonly property int columns: Math.max(1, Math.floor((width + 6) / 126))
@@ -22,13 +22,19 @@ GridView {
             return showsRecent && kind === FolderListModel.Recent;
         switch (kind) {
         case FolderListModel.Unfiled:
-            return model_.filterKind === "unfiled";
+            return panel.filterKind === "unfiled";
         case FolderListModel.Collection:
-            return model_.filterKind === "named" && model_.filterName === path;
+            return panel.filterKind === "named" && panel.filterName === path;
         case FolderListModel.BuiltIn:
-            return model_.filterKind === "builtIn" && model_.filterName === path;
+            return panel.filterKind === "builtIn" && panel.filterName === path;
         }
         return false;
+    }
+
+    function pickCurrent() {
+        const row = currentItem as Entry;
+        if (row)
+            picked(row.kind, row.path);
     }
 
     Accessible.name: qsTr("Folders")
@@ -41,17 +47,11 @@ GridView {
     implicitHeight: Math.min(rows, mostRows) * cellHeight - 6 + (rows > mostRows ? 12 : 0)
     interactive: rows > mostRows
     model: FolderListModel {
-        model: grid.model_
+        model: grid.panel
     }
 
     Keys.onReturnPressed: pickCurrent()
     Keys.onSpacePressed: pickCurrent()
-
-    function pickCurrent() {
-        const row = currentItem as Entry;
-        if (row)
-            picked(row.kind, row.path);
-    }
 
     delegate: Entry {}
 

@@ -60,8 +60,15 @@ void FolderListModel::setContent(Content content) {
     Q_EMIT contentChanged();
 }
 
+void FolderListModel::setActive(bool on) {
+    if (m_active == on) return;
+    m_active = on;
+    update();
+    Q_EMIT activeChanged();
+}
+
 std::vector<Row> FolderListModel::rows() const {
-    if (!m_model) return {};
+    if (!m_model || !m_active) return {};
     const auto unfiled = static_cast<int>(
         std::ranges::count_if(m_model->library(), [](const LibraryItem& item) { return !item.collection; }));
     const QHash<QString, int> counts = m_model->imageCounts();

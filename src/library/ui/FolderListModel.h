@@ -15,6 +15,8 @@ class FolderListModel : public QAbstractListModel {
     QML_ELEMENT
     Q_PROPERTY(quillary::PanelModel* model READ model WRITE setModel NOTIFY modelChanged REQUIRED FINAL)
     Q_PROPERTY(Content content READ content WRITE setContent NOTIFY contentChanged FINAL)
+    /// While it is off the list is empty and follows nothing.
+    Q_PROPERTY(bool active READ active WRITE setActive NOTIFY activeChanged FINAL)
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
@@ -45,6 +47,8 @@ public:
     void setModel(PanelModel* model);
     Content content() const { return m_content; }
     void setContent(Content content);
+    bool active() const { return m_active; }
+    void setActive(bool on);
     int count() const { return static_cast<int>(m_rows.size()); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -54,6 +58,7 @@ public:
 Q_SIGNALS:
     void modelChanged();
     void contentChanged();
+    void activeChanged();
     void countChanged();
 
 private:
@@ -62,6 +67,7 @@ private:
 
     QPointer<PanelModel> m_model;
     Content m_content = Content::Here;
+    bool m_active = true;
     std::vector<Row> m_rows;
     QTimer m_update; ///< several changes in one turn of the event loop are one update
 };

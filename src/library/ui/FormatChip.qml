@@ -33,7 +33,7 @@ T.AbstractButton {
         id: caption
 
         anchors.centerIn: parent
-        color: chip.on ? Theme.onAccent : Theme.softText
+        color: chip.on ? Theme.accentInk : Theme.softText
         font.pixelSize: 10
         font.weight: Font.DemiBold
         text: chip.format.toUpperCase()

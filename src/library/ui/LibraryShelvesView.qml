@@ -8,8 +8,6 @@ Item {
     id: shelves
 
     required property PanelModel model
-    /// A drag that would be taken is over the panel.
-    required property bool targeted
 
     SegmentedControl {
         id: picker
@@ -19,7 +17,7 @@ Item {
         anchors.right: parent.right
         anchors.top: parent.top
         currentIndex: shelves.model.libraryKind
-        details: [shelves.model.imagesCount, shelves.model.videosCount, shelves.model.audioCount, shelves.model.blocksCount].map(count => count.toString())
+        details: [`${shelves.model.imagesCount}`, `${shelves.model.videosCount}`, `${shelves.model.audioCount}`, `${shelves.model.blocksCount}`]
         fill: true
         labels: [qsTr("Images"), qsTr("Videos"), qsTr("Audio"), qsTr("Blocks")]
         spokenName: qsTr("Shelf")

@@ -10,6 +10,7 @@ Item {
     required property string name
     required property string stamp
     required property bool star
+    required property bool isBuiltIn
     required property bool isSelected
     required property bool focusShown
     /// Of the picture; its height follows.
@@ -42,7 +43,8 @@ Item {
         opacity: status === Image.Ready ? 1 : 0
         smooth: true
         source: "image://thumbnail/" + tile.url + "?" + tile.stamp
-        sourceSize: Qt.size(220, 198)
+        sourceSize.height: 198
+        sourceSize.width: 220
         width: tile.pictureWidth
 
         Behavior on opacity {

@@ -36,7 +36,9 @@ Menu {
 
         onTriggered: menu.moveRequested()
     }
-    MenuSeparator {}
+    MenuSeparator {
+        visible: !menu.isRecent
+    }
     MenuItem {
         symbol: "square.and.arrow.down"
         text: qsTr("Save to My Library")
@@ -48,7 +50,7 @@ Menu {
         dangerous: true
         symbol: "trash"
         text: qsTr("Remove from Library")
-        visible: !menu.isBuiltIn
+        visible: !menu.isBuiltIn && !menu.isRecent
 
         onTriggered: menu.model.removeItem(menu.url)
     }

@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+import Quillary.Controls
+
+/// One place in a folder menu.
+T.ItemDelegate {
+    id: entry
+
+    required property int index
+    required property int kind
+    required property string path
+    required property string label
+    required property int depth
+    required property int total
+    required property string symbol
+
+    signal pointed
+
+    Accessible.name: `${label}, ${total}`
+    Accessible.role: Accessible.MenuItem
+    focusPolicy: Qt.NoFocus
+    height: Theme.controlHeight
+    highlighted: ListView.isCurrentItem
+    leftPadding: 12 * depth
+
+    onHoveredChanged: {
+        if (hovered)
+            pointed();
+    }
+
+    background: Rectangle {
+        color: entry.highlighted ? Theme.accent : "transparent"
+        radius: 5
+    }
+    contentItem: MenuItemContent {
+        detail: entry.total
+        detailInk: entry.highlighted ? Theme.accentInk : Theme.secondary
+        ink: entry.highlighted ? Theme.accentInk : Theme.text
+        symbol: entry.symbol
+        text: entry.label
+    }
+}

@@ -1,0 +1,43 @@
+import QtQuick
+import Quillary.Controls
+
+/// Edits a name: Return and losing the focus commit what was typed, Escape brings the name back.
+TextField {
+    id: field
+
+    required property string name
+    /// What is being edited; follows `name` while the field has no focus.
+    property alias draft: field.text
+
+    signal commit(string draft)
+
+    placeholderText: qsTr("Name")
+    spokenName: qsTr("Name")
+    symbol: "pencil"
+
+    onActiveFocusChanged: {
+        if (activeFocus) {
+            draft = name;
+            selectAll();
+            return;
+        }
+        deselect();
+        commit(draft);
+        draft = name;
+    }
+    onNameChanged: {
+        if (!activeFocus)
+            draft = name;
+    }
+    Component.onCompleted: draft = name
+
+    Keys.onEscapePressed: {
+        draft = name;
+        focus = false;
+    }
+    onAccepted: {
+        commit(draft);
+        draft = name;
+        selectAll();
+    }
+}

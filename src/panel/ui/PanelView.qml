@@ -1,0 +1,103 @@
+import QtQuick
+import Quillary.Controls
+import Quillary.Drag
+import Quillary.Model
+import Quillary.Panel
+
+/// The root view: the tabs on top, the Import tab or the Library below. All of it takes drops.
+Rectangle {
+    id: panel
+
+    required property PanelModel model
+    /// The desktop's manners, kept up to date by the owner of the view.
+    property bool dark: true
+    property bool reducedMotion: false
+    readonly property bool isDropTargeted: dropTarget.targeted
+
+    color: Theme.window
+
+    Binding {
+        property: "dark"
+        target: Theme
+        value: panel.dark
+    }
+    Binding {
+        property: "reducedMotion"
+        target: Theme
+        value: panel.reducedMotion
+    }
+
+    PanelDropTarget {
+        id: dropTarget
+
+        anchors.fill: parent
+        objectName: "dropTarget"
+    }
+
+    Item {
+        id: header
+
+        height: Theme.headerHeight
+        width: parent.width
+
+        SegmentedControl {
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.margin
+            anchors.verticalCenter: parent.verticalCenter
+            currentIndex: panel.model.tab
+            labels: [qsTr("Import"), qsTr("Library")]
+            padding: 12
+            spokenName: qsTr("Tab")
+
+            onActivated: index => panel.model.tab = index
+        }
+        Divider {
+            anchors.bottom: parent.bottom
+            width: parent.width
+        }
+    }
+
+    ImportTab {
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        enabled: visible
+        model: panel.model
+        targeted: panel.isDropTargeted
+        visible: panel.model.tab === PanelModel.Intake
+    }
+    Loader {
+        id: library
+
+        /// Made when it is first shown, kept from then on.
+        readonly property bool wanted: panel.model.tab === PanelModel.Library
+
+        function make() {
+            if (wanted && !item)
+                setSource("qrc:/qt/qml/Quillary/Library/LibraryShelvesView.qml", {
+                    "model": panel.model
+                });
+        }
+
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        enabled: wanted
+        visible: wanted
+
+        onWantedChanged: make()
+        Component.onCompleted: make()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: 2
+        border.color: Theme.accent
+        border.width: 2
+        color: "transparent"
+        radius: Theme.stageRadius
+        visible: panel.isDropTargeted && library.wanted
+    }
+}

@@ -1,0 +1,54 @@
+import QtQuick
+import Quillary.Controls
+import Quillary.Model
+import Quillary.Panel
+
+/// The large area of the Import tab: what to do when there is nothing yet, what went wrong, or the image.
+Item {
+    id: stage
+
+    required property PanelModel model
+    required property bool targeted
+    readonly property bool loaded: model.stage === PanelModel.Loaded
+    readonly property bool failed: model.stage === PanelModel.Failed
+
+    Rectangle {
+        anchors.fill: parent
+        color: stage.targeted ? Theme.targeted : Theme.stage
+        radius: Theme.stageRadius
+        visible: !stage.loaded
+    }
+    DashedOutline {
+        anchors.fill: parent
+        color: Theme.outline
+        radius: Theme.stageRadius
+        visible: !stage.loaded && !stage.targeted
+    }
+    Message {
+        anchors.fill: parent
+        hint: stage.failed ? stage.model.failureHint : qsTr("Videos, sounds and Final Cut compound clips can be dragged in too")
+        line: stage.failed ? "" : qsTr("⌘V, or drag one in")
+        symbol: stage.failed ? "exclamationmark.triangle" : "photo.on.rectangle.angled"
+        symbolInk: stage.failed ? Theme.warning : Theme.secondary
+        title: stage.failed ? stage.model.failureMessage : qsTr("Paste an image")
+        visible: !stage.loaded && !stage.model.staging
+    }
+    StagedPicture {
+        anchors.fill: parent
+        model: stage.model
+        visible: stage.loaded
+    }
+    Rectangle {
+        anchors.fill: parent
+        border.color: stage.targeted ? Theme.accent : Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.08)
+        border.width: stage.targeted ? 2 : 1
+        color: "transparent"
+        radius: Theme.stageRadius
+        visible: stage.loaded || stage.targeted
+    }
+    Working {
+        anchors.centerIn: parent
+        text: stage.model.staging ? qsTr("Reading the image…") : qsTr("Cutting out…")
+        visible: stage.model.staging || stage.model.cutoutProgress === PanelModel.Working
+    }
+}

@@ -1,0 +1,81 @@
+import QtQuick
+import Quillary.Controls
+import Quillary.Drag
+import Quillary.Model
+
+/// The staged image over its checkerboard; all of it drags the image out as a file.
+Item {
+    id: staged
+
+    required property PanelModel model
+
+    Accessible.description: qsTr("Drag into Final Cut")
+    Accessible.name: model.stagedName
+    Accessible.role: Accessible.Graphic
+
+    Rectangle {
+        anchors.fill: parent
+        color: "#2E000000"
+        radius: Theme.stageRadius
+    }
+    Checkerboard {
+        anchors.fill: parent
+        ink: Theme.ink
+        radius: Theme.stageRadius
+        square: 9
+    }
+    PictureView {
+        id: picture
+
+        anchors.fill: parent
+        anchors.margins: 6
+        fadeDuration: Theme.fade
+        opacity: staged.model.staging ? 0.4 : 1
+        picture: staged.model.displayImage
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Theme.fade
+            }
+        }
+    }
+    Rectangle {
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 9
+        anchors.horizontalCenter: parent.horizontalCenter
+        color: "#8C000000"
+        height: 22
+        radius: height / 2
+        width: caption.width + 20
+
+        Row {
+            id: caption
+
+            anchors.centerIn: parent
+            height: parent.height
+            spacing: 6
+
+            Symbol {
+                color: "#FFFFFF"
+                height: parent.height
+                name: "arrow.up.and.down.and.arrow.left.and.right"
+                size: 14
+            }
+            Label {
+                Accessible.ignored: true
+                color: "#FFFFFF"
+                height: parent.height
+                small: true
+                text: qsTr("Drag into Final Cut")
+            }
+        }
+    }
+    FileDragSource {
+        anchors.fill: parent
+        openHandCursor: true
+        picture: picture
+        title: staged.model.stagedName
+
+        onUrlRequested: request => request.url = staged.model.stagedFileUrl()
+    }
+}

@@ -1,0 +1,185 @@
+#include "PanelStage.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPainterPath>
+#include <cstdio>
+#include <functional>
+
+// Shows the panel in every state and saves a picture of each into the folder named as the argument.
+
+using namespace quillary;
+using quillary::test::PanelStage;
+
+namespace {
+
+QImage logo(int side) {
+    QImage image(side, side, QImage::Format_RGBA8888);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPolygonF hexagon;
+    for (int corner = 0; corner < 6; ++corner) {
+        const double angle = (corner + 0.5) * M_PI / 3;
+        hexagon << QPointF(side / 2.0 + side * 0.45 * std::cos(angle), side / 2.0 + side * 0.45 * std::sin(angle));
+    }
+    QLinearGradient gradient(0, 0, side, side);
+    gradient.setColorAt(0, QColor(0xFF8A5B));
+    gradient.setColorAt(1, QColor(0xD6336C));
+    painter.setBrush(gradient);
+    painter.setPen(Qt::NoPen);
+    painter.drawPolygon(hexagon);
+    return image;
+}
+
+QImage photo(int width, int height, QColor from, QColor to) {
+    QImage image(width, height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient gradient(0, 0, width, height);
+    gradient.setColorAt(0, from);
+    gradient.setColorAt(1, to);
+    painter.fillRect(image.rect(), gradient);
+    return image;
+}
+
+QImage disc(QColor color) {
+    QImage image(400, 400, QImage::Format_RGBA8888);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(color);
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(image.rect());
+    return image;
+}
+
+class Gallery {
+public:
+    explicit Gallery(QString folder)
+        : m_folder(std::move(folder)) {
+        QDir().mkpath(m_folder);
+    }
+
+    void take(const char* name) {
+        PanelStage::wait(450);
+        const QString file = m_folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png");
+        if (!stage.window.grabWindow().save(file)) std::fprintf(stderr, "Could not write %s.\n", qPrintable(file));
+    }
+    void stageImage(const std::filesystem::path& file) {
+        stage.model.load(file);
+        PanelStage::comesTrue([this] { return !stage.model.staging(); });
+    }
+    void fillLibrary() {
+        const auto shelf = *stage.storage.root() / "Library" / "Images";
+        const auto save = [&](const char* name, const QImage& image) {
+            std::filesystem::create_directories((shelf / name).parent_path());
+            image.save(QString::fromStdString((shelf / name).string()));
+        };
+        save("Northwind.png", logo(600));
+        save("Badge green.png", disc(QColor(0x5CC9A6)));
+        save("Badge violet.png", disc(QColor(0x8478E0)));
+        save("Screenshot 2024-03-11 at 14.02 with a long name.png", photo(1600, 900, QColor(0x4A76A8), QColor(0xC48A62)));
+        save("Map of route.jpg", photo(900, 1200, QColor(0x233038), QColor(0x76988A)));
+        save("Logos/Callout.png", disc(QColor(0x388ADE)));
+        save("Logos/Clients/Sun.png", disc(QColor(0xF2C94C)));
+        save("Lower thirds/Plain.png", photo(1200, 300, QColor(0x8478E0), QColor(0x5548B0)));
+        for (int i = 1; i <= 14; ++i)
+            save(qPrintable(QStringLiteral("Series/Frame %1.png").arg(i)), disc(QColor::fromHsv(i * 24, 140, 210)));
+        std::filesystem::create_directories(shelf / "Arrows");
+        quillary::test::writeFile(shelf / "Broken.png", "no picture");
+    }
+    void refresh() {
+        stage.model.refreshLibrary();
+        stage.model.refreshAudio();
+        stage.model.refreshVideos();
+        PanelStage::wait(200);
+        PanelStage::comesTrue([this] { return stage.model.libraryLoaded(); });
+    }
+    QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
+
+    PanelStage stage;
+
+private:
+    QString m_folder;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: panel_gallery FOLDER\n");
+        return 2;
+    }
+    Gallery gallery(QString::fromLocal8Bit(argv[1]));
+    PanelStage& stage = gallery.stage;
+    PanelModel& model = stage.model;
+    const QSize usual(380, 460);
+    if (!stage.show(usual)) {
+        std::fprintf(stderr, "%s\n", qPrintable(stage.errors));
+        return 1;
+    }
+    gallery.take("import-empty");
+    stage.resize({320, 400});
+    gallery.take("import-empty-small");
+    stage.resize(usual);
+
+    gallery.stageImage(stage.folder / "missing.png");
+    gallery.take("import-failed");
+    const auto northwind = stage.file("Northwind logo with a name that is far too long for the line.png", logo(2048));
+    gallery.stageImage(northwind);
+    gallery.take("import-loaded");
+    stage.resize({320, 400});
+    gallery.take("import-loaded-small");
+    stage.resize({900, 700});
+    gallery.take("import-loaded-large");
+    stage.resize(usual);
+    model.saveCurrentToLibrary();
+    PanelStage::comesTrue([&] { return model.librarySaveNote().has_value(); });
+    gallery.take("import-saved");
+    gallery.stageImage(stage.file("small.png", photo(640, 360, QColor(0x4A76A8), QColor(0xC48A62))));
+    gallery.take("import-warning");
+
+    model.setTab(PanelModel::Tab::library);
+    std::filesystem::remove_all(*stage.storage.root() / "Library");
+    gallery.refresh();
+    gallery.take("library-empty");
+    gallery.fillLibrary();
+    gallery.refresh();
+    for (int row = 1; row < model.visibleLibraryModel()->count(); row += 5)
+        model.toggleFavorite(model.visibleLibraryModel()->item(row));
+    gallery.take("library");
+    stage.resize({320, 400});
+    gallery.take("library-small");
+    stage.resize({900, 700});
+    gallery.take("library-large");
+    stage.resize(usual);
+    model.selectCollection(QStringLiteral("Logos"));
+    gallery.take("library-collection");
+    model.selectAll();
+    model.setSearchText(QStringLiteral("badge"));
+    gallery.take("library-search");
+    model.setSearchText(QStringLiteral("zebra"));
+    gallery.take("library-no-match");
+    model.setSearchText({});
+    if (QObject* menu = gallery.find("collectionMenu")) {
+        QMetaObject::invokeMethod(menu, "open");
+        gallery.take("library-menu");
+        QMetaObject::invokeMethod(menu, "close");
+    }
+    if (QObject* sheet = gallery.find("newCollection")) {
+        QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, QString()));
+        gallery.take("library-sheet");
+        QMetaObject::invokeMethod(sheet, "close");
+    }
+    model.setLibraryKind(PanelModel::LibraryKind::blocks);
+    gallery.take("blocks-empty");
+    model.setLibraryKind(PanelModel::LibraryKind::images);
+
+    stage.root->setProperty("dark", false);
+    gallery.take("light-library");
+    model.setTab(PanelModel::Tab::intake);
+    gallery.take("light-import");
+    return 0;
+}

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "library/AppSettings.h"
+#include "library/BuiltInLibrary.h"
+#include "library/Storage.h"
+#include "library/ui/ThumbnailProvider.h"
+#include "panel/PanelModel.h"
+#include "platform/Clipboard.h"
+#include "support/FakeBookmarks.h"
+#include "support/FakeDesktop.h"
+#include "support/FakePasteboard.h"
+#include "support/FakeSettingsStore.h"
+#include "support/TemporaryFolder.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QImage>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QThreadPool>
+
+namespace quillary::test {
+
+/// The panel's root view over a real library in a folder of its own, in a window of its own.
+class PanelStage {
+public:
+    explicit PanelStage(std::filesystem::path builtInSets = {})
+        : builtIns(std::move(builtInSets)) {
+        saves.setMaxThreadCount(1);
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider);
+    }
+    ~PanelStage() {
+        root.reset();
+        saves.waitForDone();
+        work.waitForDone();
+    }
+
+    /// Shows the panel; false, with the reasons in `errors`, when its view cannot be made.
+    bool show(QSize size) {
+        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Panel/PanelView.qml")));
+        if (component.isReady())
+            root.reset(qobject_cast<QQuickItem*>(
+                component.createWithInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model)}})));
+        errors = component.errorString();
+        if (!root) return false;
+        root->setParentItem(window.contentItem());
+        resize(size);
+        window.show();
+        return true;
+    }
+    void resize(QSize size) {
+        window.resize(size);
+        if (root) root->setSize(size);
+    }
+
+    /// Runs the event loop until the condition holds.
+    template <typename Condition> static bool comesTrue(Condition condition, int milliseconds = 20'000) {
+        const QDeadlineTimer limit(milliseconds);
+        while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        return condition();
+    }
+    static void wait(int milliseconds) {
+        comesTrue([] { return false; }, milliseconds);
+    }
+
+    std::filesystem::path file(const std::string& name, const QImage& image) {
+        const auto path = folder / name;
+        std::filesystem::create_directories(path.parent_path());
+        image.save(QString::fromStdString(path.string()));
+        return path;
+    }
+
+    struct NoClipboard : platform::Clipboard {
+        std::shared_ptr<platform::Pasteboard> contents() override { return board; }
+        std::shared_ptr<FakePasteboard> board = std::make_shared<FakePasteboard>();
+    };
+
+    TemporaryFolder folder;
+    FakeSettingsStore store;
+    FakeBookmarks bookmarks;
+    FakeDesktop desktop{folder.path()};
+    AppSettings settings{store};
+    Storage storage{store, bookmarks, desktop, folder / "library"};
+    BuiltInLibrary builtIns;
+    NoClipboard clipboard;
+    QThreadPool work;
+    QThreadPool saves;
+    PanelModel model{{storage, settings, builtIns, clipboard, work, saves}};
+    QQmlEngine engine;
+    QQuickWindow window;
+    std::unique_ptr<QQuickItem> root;
+    QString errors;
+};
+
+} // namespace quillary::test

@@ -97,6 +97,7 @@ class Paste final : public Command {
     /// Asks on a thread of its own, while this one serves the connection to the desktop.
     static Image read(int longEdge) {
         const auto clipboard = platform::systemClipboard();
+        const auto focus = platform::focusForClipboard();
         const auto contents = clipboard->contents();
         std::optional<Image> image;
         QEventLoop loop;

@@ -2,6 +2,7 @@
 
 #include "platform/Pasteboard.h"
 
+#include <QWindow>
 #include <memory>
 
 namespace quillary::platform {
@@ -18,5 +19,9 @@ public:
 
 /// The clipboard of the running desktop session; needs the application object.
 std::unique_ptr<Clipboard> systemClipboard();
+
+/// Some desktops tell the clipboard only to the program that has the focus. For a program without a window there: shows a
+/// tiny one and waits until it has the focus, two seconds at most; keep it while reading. Null where none is needed.
+std::unique_ptr<QWindow> focusForClipboard();
 
 } // namespace quillary::platform

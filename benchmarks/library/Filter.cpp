@@ -28,8 +28,9 @@ std::shared_ptr<const LibraryItems> manyItems() {
         std::string name;
         for (int word = 2 + pick(5); word > 0; --word) name += std::string(words[pick(words.size())]) + ' ';
         if (pick(12) == 0) name += std::string(foreign[pick(foreign.size())]) + ' ';
-        items->push_back({std::filesystem::path("/library/Images") / (name + std::to_string(i) + ".png")});
-        if (pick(2) == 0) items->back().collection = QStringLiteral("Logos / Sports");
+        LibraryItem& item = items->emplace_back();
+        item.url = std::filesystem::path("/library/Images") / (name + std::to_string(i) + ".png");
+        if (pick(2) == 0) item.collection = QStringLiteral("Logos / Sports");
     }
     return items;
 }

@@ -46,8 +46,7 @@ std::optional<QString> collectionBelow(const ShelfNode& parent, const char* name
 } // namespace
 
 ShelfWalk::ShelfWalk(std::span<const std::string_view> extensions, Depth depth, ShelfNodeObserver* observer)
-    : m_depth(depth), m_sourceFormat(Storage::sourceAttribute)
-    , m_observer(observer) {
+    : m_depth(depth), m_sourceFormat(Storage::sourceAttribute), m_observer(observer) {
     for (const std::string_view extension : extensions) m_extensions.push_back(packed(extension));
 }
 

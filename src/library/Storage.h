@@ -44,6 +44,8 @@ public:
     /// "Library/Images" and so on, below the root.
     static std::filesystem::path relativeFolder(Folder folder);
     static const std::filesystem::path& blocksFolder(); ///< "Library/Blocks"
+    /// Every folder of the layout, below the root.
+    static std::span<const std::filesystem::path> layout();
 
     static constexpr std::string_view sourceAttribute = "com.tamsel.quillary.source";
     static constexpr std::string_view sourceSizeAttribute = "com.tamsel.quillary.sourcesize";
@@ -161,6 +163,8 @@ private:
     Opened openRootForThisRun();
     void closeCustomRoot();
     void layOutOnce(const std::filesystem::path& root);
+
+    static std::expected<void, StorageError> makeFolder(const std::filesystem::path& folder);
 
     /// Where a library file really lies below the root; an error for anything else.
     std::expected<std::filesystem::path, StorageError> ownFile(const std::filesystem::path& file);

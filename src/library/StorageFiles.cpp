@@ -6,7 +6,6 @@
 
 #include <QStringDecoder>
 #include <algorithm>
-#include <array>
 
 namespace quillary {
 
@@ -50,21 +49,17 @@ StorageError refused(const fs::path& file, const QString& why) {
 std::optional<fs::path> Storage::shelfFolderOf(const fs::path& file) {
     const auto root = this->root();
     if (!root) return {};
-    const std::array shelves{relativeFolder(Folder::images), relativeFolder(Folder::videos),
-                             relativeFolder(Folder::audio), relativeFolder(Folder::recent), blocksFolder()};
     const auto path = ownFile(file);
     if (!path) return {};
-    for (const fs::path& shelf : shelves)
+    for (const fs::path& shelf : layout())
         if (liesBelow(*path, *root / shelf)) return *root / shelf;
     return {};
 }
 
 std::expected<fs::path, StorageError> Storage::ownFile(const fs::path& file) {
     const fs::path root = TRY(this->root());
-    const std::array shelves{relativeFolder(Folder::images), relativeFolder(Folder::videos),
-                             relativeFolder(Folder::audio), relativeFolder(Folder::recent), blocksFolder()};
-    const auto onShelf = [&](const fs::path& path, const fs::path& library) {
-        return std::ranges::any_of(shelves, [&](const fs::path& shelf) { return liesBelow(path, library / shelf); });
+    const auto onShelf = [](const fs::path& path, const fs::path& library) {
+        return std::ranges::any_of(layout(), [&](const fs::path& shelf) { return liesBelow(path, library / shelf); });
     };
     fs::path path = standardized(file);
     if (onShelf(path, root)) return path;
@@ -121,9 +116,7 @@ std::expected<fs::path, StorageError> Storage::move(const fs::path& file, const 
             StorageError::platform(QStringLiteral("Could not move %1: %2")
                                        .arg(shown(path.filename()), platform::FileError{ENOENT}.description())));
     if (sameFolder(folder, path.parent_path())) return path;
-    if (const auto made = platform::createFolders(folder); !made)
-        return std::unexpected(StorageError::platform(QStringLiteral("Could not create the folder “%1”: %2")
-                                                          .arg(shown(folder.filename()), made.error().description())));
+    TRY(makeFolder(folder));
     return moveWithStar(path, folder, {sanitizedStem(path), extensionOf(path)});
 }
 

@@ -93,6 +93,12 @@ const fs::path& Storage::blocksFolder() {
     return folder;
 }
 
+std::span<const fs::path> Storage::layout() {
+    static const std::array folders{relativeFolder(Folder::images), relativeFolder(Folder::videos),
+                                    relativeFolder(Folder::audio), relativeFolder(Folder::recent), blocksFolder()};
+    return folders;
+}
+
 QString Storage::sanitize(const QString& name) {
     QString safe = name;
     // Blanks and line breaks at the ends are cut, in the middle of a name a line break is a control character.

@@ -51,11 +51,7 @@ std::vector<fs::path> visibleEntries(const fs::path& folder) {
 }
 
 void ensureLayout(const fs::path& root) {
-    using Folder = Storage::Folder;
-    const std::array layout{Storage::relativeFolder(Folder::images), Storage::relativeFolder(Folder::videos),
-                            Storage::relativeFolder(Folder::audio), Storage::relativeFolder(Folder::recent),
-                            Storage::blocksFolder()};
-    for (const fs::path& folder : layout) {
+    for (const fs::path& folder : Storage::layout()) {
         // A folder that cannot be made is told by the first operation that needs it.
         if (platform::createFolders(root / folder)) platform::removeAbandonedFiles(root / folder);
     }

@@ -48,12 +48,17 @@ bool sameBytes(const fs::path& a, const fs::path& b) {
 
 } // namespace
 
+std::expected<void, StorageError> Storage::makeFolder(const fs::path& folder) {
+    const auto made = platform::createFolders(folder);
+    if (made) return {};
+    return std::unexpected(StorageError::platform(QStringLiteral("Could not create the folder “%1”: %2")
+                                                      .arg(shown(folder.filename()), made.error().description())));
+}
+
 std::expected<fs::path, StorageError> Storage::folderFor(Folder folder, const std::optional<QString>& collection) {
     const fs::path path = appending(collection.value_or(QString()), TRY(root()) / relativeFolder(folder));
-    const auto made = platform::createFolders(path);
-    if (made) return path;
-    return std::unexpected(StorageError::platform(QStringLiteral("Could not create the folder “%1”: %2")
-                                                      .arg(shown(path.filename()), made.error().description())));
+    TRY(makeFolder(path));
+    return path;
 }
 
 std::expected<Storage::Prepared, StorageError> Storage::prepare(const PastedImage& image, Folder folder,

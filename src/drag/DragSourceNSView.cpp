@@ -54,8 +54,10 @@ void DragSourceNSView::mousePressEvent(QMouseEvent* event) {
 }
 
 void DragSourceNSView::mouseMoveEvent(QMouseEvent* event) {
-    if (m_didDrag || !m_pressedAt || !exceedsDragThreshold(*m_pressedAt, event->position())) return;
-    if (const auto file = requestedFile()) startDrag(*file, event->position());
+    if (m_didDrag || !m_pressedAt) return;
+    const QPointF pressedAt = *m_pressedAt;
+    if (!exceedsDragThreshold(pressedAt, event->position())) return;
+    if (const auto file = requestedFile()) startDrag(*file, pressedAt, event->position());
 }
 
 void DragSourceNSView::mouseReleaseEvent(QMouseEvent* event) {
@@ -105,8 +107,7 @@ std::optional<QImage> DragSourceNSView::look() const {
     return grabbed;
 }
 
-void DragSourceNSView::startDrag(const std::filesystem::path& file, QPointF now) {
-    const QPointF pressedAt = *m_pressedAt;
+void DragSourceNSView::startDrag(const std::filesystem::path& file, QPointF pressedAt, QPointF now) {
     const QImage picture = dragPicture(look(), m_title.isEmpty() ? shown(file.filename()) : m_title,
                                        window()->effectiveDevicePixelRatio());
     // The application is the drag's parent: a list that is refreshed meanwhile may delete this item.

@@ -79,7 +79,7 @@ protected:
 private:
     std::optional<std::filesystem::path> requestedFile();
     std::optional<QImage> look() const;
-    void startDrag(const std::filesystem::path& file, QPointF now);
+    void startDrag(const std::filesystem::path& file, QPointF pressedAt, QPointF now);
     static void run(const QPointer<DragSourceNSView>& source, QDrag* drag);
     void setDidDrag(bool on);
     void reportHover(QHoverEvent* event);

@@ -19,7 +19,7 @@ void fileURLs(const std::vector<ItemProvider>& providers, QObject* context,
               std::function<void(std::vector<std::filesystem::path>)> completion) {
     std::vector<std::filesystem::path> files;
     for (const ItemProvider& item : providers)
-        if (item.fileURL()) files.push_back(*item.fileURL());
+        if (const auto& file = item.fileURL()) files.push_back(*file);
     QMetaObject::invokeMethod(
         context, [files = std::move(files), completion = std::move(completion)] { completion(files); },
         Qt::QueuedConnection);

@@ -25,7 +25,7 @@ public:
     virtual ColorScheme colorScheme() const = 0;
     /// Begins to ask for the manners, if that has not begun, and calls `changed` whenever they become others, the first
     /// answer included, while `context` lives. Best called early, so that the answer is there when the window opens.
-    virtual void watchManners(QObject* context, std::function<void()> changed) const {
+    virtual void watchManners(QObject* context, const std::function<void()>& changed) const {
         static_cast<void>(context);
         static_cast<void>(changed);
     }

@@ -30,9 +30,9 @@ ItemProvider ItemProvider::file(const fs::path& url) {
     return item;
 }
 
-void ItemProvider::registerData(const QString& type, QByteArray data) {
+void ItemProvider::registerData(const QString& type, const QByteArray& data) {
     if (!m_types.contains(type)) m_types += type;
-    m_data.insert(type, std::move(data));
+    m_data.insert(type, data);
 }
 
 bool ItemProvider::hasItemConforming(const QString& type) const {

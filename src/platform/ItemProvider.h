@@ -22,7 +22,7 @@ public:
     static ItemProvider file(const std::filesystem::path& url);
 
     /// Types are tried by readers in their own order; registering a type again replaces its data.
-    void registerData(const QString& type, QByteArray data);
+    void registerData(const QString& type, const QByteArray& data);
     void setSuggestedName(const QString& name) { m_suggestedName = name; }
 
     const QStringList& types() const { return m_types; }

@@ -85,7 +85,7 @@ TEST_F(DragSource, AsksAgainWhileThereIsNoFile) {
 }
 
 TEST_F(DragSource, IsReadyForTheNextPressAfterADrag) {
-    m_file = "/tmp/a.png";
+    m_file = "/pictures/a.png";
     for (int drag = 1; drag <= 2; ++drag) {
         press({50, 50});
         move({60, 50});
@@ -104,7 +104,7 @@ TEST_F(DragSource, IsReadyForTheNextPressAfterADrag) {
 }
 
 TEST_F(DragSource, DoesNotBeginOnceTheButtonIsUp) {
-    m_file = "/tmp/a.png";
+    m_file = "/pictures/a.png";
     press({50, 50});
     send(QEvent::MouseMove, {60, 50});
     EXPECT_TRUE(m_source.dragging());
@@ -153,7 +153,7 @@ TEST_F(DragSource, AnswersInQml) {
             width: 200; height: 100
             title: "A picture"
             picture: shape
-            onUrlRequested: request => { ++asked; request.url = "file:///tmp/a%20b.png" }
+            onUrlRequested: request => { ++asked; request.url = "file:///pictures/a%20b.png" }
             onTapped: ++taps
             Rectangle { id: shape; anchors.fill: parent; color: "red" }
             PanelDropTarget { anchors.fill: parent }

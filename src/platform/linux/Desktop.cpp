@@ -43,8 +43,8 @@ public:
     ColorScheme colorScheme() const override {
         return manners().current().light ? ColorScheme::light : ColorScheme::dark;
     }
-    void watchManners(QObject* context, std::function<void()> changed) const override {
-        QObject::connect(&manners(), &PortalManners::changed, context, std::move(changed));
+    void watchManners(QObject* context, const std::function<void()>& changed) const override {
+        QObject::connect(&manners(), &PortalManners::changed, context, changed);
     }
 
 private:

@@ -52,7 +52,7 @@ std::optional<ItemProvider> picture(DropPasteboard& drop) {
         auto bytes = drop.data(type);
         if (!bytes) continue;
         ItemProvider item;
-        item.registerData(type, *std::move(bytes));
+        item.registerData(type, *bytes);
         const auto urls = drop.urls();
         if (!urls.isEmpty())
             if (const auto name = suggestedName(urls.front())) item.setSuggestedName(*name);
@@ -91,7 +91,7 @@ std::vector<ItemProvider> itemProviders(const QMimeData& drop) {
         if (item || !clips.isEmpty()) items.push_back(std::move(item).value_or(ItemProvider()));
     }
     for (const QString& type : clips)
-        if (auto bytes = source.data(type)) items.front().registerData(type, *std::move(bytes));
+        if (auto bytes = source.data(type)) items.front().registerData(type, *bytes);
     return items;
 }
 

@@ -19,19 +19,25 @@ QColor withOpacity(QColor color, qreal opacity) {
 
 } // namespace
 
-Checkerboard::Checkerboard(QQuickItem* parent)
-    : QQuickPaintedItem(parent) {}
+Checkerboard::Checkerboard(QQuickItem* parent) : QQuickPaintedItem(parent) {}
 
-template <typename T> void Checkerboard::set(T& property, T value) {
+template <typename T>
+void Checkerboard::set(T& property, T value) {
     if (property == value) return;
     property = value;
     Q_EMIT changed();
     update();
 }
 
-void Checkerboard::setSquare(qreal points) { set(m_square, points); }
-void Checkerboard::setRadius(qreal points) { set(m_radius, points); }
-void Checkerboard::setInk(QColor ink) { set(m_ink, ink); }
+void Checkerboard::setSquare(qreal points) {
+    set(m_square, points);
+}
+void Checkerboard::setRadius(qreal points) {
+    set(m_radius, points);
+}
+void Checkerboard::setInk(QColor ink) {
+    set(m_ink, ink);
+}
 
 QSize Checkerboard::cells(QSizeF area, qreal square) {
     const auto along = [square](qreal length) {

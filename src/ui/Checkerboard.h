@@ -5,8 +5,8 @@
 
 namespace quillary {
 
-/// The transparency backdrop: ink at 14 % over the whole area, then ink at 7 % over every second cell, beginning with the
-/// one in the top left corner. Cells at the right and bottom edges are cut off, not shrunk.
+/// The transparency backdrop: ink at 14 % over the whole area, then ink at 7 % over every second cell, beginning with
+/// the one in the top left corner. Cells at the right and bottom edges are cut off, not shrunk.
 class Checkerboard : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -36,7 +36,8 @@ Q_SIGNALS:
     void changed();
 
 private:
-    template <typename T> void set(T& property, T value);
+    template <typename T>
+    void set(T& property, T value);
 
     qreal m_square = 9;
     qreal m_radius = 0;

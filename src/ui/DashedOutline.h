@@ -13,10 +13,7 @@ class DashedOutline : public QQuickPaintedItem {
     Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY changed FINAL)
 
 public:
-    explicit DashedOutline(QQuickItem* parent = nullptr)
-        : QQuickPaintedItem(parent) {
-        setAntialiasing(true);
-    }
+    explicit DashedOutline(QQuickItem* parent = nullptr) : QQuickPaintedItem(parent) { setAntialiasing(true); }
 
     QColor color() const { return m_color; }
     void setColor(QColor color);

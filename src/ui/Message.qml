@@ -10,6 +10,7 @@ Item {
     required property string line
     required property string hint
     property color symbolInk: Theme.secondary
+    property int widest: 250
 
     Accessible.name: `${title}. ${line} ${hint}`
     Accessible.role: Accessible.StaticText
@@ -17,7 +18,7 @@ Item {
     Column {
         anchors.centerIn: parent
         spacing: 7
-        width: Math.min(parent.width - 40, 250)
+        width: Math.min(parent.width - 40, message.widest)
 
         Symbol {
             color: message.symbolInk

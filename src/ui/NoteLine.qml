@@ -1,7 +1,7 @@
 import QtQuick
 import Quillary.Controls
 
-/// A symbol and one line of text, such as the result of a save. Without a text it is invisible.
+/// A symbol and a text of one or two lines, such as the result of a save. Without a text it is invisible.
 Item {
     id: note
 
@@ -11,26 +11,31 @@ Item {
 
     Accessible.name: text
     Accessible.role: Accessible.StaticText
-    implicitHeight: 18
+    implicitHeight: Math.max(18, label.implicitHeight + 2)
     visible: text.length > 0
 
     Symbol {
         id: sign
 
         color: note.ink
-        height: parent.height
+        height: 18
         name: note.symbol
         size: 14
         width: 14
     }
     Label {
+        id: label
+
         Accessible.ignored: true
         anchors.left: sign.right
         anchors.leftMargin: 7
         anchors.right: parent.right
         color: note.ink
-        height: parent.height
+        elide: Text.ElideRight
+        maximumLineCount: 2
         small: true
         text: note.text
+        wrapMode: Text.Wrap
+        y: lineCount > 1 ? 1 : (18 - implicitHeight) / 2
     }
 }

@@ -29,7 +29,8 @@ void average(const QImage& rows, int factor, uchar* out, int width) {
                     sums[static_cast<std::size_t>(x) * 4 + channel] += in[channel];
     }
     const auto area = static_cast<std::uint32_t>(factor * factor);
-    std::ranges::transform(sums, out, [area](std::uint32_t sum) { return static_cast<uchar>((sum + area / 2) / area); });
+    std::ranges::transform(sums, out,
+                           [area](std::uint32_t sum) { return static_cast<uchar>((sum + area / 2) / area); });
 }
 
 } // namespace
@@ -50,8 +51,7 @@ QImage reduced(const QImage& picture, std::stop_token stop) {
 
 QImage scaledDown(const QImage& picture, QSize pixels) {
     const bool smaller = pixels.width() < picture.width() || pixels.height() < picture.height();
-    const QImage scaled =
-        smaller ? picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation) : picture;
+    const QImage scaled = smaller ? picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation) : picture;
     return scaled.convertToFormat(scaled.hasAlphaChannel() ? averaged : QImage::Format_RGB32);
 }
 

@@ -8,59 +8,66 @@
 
 namespace quillary {
 
-namespace {
-
-/// One picture on the screen, with its own opacity.
-class LayerNode : public QSGOpacityNode {
+/// One scaled picture on the screen. A single node, so that every renderer places it right.
+class PictureLayer : public QQuickItem {
 public:
-    void setPixels(QQuickWindow* window, const QImage& pixels) {
-        removeAllChildNodes();
-        delete m_image;
-        m_image = nullptr;
-        if (pixels.isNull()) return;
-        m_image = window->createImageNode();
-        m_image->setOwnsTexture(true);
-        m_image->setTexture(window->createTextureFromImage(pixels));
-        m_image->setFiltering(QSGTexture::Linear);
-        appendChildNode(m_image);
+    explicit PictureLayer(QQuickItem* parent) : QQuickItem(parent) { setFlag(ItemHasContents); }
+
+    void show(const QImage& pixels, QSizeF natural) {
+        m_pixels = pixels;
+        m_natural = natural;
+        m_textureOutdated = true;
+        update();
     }
-    void place(const QRectF& area) {
-        if (m_image) m_image->setRect(area);
+    void clear() { show({}, {}); }
+    void takeFrom(PictureLayer& other) {
+        show(other.m_pixels, other.m_natural);
+        other.clear();
+    }
+    QSize pixels() const { return m_pixels.size(); }
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/) override {
+        if (m_pixels.isNull()) {
+            delete node;
+            return nullptr;
+        }
+        auto* image = static_cast<QSGImageNode*>(node);
+        if (!image) {
+            image = window()->createImageNode();
+            image->setOwnsTexture(true);
+            image->setFiltering(QSGTexture::Linear);
+            m_textureOutdated = true;
+        }
+        if (m_textureOutdated) image->setTexture(window()->createTextureFromImage(m_pixels));
+        m_textureOutdated = false;
+        image->setRect(PictureView::fitted(m_natural, size()));
+        return image;
+    }
+    void geometryChange(const QRectF& now, const QRectF& before) override {
+        QQuickItem::geometryChange(now, before);
+        update();
     }
 
 private:
-    QSGImageNode* m_image = nullptr;
+    QImage m_pixels;
+    QSizeF m_natural; ///< of the whole picture
+    bool m_textureOutdated = true;
 };
-
-class PictureNode : public QSGNode {
-public:
-    PictureNode() {
-        appendChildNode(&previous);
-        appendChildNode(&shown);
-        previous.setFlag(OwnedByParent, false);
-        shown.setFlag(OwnedByParent, false);
-    }
-    ~PictureNode() override { removeAllChildNodes(); }
-
-    LayerNode previous;
-    LayerNode shown;
-};
-
-} // namespace
 
 PictureView::PictureView(QQuickItem* parent)
     : QQuickItem(parent)
-    , m_scaling(*QThreadPool::globalInstance()) {
-    setFlag(ItemHasContents);
+    , m_scaling(*QThreadPool::globalInstance())
+    , m_shown(new PictureLayer(this))
+    , m_previous(new PictureLayer(this)) {
     m_fade.setStartValue(0.0);
     m_fade.setEndValue(1.0);
     m_fade.setDuration(150);
-    connect(&m_fade, &QVariantAnimation::valueChanged, this, &QQuickItem::update);
-    connect(&m_fade, &QVariantAnimation::finished, this, [this] {
-        m_previous = {};
-        m_texturesOutdated = true;
-        update();
+    connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
+        m_shown->setOpacity(progress.toReal());
+        m_previous->setOpacity(1 - progress.toReal());
     });
+    connect(&m_fade, &QVariantAnimation::finished, m_previous, &PictureLayer::clear);
 }
 
 void PictureView::setFadeDuration(int milliseconds) {
@@ -89,9 +96,10 @@ QRectF PictureView::fitted(QSizeF picture, QSizeF area) {
 void PictureView::geometryChange(const QRectF& now, const QRectF& before) {
     QQuickItem::geometryChange(now, before);
     if (now.size() == before.size()) return;
+    m_shown->setSize(now.size());
+    m_previous->setSize(now.size());
     m_outdated = true;
     polish();
-    update();
 }
 
 void PictureView::itemChange(ItemChange change, const ItemChangeData& data) {
@@ -117,7 +125,7 @@ void PictureView::requestScaled() {
         show({}, anotherPicture);
         return;
     }
-    if (!anotherPicture && m_shown.pixels.size() == pixels) {
+    if (!anotherPicture && m_shown->pixels() == pixels) {
         Q_EMIT settledChanged();
         return;
     }
@@ -135,38 +143,20 @@ void PictureView::requestScaled() {
 
 void PictureView::show(Scaled scaled, bool anotherPicture) {
     if (anotherPicture) {
-        m_previous = std::exchange(m_shown, {});
         m_fade.stop();
-        if (m_fade.duration() > 0 && isVisible()) m_fade.start();
-        else m_previous = {};
+        m_previous->takeFrom(*m_shown);
     }
     m_reduced = std::move(scaled.reduced);
-    m_shown = {std::move(scaled.pixels), m_picture.size()};
+    m_shown->show(scaled.pixels, m_picture.size());
     m_shownKey = m_picture.cacheKey();
-    m_texturesOutdated = true;
+    if (anotherPicture && m_fade.duration() > 0 && isVisible()) {
+        m_fade.start();
+    } else if (anotherPicture) {
+        m_previous->clear();
+        m_shown->setOpacity(1);
+    }
     Q_EMIT settledChanged();
-    update();
     if (m_outdated) polish();
-}
-
-QSGNode* PictureView::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/) {
-    auto* root = static_cast<PictureNode*>(node);
-    if (!root) {
-        root = new PictureNode;
-        m_texturesOutdated = true;
-    }
-    if (m_texturesOutdated) {
-        root->previous.setPixels(window(), m_previous.pixels);
-        root->shown.setPixels(window(), m_shown.pixels);
-        m_texturesOutdated = false;
-    }
-    root->previous.place(fitted(m_previous.natural, size()));
-    root->shown.place(fitted(m_shown.natural, size()));
-    const bool fading = m_fade.state() == QAbstractAnimation::Running;
-    const qreal progress = fading ? m_fade.currentValue().toReal() : 1;
-    root->previous.setOpacity(1 - progress);
-    root->shown.setOpacity(progress);
-    return root;
 }
 
 } // namespace quillary

@@ -15,9 +15,11 @@ struct ImageValue {
     QML_ANONYMOUS
 };
 
-/// Shows a picture of any size, scaled to fit with its aspect ratio kept. It is scaled down on a worker, to the item's size
-/// in device pixels; until that is done the picture before stays on the screen, then the new one fades in over it. Main
-/// thread.
+class PictureLayer;
+
+/// Shows a picture of any size, scaled to fit with its aspect ratio kept. It is scaled down on a worker, to the item's
+/// size in device pixels; until that is done the picture before stays on the screen, then the new one fades in over it.
+/// Main thread.
 class PictureView : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -48,13 +50,8 @@ protected:
     void geometryChange(const QRectF& now, const QRectF& before) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     void updatePolish() override;
-    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
 
 private:
-    struct Layer {
-        QImage pixels;  ///< scaled
-        QSizeF natural; ///< of the whole picture
-    };
     struct Scaled {
         QImage pixels;
         QImage reduced;
@@ -66,11 +63,10 @@ private:
     Background m_scaling;
     QImage m_picture;
     QImage m_reduced; ///< a smaller stand-in of a huge picture for every further size
-    Layer m_shown;
-    Layer m_previous;
-    qint64 m_shownKey = 0; ///< the picture that m_shown was made of
+    PictureLayer* m_shown;
+    PictureLayer* m_previous;
+    qint64 m_shownKey = 0; ///< the picture that is shown
     bool m_outdated = false;
-    bool m_texturesOutdated = true;
     QVariantAnimation m_fade;
 };
 

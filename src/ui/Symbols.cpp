@@ -51,9 +51,7 @@ QString registeredFamily() {
 
 } // namespace
 
-Symbols::Symbols(QObject* parent)
-    : QObject(parent)
-    , m_family(registeredFamily()) {
+Symbols::Symbols(QObject* parent) : QObject(parent), m_family(registeredFamily()) {
     if (m_family.isEmpty()) qWarning("The icon font cannot be read.");
 }
 
@@ -65,6 +63,8 @@ QString Symbols::glyph(const QString& name) const {
     return {};
 }
 
-std::span<const std::pair<std::string_view, char16_t>> Symbols::table() { return entries; }
+std::span<const std::pair<std::string_view, char16_t>> Symbols::table() {
+    return entries;
+}
 
 } // namespace quillary

@@ -22,7 +22,7 @@ QtObject {
     readonly property color sheet: dark ? "#26262A" : "#FBFBFC"
     readonly property color hairline: dark ? "#2A2A2E" : "#D8D8DE"
     readonly property color outline: dark ? "#36363B" : "#CDCDD4"
-    readonly property color shade: dark ? "#99000000" : "#55303038"
+    readonly property color shade: dark ? "#80000000" : "#50303038"
 
     readonly property color text: dark ? "#E9E9EC" : "#1D1D20"
     readonly property color softText: dark ? "#C4C4CA" : "#3A3A40"

@@ -56,10 +56,7 @@ QImage disc(QColor color) {
 
 class Gallery {
 public:
-    explicit Gallery(QString folder)
-        : m_folder(std::move(folder)) {
-        QDir().mkpath(m_folder);
-    }
+    explicit Gallery(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
 
     void take(const char* name) {
         PanelStage::wait(450);
@@ -79,7 +76,8 @@ public:
         save("Northwind.png", logo(600));
         save("Badge green.png", disc(QColor(0x5CC9A6)));
         save("Badge violet.png", disc(QColor(0x8478E0)));
-        save("Screenshot 2024-03-11 at 14.02 with a long name.png", photo(1600, 900, QColor(0x4A76A8), QColor(0xC48A62)));
+        save("Screenshot 2024-03-11 at 14.02 with a long name.png",
+             photo(1600, 900, QColor(0x4A76A8), QColor(0xC48A62)));
         save("Map of route.jpg", photo(900, 1200, QColor(0x233038), QColor(0x76988A)));
         save("Logos/Callout.png", disc(QColor(0x388ADE)));
         save("Logos/Clients/Sun.png", disc(QColor(0xF2C94C)));

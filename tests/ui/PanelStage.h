@@ -26,8 +26,7 @@ namespace quillary::test {
 /// The panel's root view over a real library in a folder of its own, in a window of its own.
 class PanelStage {
 public:
-    explicit PanelStage(std::filesystem::path builtInSets = {})
-        : builtIns(std::move(builtInSets)) {
+    explicit PanelStage(std::filesystem::path builtInSets = {}) : builtIns(std::move(builtInSets)) {
         saves.setMaxThreadCount(1);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider);
@@ -57,7 +56,8 @@ public:
     }
 
     /// Runs the event loop until the condition holds.
-    template <typename Condition> static bool comesTrue(Condition condition, int milliseconds = 20'000) {
+    template <typename Condition>
+    static bool comesTrue(Condition condition, int milliseconds = 20'000) {
         const QDeadlineTimer limit(milliseconds);
         while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         return condition();

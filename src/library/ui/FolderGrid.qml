@@ -12,7 +12,7 @@ GridView {
     required property PanelModel panel
     required property bool showsRecent
     property int mostRows: 3
-    readonly property int columns: Math.max(1, Math.floor((width + 6) / 126))
+    readonly property int columns: Math.max(1, Math.floor(width / 126))
     readonly property int rows: Math.ceil(count / columns)
 
     signal picked(int kind, string path)
@@ -42,9 +42,9 @@ GridView {
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     cellHeight: Theme.controlHeight + 6
-    cellWidth: Math.floor((width + 6) / columns)
+    cellWidth: Math.floor(width / columns)
     clip: true
-    implicitHeight: Math.min(rows, mostRows) * cellHeight - 6 + (rows > mostRows ? 12 : 0)
+    implicitHeight: Math.min(rows, mostRows) * cellHeight + (rows > mostRows ? 12 : 0)
     interactive: rows > mostRows
     model: FolderListModel {
         model: grid.panel
@@ -55,7 +55,9 @@ GridView {
 
     delegate: Entry {}
 
-    T.ScrollBar.vertical: ScrollBar {}
+    T.ScrollBar.vertical: ScrollBar {
+        visible: grid.interactive
+    }
 
     component Entry: Item {
         id: entry

@@ -21,19 +21,23 @@ void appendTree(std::vector<Row>& rows, const std::vector<CollectionNode>& nodes
 
 QString symbolOf(Kind kind) {
     switch (kind) {
-    case Kind::All: return QStringLiteral("square.grid.2x2");
-    case Kind::Unfiled: return QStringLiteral("tray");
-    case Kind::Recent: return QStringLiteral("clock.arrow.circlepath");
-    case Kind::Collection: return QStringLiteral("folder");
-    case Kind::BuiltIn: return QStringLiteral("shippingbox");
+    case Kind::All:
+        return QStringLiteral("square.grid.2x2");
+    case Kind::Unfiled:
+        return QStringLiteral("tray");
+    case Kind::Recent:
+        return QStringLiteral("clock.arrow.circlepath");
+    case Kind::Collection:
+        return QStringLiteral("folder");
+    case Kind::BuiltIn:
+        return QStringLiteral("shippingbox");
     }
     return {};
 }
 
 } // namespace
 
-FolderListModel::FolderListModel(QObject* parent)
-    : QAbstractListModel(parent) {
+FolderListModel::FolderListModel(QObject* parent) : QAbstractListModel(parent) {
     m_update.setSingleShot(true);
     m_update.setInterval(0);
     connect(&m_update, &QTimer::timeout, this, &FolderListModel::update);
@@ -78,8 +82,7 @@ std::vector<Row> FolderListModel::rows() const {
     found.push_back({Kind::Unfiled, tr("Unfiled"), {}, 0, unfiled});
     if (m_content == Content::Here) {
         found.push_back({Kind::Recent, tr("Recent"), {}, 0, static_cast<int>(m_model->recent().size())});
-        for (const FolderEntry& folder :
-             childFolders(m_model->collectionFilter().collection(), m_model->collections()))
+        for (const FolderEntry& folder : childFolders(m_model->collectionFilter().collection(), m_model->collections()))
             found.push_back({Kind::Collection, folder.name, folder.path, 0, counts.value(folder.path)});
     } else {
         appendTree(found, collectionTree(m_model->collections()), counts, 0);
@@ -122,20 +125,29 @@ void FolderListModel::update() {
     if (otherCount) Q_EMIT countChanged();
 }
 
-int FolderListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : count(); }
+int FolderListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count();
+}
 
 QVariant FolderListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
     const Row& row = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
-    case KindRole: return static_cast<int>(row.kind);
+    case KindRole:
+        return static_cast<int>(row.kind);
     case Qt::DisplayRole:
-    case LabelRole: return row.label;
-    case PathRole: return row.path;
-    case DepthRole: return row.depth;
-    case CountRole: return row.count;
-    case SymbolRole: return symbolOf(row.kind);
-    default: return {};
+    case LabelRole:
+        return row.label;
+    case PathRole:
+        return row.path;
+    case DepthRole:
+        return row.depth;
+    case CountRole:
+        return row.count;
+    case SymbolRole:
+        return symbolOf(row.kind);
+    default:
+        return {};
     }
 }
 

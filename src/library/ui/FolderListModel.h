@@ -8,8 +8,8 @@
 
 namespace quillary {
 
-/// The places of the Images shelf that a user can pick, with their counts, kept up to date in steps that leave the other
-/// rows alone. A collection counts what lies in its sub-collections too. Main thread.
+/// The places of the Images shelf that a user can pick, with their counts, kept up to date in steps that leave the
+/// other rows alone. A collection counts what lies in its sub-collections too. Main thread.
 class FolderListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT

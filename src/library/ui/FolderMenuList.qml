@@ -5,71 +5,83 @@ import Quillary.Controls
 import Quillary.Library
 import Quillary.Model
 
-/// The places of a folder menu, read only while it is open.
-ListView {
-    id: list
+/// What stands in a folder menu: the places, read only while it is open, and the way to a new one.
+FocusScope {
+    id: menu
 
     required property PanelModel panel
     required property int content
     required property bool filled
     required property bool offersNew
+    readonly property int footerHeight: offersNew ? 9 + Theme.controlHeight : 0
 
     signal picked(int kind, string path)
     signal newRequested
 
-    function chooseCurrent() {
-        const entry = currentItem as FolderMenuEntry;
-        if (entry)
-            picked(entry.kind, entry.path);
-    }
-
     Accessible.name: qsTr("Collections")
     Accessible.role: Accessible.PopupMenu
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-    focus: true
-    footer: offersNew ? newEntry : null
-    implicitHeight: contentHeight
-    interactive: contentHeight > height
-    keyNavigationWraps: true
-    model: FolderListModel {
-        active: list.filled
-        content: list.content
-        model: list.panel
-    }
+    implicitHeight: list.contentHeight + footerHeight
 
-    Keys.onReturnPressed: chooseCurrent()
-    Keys.onSpacePressed: chooseCurrent()
+    ListView {
+        id: list
 
-    delegate: FolderMenuEntry {
-        width: list.width
+        function chooseCurrent() {
+            const entry = currentItem as FolderMenuEntry;
+            if (entry)
+                menu.picked(entry.kind, entry.path);
+        }
 
-        onClicked: list.picked(kind, path)
-        onPointed: list.currentIndex = index
-    }
+        Accessible.name: qsTr("Collections")
+        Accessible.role: Accessible.List
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        focus: true
+        height: menu.height - menu.footerHeight
+        interactive: contentHeight > height
+        width: menu.width
 
-    T.ScrollBar.vertical: ScrollBar {}
+        model: FolderListModel {
+            active: menu.filled
+            content: menu.content
+            model: menu.panel
+        }
 
-    Component {
-        id: newEntry
+        Keys.onDownPressed: event => {
+            if (currentIndex < count - 1)
+                incrementCurrentIndex();
+            else if (menu.offersNew)
+                makeNew.forceActiveFocus(Qt.TabFocusReason);
+        }
+        Keys.onReturnPressed: chooseCurrent()
+        Keys.onSpacePressed: chooseCurrent()
 
-        Item {
-            height: 9 + Theme.controlHeight
+        delegate: FolderMenuEntry {
             width: list.width
 
-            Divider {
-                color: Theme.outline
-                width: parent.width
-                y: 4
-            }
-            MenuItem {
-                text: qsTr("New Collection…")
-                symbol: "folder.badge.plus"
-                width: parent.width
-                y: 9
-
-                onClicked: list.newRequested()
-            }
+            onClicked: menu.picked(kind, path)
+            onPointed: list.currentIndex = index
         }
+
+        T.ScrollBar.vertical: ScrollBar {}
+    }
+    Divider {
+        color: Theme.outline
+        visible: menu.offersNew
+        width: menu.width
+        y: list.height + 4
+    }
+    MenuItem {
+        id: makeNew
+
+        highlighted: activeFocus || hovered
+        symbol: "folder.badge.plus"
+        text: qsTr("New Collection…")
+        visible: menu.offersNew
+        width: menu.width
+        y: list.height + 9
+
+        Keys.onReturnPressed: menu.newRequested()
+        Keys.onUpPressed: list.forceActiveFocus(Qt.BacktabFocusReason)
+        onClicked: menu.newRequested()
     }
 }

@@ -37,37 +37,37 @@ Item {
         anchors.fill: body
         enabled: visible
         model: shelves.model
-        visible: shelves.model.libraryKind === PanelModel.Images
+        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Images
     }
     PlainShelf {
         anchors.fill: body
         count: shelves.model.videosCount
         folder: "Library/Videos"
-        hint: qsTr("Drop clips here, or drag a single clip out of Final Cut’s browser.\nYou can also put files straight into Library/Videos in the Finder.")
+        hint: qsTr("Drop clips here, or drag a single clip out of Final Cut’s browser. You can also put files straight into Library/Videos in the Finder.")
         note: shelves.model.videoNote
         symbol: "film.stack"
         title: qsTr("No videos yet")
-        visible: shelves.model.libraryKind === PanelModel.Videos
+        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Videos
     }
     PlainShelf {
         anchors.fill: body
         count: shelves.model.audioCount
         folder: "Library/Audio"
-        hint: qsTr("Drop sound effects here, or point Library/Audio at the folders\nyou already keep them in — subfolders become collections.")
+        hint: qsTr("Drop sound effects here, or point Library/Audio at the folders you already keep them in — subfolders become collections.")
         note: shelves.model.audioNote
         symbol: "waveform"
         title: qsTr("No audio yet")
-        visible: shelves.model.libraryKind === PanelModel.Audio
+        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Audio
     }
     PlainShelf {
         anchors.fill: body
         count: shelves.model.blocksCount
         folder: "Library/Blocks"
-        hint: qsTr("In Final Cut: select your clips, press ⌥G to make a compound clip,\ndrag it from the browser onto this panel, then ⌘Z to undo the compound.")
+        hint: qsTr("In Final Cut: select your clips, press ⌥G to make a compound clip, drag it from the browser onto this panel, then ⌘Z to undo the compound.")
         note: shelves.model.blockNote
         symbol: "square.3.layers.3d"
         title: qsTr("No blocks yet")
-        visible: shelves.model.libraryKind === PanelModel.Blocks
+        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Blocks
     }
     ImportProgress {
         id: progress

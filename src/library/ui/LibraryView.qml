@@ -84,7 +84,7 @@ Item {
         anchors.right: filters.right
         anchors.rightMargin: -10
         anchors.top: folders.bottom
-        anchors.topMargin: folders.visible ? Theme.gap : 0
+        anchors.topMargin: folders.visible ? 0 : 4
         items: library.showsRecent ? library.model.recentItems : library.model.visibleLibrary
         panel: library.model
 

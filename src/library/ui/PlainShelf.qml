@@ -20,7 +20,8 @@ Item {
         hint: shelf.count > 0 ? qsTr("They lie in %1 of your library, ready to be dragged from a file manager.").arg(shelf.folder) : shelf.hint
         line: ""
         symbol: shelf.symbol
-        title: shelf.count > 0 ? qsTr("%n file(s)", "", shelf.count) : shelf.title
+        title: shelf.count === 0 ? shelf.title : shelf.count === 1 ? qsTr("1 file") : qsTr("%1 files").arg(shelf.count)
+        widest: 290
     }
     NoteLine {
         id: line

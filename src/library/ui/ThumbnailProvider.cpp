@@ -15,7 +15,9 @@ namespace {
 constexpr qreal cornerShare = 0.073; ///< of a tile's width
 constexpr qreal marginShare = 0.1;
 
-int kilobytes(const QImage& image) { return static_cast<int>(image.sizeInBytes() / 1024) + 1; }
+int kilobytes(const QImage& image) {
+    return static_cast<int>(image.sizeInBytes() / 1024) + 1;
+}
 
 std::optional<std::filesystem::path> fileOf(const QString& id) {
     const qsizetype stamp = id.lastIndexOf(u'?');
@@ -36,8 +38,7 @@ struct ThumbnailProvider::Request {
 class ThumbnailResponse : public QQuickImageResponse {
 public:
     ThumbnailResponse(ThumbnailProvider& provider, std::shared_ptr<ThumbnailProvider::Request> request)
-        : m_provider(provider)
-        , m_request(std::move(request)) {
+        : m_provider(provider), m_request(std::move(request)) {
         m_request->response = this;
     }
     ~ThumbnailResponse() override {
@@ -72,11 +73,9 @@ private:
     QImage m_image;
 };
 
-ThumbnailProvider::ThumbnailProvider()
-    : ThumbnailProvider(&Thumbnail::load) {}
+ThumbnailProvider::ThumbnailProvider() : ThumbnailProvider(&Thumbnail::load) {}
 
-ThumbnailProvider::ThumbnailProvider(Load load)
-    : m_load(std::move(load)) {
+ThumbnailProvider::ThumbnailProvider(Load load) : m_load(std::move(load)) {
     m_pool.setMaxThreadCount(2);
 }
 
@@ -131,8 +130,9 @@ QImage ThumbnailProvider::composed(const QImage& thumbnail, QSize size) {
     const QRectF tile(QPointF(), size);
     const qreal margin = opaque ? 0 : marginShare * size.width();
     const QRectF room = tile.adjusted(margin, margin, -margin, -margin);
-    QRectF place(QPointF(),
-                 QSizeF(thumbnail.size()).scaled(room.size(), opaque ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio));
+    QRectF place(
+        QPointF(),
+        QSizeF(thumbnail.size()).scaled(room.size(), opaque ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio));
     place.moveCenter(room.center());
 
     QImage result(size, QImage::Format_ARGB32_Premultiplied);

@@ -15,12 +15,13 @@ namespace quillary {
 
 class ThumbnailResponse;
 
-/// The pictures of library tiles under "image://thumbnail/<file: URL>?<stamp>". The stamp is the file's date or anything
-/// else that changes with its contents. With a requested size the picture fills it, for a tile with a checkerboard below:
-/// opaque pictures are cropped and get round corners, those with transparency are fitted with a margin around them.
+/// The pictures of library tiles under "image://thumbnail/<file: URL>?<stamp>". The stamp is the file's date or
+/// anything else that changes with its contents. With a requested size the picture fills it, for a tile with a
+/// checkerboard below: opaque pictures are cropped and get round corners, those with transparency are fitted with a
+/// margin around them.
 ///
-/// The newest request is served first, on two threads, and one that is no longer wanted is dropped. The last pictures stay
-/// in memory. Files of which no picture can be made end as errors.
+/// The newest request is served first, on two threads, and one that is no longer wanted is dropped. The last pictures
+/// stay in memory. Files of which no picture can be made end as errors.
 class ThumbnailProvider : public QQuickAsyncImageProvider {
 public:
     static constexpr int cacheKilobytes = 64 * 1024;

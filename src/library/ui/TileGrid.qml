@@ -76,5 +76,7 @@ GridView {
         }
     }
 
-    T.ScrollBar.vertical: ScrollBar {}
+    T.ScrollBar.vertical: ScrollBar {
+        visible: grid.contentHeight > grid.height
+    }
 }

@@ -10,7 +10,7 @@ Item {
     required property PanelModel model
     /// A drag that would be taken is over the panel.
     required property bool targeted
-    readonly property bool loaded: model.stage === PanelModel.Loaded
+    readonly property bool loaded: model.stage === PanelModel.Stage.Loaded
 
     Stage {
         anchors.bottom: loadedFooter.visible ? loadedFooter.top : hint.top

@@ -11,6 +11,11 @@ TextField {
 
     signal commit(string draft)
 
+    function showName() {
+        draft = name;
+        cursorPosition = 0;
+    }
+
     placeholderText: qsTr("Name")
     spokenName: qsTr("Name")
     symbol: "pencil"
@@ -21,15 +26,14 @@ TextField {
             selectAll();
             return;
         }
-        deselect();
         commit(draft);
-        draft = name;
+        showName();
     }
     onNameChanged: {
         if (!activeFocus)
-            draft = name;
+            showName();
     }
-    Component.onCompleted: draft = name
+    Component.onCompleted: showName()
 
     Keys.onEscapePressed: {
         draft = name;

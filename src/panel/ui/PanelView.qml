@@ -65,13 +65,13 @@ Rectangle {
         enabled: visible
         model: panel.model
         targeted: panel.isDropTargeted
-        visible: panel.model.tab === PanelModel.Intake
+        visible: panel.model.tab === PanelModel.Tab.Intake
     }
     Loader {
         id: library
 
         /// Made when it is first shown, kept from then on.
-        readonly property bool wanted: panel.model.tab === PanelModel.Library
+        readonly property bool wanted: panel.model.tab === PanelModel.Tab.Library
 
         function make() {
             if (wanted && !item)

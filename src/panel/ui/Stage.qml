@@ -9,8 +9,8 @@ Item {
 
     required property PanelModel model
     required property bool targeted
-    readonly property bool loaded: model.stage === PanelModel.Loaded
-    readonly property bool failed: model.stage === PanelModel.Failed
+    readonly property bool loaded: model.stage === PanelModel.Stage.Loaded
+    readonly property bool failed: model.stage === PanelModel.Stage.Failed
 
     Rectangle {
         anchors.fill: parent
@@ -49,6 +49,6 @@ Item {
     Working {
         anchors.centerIn: parent
         text: stage.model.staging ? qsTr("Reading the image…") : qsTr("Cutting out…")
-        visible: stage.model.staging || stage.model.cutoutProgress === PanelModel.Working
+        visible: stage.model.staging || stage.model.cutoutProgress === PanelModel.CutoutProgress.Working
     }
 }

@@ -1,0 +1,103 @@
+#include "PanelStage.h"
+#include "ui/Checkerboard.h"
+#include "ui/PictureScaling.h"
+#include "ui/PictureView.h"
+#include "ui/Symbols.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QPainter>
+#include <QRawFont>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+namespace quillary::test {
+
+namespace {
+
+TEST(CheckerboardTest, CoversAnAreaWithWholeCells) {
+    struct {
+        QSizeF area;
+        qreal square;
+        QSize cells;
+    } const cases[] = {
+        {{10, 10}, 9, {2, 2}}, {{9, 9}, 9, {1, 1}},       {{9.5, 18}, 9, {2, 2}},
+        {{0, 0}, 9, {1, 1}},   {{360, 250}, 9, {40, 28}}, {{100, 5}, 0, {1, 1}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Checkerboard::cells(c.area, c.square), c.cells) << c.square;
+}
+
+TEST(CheckerboardTest, TintsTheGroundAndEverySecondCell) {
+    Checkerboard board;
+    board.setSize({10, 10});
+    board.setSquare(4);
+    QImage image(10, 10, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    board.paint(&painter);
+    painter.end();
+    const int ground = 36; // 14 % of white
+    const int cell = 51;   // and 7 % of what is left
+    for (int y = 0; y < 10; ++y)
+        for (int x = 0; x < 10; ++x) {
+            const bool even = (x / 4 + y / 4) % 2 == 0;
+            EXPECT_NEAR(qRed(image.pixel(x, y)), even ? cell : ground, 1) << x << ' ' << y;
+        }
+}
+
+TEST(PictureScalingTest, AveragesHugePicturesInBlocks) {
+    using namespace PictureScaling;
+    QImage huge(hugeSide + 2, 6, QImage::Format_RGBA8888_Premultiplied);
+    huge.fill(Qt::transparent);
+    for (int y = 0; y < huge.height(); ++y)
+        for (int x = y % 2; x < huge.width(); x += 2) huge.setPixelColor(x, y, Qt::white);
+    const QImage small = reduced(huge);
+    ASSERT_EQ(small.size(), QSize(hugeSide / 2 + 1, 3));
+    EXPECT_EQ(small.pixel(0, 0), qRgba(128, 128, 128, 128));
+    EXPECT_EQ(small.pixel(small.width() - 1, 2), qRgba(128, 128, 128, 128));
+
+    const QImage usual(20, 10, QImage::Format_RGB32);
+    EXPECT_EQ(reduced(usual).cacheKey(), usual.cacheKey());
+    EXPECT_EQ(scaledDown(usual, {10, 5}).size(), QSize(10, 5));
+    EXPECT_EQ(scaledDown(usual, {40, 20}).size(), QSize(20, 10)) << "the screen enlarges, not the worker";
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_TRUE(reduced(huge, stop.get_token()).isNull());
+}
+
+TEST(PictureViewTest, FitsAndCenters) {
+    EXPECT_EQ(PictureView::fitted({200, 100}, {100, 100}), QRectF(0, 25, 100, 50));
+    EXPECT_EQ(PictureView::fitted({1, 2}, {100, 100}), QRectF(25, 0, 50, 100)) << "small pictures fill the view too";
+    EXPECT_TRUE(PictureView::fitted({0, 0}, {100, 100}).isEmpty());
+}
+
+TEST(SymbolsTest, AreInTheFontAndNamedRightEverywhere) {
+    const Symbols symbols;
+    ASSERT_FALSE(symbols.family().isEmpty());
+    const QRawFont font = QRawFont::fromFont(QFont(symbols.family(), 16));
+    for (const auto& [name, code] : Symbols::table()) EXPECT_TRUE(font.supportsCharacter(QChar(code))) << name;
+
+    const QRegularExpression text(QStringLiteral("\"([a-z0-9.]+)\""));
+    const QRegularExpression use(QStringLiteral("(?:symbol|name): .*\""));
+    int found = 0;
+    QDirIterator files(QStringLiteral(":/qt/qml/Quillary"), {QStringLiteral("*.qml")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            const QString code = QString::fromUtf8(line);
+            if (!use.match(code).hasMatch() || code.contains(u"? \"\"")) continue;
+            for (const auto& match : text.globalMatch(code)) {
+                ++found;
+                EXPECT_FALSE(symbols.glyph(match.captured(1)).isEmpty())
+                    << file.fileName().toStdString() << line.data();
+            }
+        }
+    }
+    EXPECT_GT(found, 15);
+}
+
+} // namespace
+
+} // namespace quillary::test

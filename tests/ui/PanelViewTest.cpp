@@ -1,0 +1,136 @@
+#include "PanelStage.h"
+
+#include <QDirIterator>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace quillary::test {
+
+namespace {
+
+/// What a QML file says while it is loaded counts as a failure.
+class Complaints {
+public:
+    Complaints() {
+        s_said.clear();
+        m_before = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+            if (type != QtDebugMsg && type != QtInfoMsg) s_said << text;
+        });
+    }
+    ~Complaints() { qInstallMessageHandler(m_before); }
+    static const QStringList& said() { return s_said; }
+
+private:
+    static inline QStringList s_said;
+    QtMessageHandler m_before;
+};
+
+TEST(QmlTest, EveryFileCanBeMade) {
+    PanelStage stage;
+    int made = 0;
+    QDirIterator files(QStringLiteral(":/qt/qml/Quillary"), {QStringLiteral("*.qml")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        QQmlComponent component(&stage.engine, QUrl(QStringLiteral("qrc") + file));
+        // Compiling it resolves every type that it names; what it requires of its surroundings is given by its users.
+        EXPECT_EQ(component.status(), QQmlComponent::Ready)
+            << file.toStdString() << component.errorString().toStdString();
+        ++made;
+    }
+    EXPECT_GT(made, 40);
+}
+
+TEST(QmlTest, ThePanelShowsEveryStateWithoutComplaint) {
+    const Complaints complaints;
+    PanelStage stage;
+    ASSERT_TRUE(stage.show({380, 460})) << stage.errors.toStdString();
+    stage.model.refreshLibrary();
+    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.libraryLoaded(); }));
+    QImage picture(64, 64, QImage::Format_RGBA8888);
+    picture.fill(Qt::red);
+    stage.model.load(stage.file("red.png", picture));
+    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.stage() == PanelModel::Stage::loaded; }));
+    stage.model.setTab(PanelModel::Tab::library);
+    for (const auto kind : {PanelModel::LibraryKind::videos, PanelModel::LibraryKind::audio,
+                            PanelModel::LibraryKind::blocks, PanelModel::LibraryKind::images}) {
+        stage.model.setLibraryKind(kind);
+        stage.window.grabWindow();
+    }
+    auto* menu = stage.root->findChild<QObject*>(QStringLiteral("collectionMenu"));
+    ASSERT_TRUE(menu);
+    QMetaObject::invokeMethod(menu, "open");
+    PanelStage::wait(50);
+    QMetaObject::invokeMethod(menu, "close");
+    EXPECT_EQ(Complaints::said().join(u'\n').toStdString(), "");
+}
+
+class NameFieldTest : public testing::Test {
+protected:
+    NameFieldTest() {
+        QQmlComponent component(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Panel/IntakeNameField.qml")));
+        EXPECT_TRUE(component.isReady()) << component.errorString().toStdString();
+        field.reset(qobject_cast<QQuickItem*>(
+            component.createWithInitialProperties({{QStringLiteral("name"), QStringLiteral("before")}})));
+        field->setParentItem(stage.window.contentItem());
+        commits = std::make_unique<QSignalSpy>(field.get(), SIGNAL(commit(QString)));
+        stage.window.show();
+        stage.window.requestActivate();
+        PanelStage::comesTrue([this] { return stage.window.isActive(); }, 2'000);
+    }
+    ~NameFieldTest() override { field.reset(); }
+    QString draft() const { return field->property("draft").toString(); }
+    void focusAndType(const QString& text) {
+        field->forceActiveFocus();
+        for (const QChar letter : text) QTest::keyClick(&stage.window, letter.toLatin1());
+    }
+
+    PanelStage stage;
+    std::unique_ptr<QQuickItem> field;
+    std::unique_ptr<QSignalSpy> commits;
+};
+
+TEST_F(NameFieldTest, ReturnAndLosingTheFocusCommit) {
+    focusAndType(QStringLiteral("first"));
+    EXPECT_EQ(draft().toStdString(), "first") << "the whole name is selected on focus";
+    QTest::keyClick(&stage.window, Qt::Key_Return);
+    ASSERT_EQ(commits->size(), 1);
+    EXPECT_EQ(commits->at(0).at(0).toString().toStdString(), "first");
+
+    focusAndType(QStringLiteral("second"));
+    field->setFocus(false);
+    ASSERT_FALSE(commits->isEmpty());
+    EXPECT_EQ(draft().toStdString(), "before") << "the name is the owner's to change";
+}
+
+TEST_F(NameFieldTest, EscapeBringsTheNameBack) {
+    focusAndType(QStringLiteral("mistake"));
+    QTest::keyClick(&stage.window, Qt::Key_Escape);
+    EXPECT_FALSE(field->hasActiveFocus());
+    EXPECT_EQ(draft().toStdString(), "before");
+    for (const auto& commit : *commits) EXPECT_EQ(commit.at(0).toString().toStdString(), "before");
+}
+
+TEST_F(NameFieldTest, FollowsTheNameOnlyWithoutFocus) {
+    field->setProperty("name", QStringLiteral("renamed"));
+    EXPECT_EQ(draft().toStdString(), "renamed");
+    focusAndType(QStringLiteral("typing"));
+    field->setProperty("name", QStringLiteral("from outside"));
+    EXPECT_EQ(draft().toStdString(), "typing");
+}
+
+TEST(EdgeLabelTest, TellsOffFromTighter) {
+    PanelStage stage;
+    QQmlComponent component(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Panel/EdgeLabel.qml")));
+    for (const auto& [value, text] : {std::pair(0.0, "off"), {0.01, "off"}, {0.02, "tighter"}, {1.0, "tighter"}}) {
+        const std::unique_ptr<QObject> label(component.createWithInitialProperties({{QStringLiteral("value"), value}}));
+        ASSERT_TRUE(label) << component.errorString().toStdString();
+        EXPECT_EQ(label->property("text").toString().toStdString(), text) << value;
+        EXPECT_EQ(label->property("width").toReal(), 42);
+    }
+}
+
+} // namespace
+
+} // namespace quillary::test

@@ -1,3 +1,4 @@
+#include "drag/DropReader.h"
 #include "library/AppSettings.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
@@ -18,34 +19,33 @@ const QString unreadableFile = QStringLiteral("Could not read that file.");
 const QString tryAnother = QStringLiteral("Try a PNG, TIFF, JPEG, SVG or PDF.");
 const QString unreadableImage = QStringLiteral("Could not read that image.");
 
-/// The best type of image that an item carries as data or file; none when it is no image.
-std::optional<QString> imageType(const platform::ItemProvider& item) {
+/// The best type under which a picture comes as data.
+QString imageType(const platform::ItemProvider& item) {
     for (const QString& type : ImageIntake::bitmapPriority() + ImageIntake::vectorTypes())
         if (item.types().contains(type)) return type;
-    for (const QString& accepted : ImageIntake::acceptedFileTypes())
-        for (const QString& type : item.types())
-            if (platform::conforms(type, accepted)) return type;
-    return {};
+    const auto accepted = [](const QString& type) {
+        return std::ranges::any_of(ImageIntake::acceptedFileTypes(),
+                                   [&](const QString& kind) { return platform::conforms(type, kind); });
+    };
+    const auto picture = std::ranges::find_if(item.types(), accepted);
+    return picture == item.types().end() ? QString() : *picture;
 }
 
 } // namespace
 
 void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
-    if (std::ranges::any_of(items, [](const auto& item) { return FCPXMLPasteboard::carriesClips(item); })) {
+    switch (DropReader::contents(items, &FCPXMLPasteboard::carriesClips)) {
+    case DropReader::Contents::clips:
         setTab(Tab::library);
         setLibraryKind(LibraryKind::blocks);
         note(QStringLiteral("This version cannot keep Final Cut clips yet"));
-        return;
+        break;
+    case DropReader::Contents::image: stageDropped(items.front()); break;
+    case DropReader::Contents::batch:
+        DropReader::fileURLs(items, this, [this](const std::vector<fs::path>& urls) { saveToLibrary(urls); });
+        break;
+    case DropReader::Contents::nothing: fail(nothingReadable, dropPictures); break;
     }
-    if (items.size() == 1 && imageType(items.front())) {
-        stageDropped(items.front());
-        return;
-    }
-    std::vector<fs::path> urls;
-    for (const platform::ItemProvider& item : items)
-        if (item.fileURL()) urls.push_back(*item.fileURL());
-    if (urls.empty()) fail(nothingReadable, dropPictures);
-    else saveToLibrary(urls);
 }
 
 void PanelModel::stageDropped(const platform::ItemProvider& item) {
@@ -57,7 +57,7 @@ void PanelModel::stageDropped(const platform::ItemProvider& item) {
         });
         return;
     }
-    const QString type = *imageType(item);
+    const QString type = imageType(item);
     load([data = item.data(type).value_or(QByteArray()), type, longEdge,
           name = item.suggestedName().value_or(PastedImage::defaultName())](std::stop_token stop) -> State {
         if (auto image = ImageIntake::read(data, name, type, longEdge, stop)) return *std::move(image);

@@ -17,8 +17,7 @@ using Color = std::array<float, 3>;
 /// A random source with the shapes of randomness that scenes need.
 class Dice {
 public:
-    explicit Dice(unsigned seed)
-        : m_engine(seed) {}
+    explicit Dice(unsigned seed) : m_engine(seed) {}
     float between(float low, float high) { return std::uniform_real_distribution<float>(low, high)(m_engine); }
     int upTo(int count) { return static_cast<int>(m_engine() % static_cast<unsigned>(count)); }
     unsigned seed() { return static_cast<unsigned>(m_engine()); }
@@ -37,10 +36,7 @@ struct Field {
     int height;
     std::vector<Color> pixels;
 
-    Field(int w, int h)
-        : width(w)
-        , height(h)
-        , pixels(static_cast<std::size_t>(w) * h) {}
+    Field(int w, int h) : width(w), height(h), pixels(static_cast<std::size_t>(w) * h) {}
     Color& at(int x, int y) { return pixels[static_cast<std::size_t>(y) * width + x]; }
 };
 
@@ -92,7 +88,8 @@ void paintGradient(Field& field, const Color& a, const Color& b, float angle) {
     const float dy = std::sin(angle) / static_cast<float>(field.height);
     for (int y = 0; y < field.height; ++y)
         for (int x = 0; x < field.width; ++x)
-            field.at(x, y) = mixed(a, b, std::clamp(0.5F + (static_cast<float>(x) * dx + static_cast<float>(y) * dy) * 0.5F, 0.0F, 1.0F));
+            field.at(x, y) = mixed(
+                a, b, std::clamp(0.5F + (static_cast<float>(x) * dx + static_cast<float>(y) * dy) * 0.5F, 0.0F, 1.0F));
 }
 
 void paintTexture(Field& field, const Color& a, const Color& b, int cells, float persistence, Dice& dice) {
@@ -287,7 +284,8 @@ void paintBackground(Field& field, const std::string& kind, const Color& a, cons
         const Color ground = dice.color();
         for (int y = 0; y < field.height; ++y)
             for (int x = 0; x < field.width; ++x) {
-                const float line = static_cast<float>(field.height) * (0.45F + 0.12F * ridge[static_cast<std::size_t>(x)]);
+                const float line =
+                    static_cast<float>(field.height) * (0.45F + 0.12F * ridge[static_cast<std::size_t>(x)]);
                 if (static_cast<float>(y) > line) field.at(x, y) = b;
                 if (static_cast<float>(y) > line * 1.6F) field.at(x, y) = ground;
             }
@@ -298,19 +296,28 @@ void paintBackground(Field& field, const std::string& kind, const Color& a, cons
 } // namespace
 
 const std::vector<Class>& classes() {
-    static const std::vector<Class> all{{"plain background", true},     {"textured background", true},
-                                        {"blurred background", true},   {"cluttered background", true},
-                                        {"soft edges", true},           {"holes", true},
-                                        {"touching the border", true},  {"similar colours", true},
-                                        {"two subjects", true},         {"flat", false},
-                                        {"gradient", false},            {"texture", false},
-                                        {"noise", false},               {"bands", false},
-                                        {"blurred things", false},      {"clutter", false}};
+    static const std::vector<Class> all{{"plain background", true},
+                                        {"textured background", true},
+                                        {"blurred background", true},
+                                        {"cluttered background", true},
+                                        {"soft edges", true},
+                                        {"holes", true},
+                                        {"touching the border", true},
+                                        {"similar colours", true},
+                                        {"two subjects", true},
+                                        {"flat", false},
+                                        {"gradient", false},
+                                        {"texture", false},
+                                        {"noise", false},
+                                        {"bands", false},
+                                        {"blurred things", false},
+                                        {"clutter", false}};
     return all;
 }
 
 Scene make(const Class& kind, int number, int side) {
-    const auto position = std::find_if(classes().begin(), classes().end(), [&](const Class& c) { return c.name == kind.name; });
+    const auto position =
+        std::find_if(classes().begin(), classes().end(), [&](const Class& c) { return c.name == kind.name; });
     Dice dice(static_cast<unsigned>(position - classes().begin()) * 1000 + static_cast<unsigned>(number));
     const bool upright = number % 3 == 2;
     const int shorter = side * 3 / 4;
@@ -328,7 +335,8 @@ Scene make(const Class& kind, int number, int side) {
         Color c = dice.color();
         const float least = similar ? 30 : 100;
         const float most = similar ? 55 : 500;
-        while (std::min(distance(c, a), distance(c, b)) < least || std::min(distance(c, a), distance(c, b)) > most) c = dice.color();
+        while (std::min(distance(c, a), distance(c, b)) < least || std::min(distance(c, a), distance(c, b)) > most)
+            c = dice.color();
         Field skin(field.width, field.height);
         paintTexture(skin, c, mixed(c, dice.color(), similar ? 0.15F : 0.45F), 6, 0.75F, dice);
         const auto coverage = coverageOf(shapeOf(kind.name, field.width, field.height, dice), field.width, field.height,

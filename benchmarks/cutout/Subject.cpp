@@ -53,7 +53,8 @@ Score scoreOf(const QImage& found, const QImage& truth) {
     const Bytes edgeA = outline(a);
     const Bytes edgeB = outline(b);
     const double longer = std::max(a.rows, a.cols);
-    score.edge = cv::countNonZero(a) == 0 ? 100 : 500 * (meanDistance(edgeA, edgeB) + meanDistance(edgeB, edgeA)) / longer;
+    score.edge =
+        cv::countNonZero(a) == 0 ? 100 : 500 * (meanDistance(edgeA, edgeB) + meanDistance(edgeB, edgeA)) / longer;
     Bytes band;
     cv::dilate(edgeB, band, cv::Mat(), {-1, -1}, 8);
     cv::Mat difference;
@@ -120,11 +121,13 @@ int main(int argumentCount, char** arguments) {
             edge += score.edge;
         }
         if (kind.hasSubject) {
-            std::printf("%-24s %8.3f %10.3f %10.1f %8d\n", kind.name.c_str(), overlap / count, worst, edge / count, missed);
+            std::printf("%-24s %8.3f %10.3f %10.1f %8d\n", kind.name.c_str(), overlap / count, worst, edge / count,
+                        missed);
             total += overlap;
             subjects += count;
         } else {
-            if (falseAlarms == 0 && empty == 0) std::printf("all %30.3f\n\nscenes without a subject: a subject was seen in\n", total / subjects);
+            if (falseAlarms == 0 && empty == 0)
+                std::printf("all %30.3f\n\nscenes without a subject: a subject was seen in\n", total / subjects);
             std::printf("%-24s %d of %d\n", kind.name.c_str(), alarms, count);
             falseAlarms += alarms;
             empty += count;

@@ -42,8 +42,7 @@ std::expected<std::unique_ptr<SubjectMasker>, BackgroundRemovalError> classicalM
 
 } // namespace
 
-std::expected<QImage, BackgroundRemovalError> remove(const QImage& image, SubjectMasker& masker,
-                                                     std::stop_token stop) {
+std::expected<QImage, BackgroundRemovalError> remove(const QImage& image, SubjectMasker& masker, std::stop_token stop) {
     if (image.isNull()) return std::unexpected(BackgroundRemovalError::noImage());
     auto mask = masker.mask(image, stop);
     if (stop.stop_requested()) return std::unexpected(BackgroundRemovalError::stopped());

@@ -19,8 +19,7 @@ Expected choose(std::optional<Method> method, const std::function<Expected()>& s
 Expected remove(const QImage& image, std::optional<Method> method, const std::filesystem::path& model,
                 std::stop_token stop) {
     const auto solid = [&]() -> Expected {
-        auto removed =
-            TRY(SolidBackgroundRemover::remove(image, stop, SolidBackgroundRemover::Colors::withinAlpha));
+        auto removed = TRY(SolidBackgroundRemover::remove(image, stop, SolidBackgroundRemover::Colors::withinAlpha));
         return Result{std::move(removed.image), Method::solid, removed.removedFraction, {}};
     };
     const auto subject = [&]() -> Expected {

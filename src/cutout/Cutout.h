@@ -16,7 +16,7 @@ namespace quillary {
 namespace Cutout {
 
 enum class Method {
-    solid, ///< "Flat background"
+    solid,  ///< "Flat background"
     subject ///< "Subject"
 };
 
@@ -30,10 +30,12 @@ struct Result {
 using Expected = std::expected<Result, BackgroundRemovalError>;
 
 /// Whether the flat background that was removed was one: more than 2 % of the pixels and less than 97 %.
-constexpr bool isFlatBackground(double removedFraction) { return removedFraction > 0.02 && removedFraction < 0.97; }
+constexpr bool isFlatBackground(double removedFraction) {
+    return removedFraction > 0.02 && removedFraction < 0.97;
+}
 
-/// With the method asked for. Without one: the flat background first; its error is final, but when too little or too much
-/// was removed, the subject is sought instead. Each engine is called at most once.
+/// With the method asked for. Without one: the flat background first; its error is final, but when too little or too
+/// much was removed, the subject is sought instead. Each engine is called at most once.
 Expected choose(std::optional<Method> method, const std::function<Expected()>& solid,
                 const std::function<Expected()>& subject);
 

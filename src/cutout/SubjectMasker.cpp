@@ -15,8 +15,7 @@ class ModuleMasker : public SubjectMasker {
 public:
     /// `complaint` takes the engine's reason as %1.
     ModuleMasker(std::unique_ptr<subject::Engine> engine, QString complaint)
-        : m_engine(std::move(engine))
-        , m_complaint(std::move(complaint)) {}
+        : m_engine(std::move(engine)), m_complaint(std::move(complaint)) {}
 
     std::expected<std::optional<QImage>, QString> mask(const QImage& image, std::stop_token stop) override {
         const QImage picture = readable(image);
@@ -25,11 +24,15 @@ public:
         std::string reason;
         const subject::Picture pixels{picture.constBits(), static_cast<std::size_t>(picture.bytesPerLine()),
                                       picture.width(), picture.height()};
-        switch (m_engine->findSubject(pixels, mask.bits(), static_cast<std::size_t>(mask.bytesPerLine()), stop, reason)) {
-        case subject::Outcome::found: return mask;
+        switch (
+            m_engine->findSubject(pixels, mask.bits(), static_cast<std::size_t>(mask.bytesPerLine()), stop, reason)) {
+        case subject::Outcome::found:
+            return mask;
         case subject::Outcome::stopped:
-        case subject::Outcome::noSubject: return std::nullopt;
-        case subject::Outcome::failed: return std::unexpected(m_complaint.arg(QString::fromStdString(reason)));
+        case subject::Outcome::noSubject:
+            return std::nullopt;
+        case subject::Outcome::failed:
+            return std::unexpected(m_complaint.arg(QString::fromStdString(reason)));
         }
         return std::nullopt;
     }
@@ -77,7 +80,8 @@ std::expected<std::unique_ptr<SubjectMasker>, QString> modelSubjectMasker(const 
     const auto complaint = [&](const QString& reason) {
         return QStringLiteral("The subject model “%1” cannot be used: %2.").arg(name, reason);
     };
-    if (!std::filesystem::is_regular_file(file, ignored)) return std::unexpected(complaint(QStringLiteral("there is no such file")));
+    if (!std::filesystem::is_regular_file(file, ignored))
+        return std::unexpected(complaint(QStringLiteral("there is no such file")));
     return masker(subject::modelModule, file.c_str(), complaint(QStringLiteral("%1")));
 }
 

@@ -103,8 +103,8 @@ void evaluate(const Picture& picture, const cv::Mat_<cv::Vec4f>& coefficients, s
 
 class ClassicalEngine : public Engine {
 public:
-    Outcome findSubject(const Picture& picture, std::uint8_t* mask, std::size_t maskStride,
-                        const std::stop_token& stop, std::string& reason) override {
+    Outcome findSubject(const Picture& picture, std::uint8_t* mask, std::size_t maskStride, const std::stop_token& stop,
+                        std::string& reason) override {
         if (std::min(picture.width, picture.height) < smallestSide) return Outcome::noSubject;
         try {
             const cv::Mat pixels(picture.height, picture.width, CV_8UC4, const_cast<std::uint8_t*>(picture.pixels),

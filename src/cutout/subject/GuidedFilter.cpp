@@ -38,8 +38,8 @@ GuidedFilter::GuidedFilter(const cv::Mat_<cv::Vec3f>& guide, const cv::Mat_<floa
     const cv::Mat_<float> bb = covariance(2, 2);
     for (int y = 0; y < guide.rows; ++y) {
         for (int x = 0; x < guide.cols; ++x) {
-            const cv::Matx33f spread(rr(y, x) + smoothness, rg(y, x), rb(y, x), rg(y, x), gg(y, x) + smoothness, gb(y, x),
-                                     rb(y, x), gb(y, x), bb(y, x) + smoothness);
+            const cv::Matx33f spread(rr(y, x) + smoothness, rg(y, x), rb(y, x), rg(y, x), gg(y, x) + smoothness,
+                                     gb(y, x), rb(y, x), gb(y, x), bb(y, x) + smoothness);
             const cv::Vec3f joint(withMask[0](y, x), withMask[1](y, x), withMask[2](y, x));
             const cv::Vec3f factors = spread.inv(cv::DECOMP_CHOLESKY) * joint;
             const cv::Vec3f middle(means[0](y, x), means[1](y, x), means[2](y, x));

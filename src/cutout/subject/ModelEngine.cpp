@@ -29,7 +29,8 @@ std::optional<cv::Mat_<float>> planeOf(const cv::Mat& output) {
     if (rows < 2 || columns < 2) return {};
     // With several planes the last is the subject's: the usual order is background, subject.
     const std::size_t planes = output.total() / (static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
-    const float* data = output.ptr<float>() + (planes - 1) * static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns);
+    const float* data =
+        output.ptr<float>() + (planes - 1) * static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns);
     return cv::Mat_<float>(rows, columns, const_cast<float*>(data)).clone();
 }
 
@@ -44,11 +45,10 @@ void toCoverage(cv::Mat_<float>& plane) {
 
 class ModelEngine : public Engine {
 public:
-    explicit ModelEngine(cv::dnn::Net net)
-        : m_net(std::move(net)) {}
+    explicit ModelEngine(cv::dnn::Net net) : m_net(std::move(net)) {}
 
-    Outcome findSubject(const Picture& picture, std::uint8_t* mask, std::size_t maskStride,
-                        const std::stop_token& stop, std::string& reason) override {
+    Outcome findSubject(const Picture& picture, std::uint8_t* mask, std::size_t maskStride, const std::stop_token& stop,
+                        std::string& reason) override {
         try {
             const cv::Mat pixels(picture.height, picture.width, CV_8UC4, const_cast<std::uint8_t*>(picture.pixels),
                                  picture.stride);

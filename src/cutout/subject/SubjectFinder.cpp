@@ -17,10 +17,10 @@ using Mask = cv::Mat_<std::uint8_t>;
 constexpr int wantedPatches = 320;
 constexpr int rounds = 3;
 constexpr float surelyBackground = 0.05F;
-constexpr float stray = 0.2F;        ///< parts smaller than this share of the largest are dropped
+constexpr float stray = 0.2F;          ///< parts smaller than this share of the largest are dropped
 constexpr float clutteredUnity = 0.9F; ///< below, the picture is full of things that stand out
-constexpr double thick = 0.12;        ///< half the width of thick parts, in units of the subject's size
-constexpr float smallestHole = 8e-4F; ///< holes smaller than this share of the picture are filled
+constexpr double thick = 0.12;         ///< half the width of thick parts, in units of the subject's size
+constexpr float smallestHole = 8e-4F;  ///< holes smaller than this share of the picture are filled
 
 cv::Mat_<cv::Vec3f> labOf(const cv::Mat_<cv::Vec3b>& picture) {
     cv::Mat_<cv::Vec3f> unit;
@@ -33,8 +33,7 @@ cv::Mat_<cv::Vec3f> labOf(const cv::Mat_<cv::Vec3b>& picture) {
 cv::Mat_<float> paint(const Superpixels& patches, const std::vector<float>& values) {
     cv::Mat_<float> result(patches.labels.size());
     for (int y = 0; y < result.rows; ++y)
-        for (int x = 0; x < result.cols; ++x)
-            result(y, x) = values[static_cast<std::size_t>(patches.labels(y, x))];
+        for (int x = 0; x < result.cols; ++x) result(y, x) = values[static_cast<std::size_t>(patches.labels(y, x))];
     return result;
 }
 
@@ -155,7 +154,8 @@ Evidence evidenceFor(const cv::Mat_<cv::Vec3f>& lab, const Mask& mask, float con
                 ++outline;
         }
     const float length = outline + atBorder;
-    evidence.roughness = length * length / (4 * static_cast<float>(CV_PI) * evidence.area * static_cast<float>(mask.total()));
+    evidence.roughness =
+        length * length / (4 * static_cast<float>(CV_PI) * evidence.area * static_cast<float>(mask.total()));
     evidence.borderContact = atBorder / std::max(1.0F, outline + atBorder);
 
     evidence.spanned = std::max(spannedAcross(mask), spannedAcross(Mask(mask.t())));
@@ -200,7 +200,9 @@ void thickParts(Mask& mask) {
                      cv::getStructuringElement(cv::MORPH_ELLIPSE, {2 * reach + 1, 2 * reach + 1}));
 }
 
-Mask subjectOf(const Mask& labels) { return Mask((labels & 1) * 255); }
+Mask subjectOf(const Mask& labels) {
+    return Mask((labels & 1) * 255);
+}
 
 /// Lets colour models of both sides settle what is what. False when one side is empty or a stop was requested.
 bool cut(const cv::Mat_<cv::Vec3b>& picture, Mask& labels, const std::stop_token& stop) {
@@ -225,12 +227,13 @@ bool Evidence::isConvincing() const {
     constexpr float largestSpan = 0.45F;
     constexpr float largestOverlap = 0.5F;
     constexpr float leastAreaAmongClutter = 0.05F;
-    constexpr float roughestAmongClutter = 4.4F;
+    constexpr float roughest = 10;
+    constexpr float roughestPerAreaAmongClutter = 32;
     if (contrast < leastContrast || edgeContrast < leastEdgeContrast) return false;
     if (area < leastArea || area > largestArea) return false;
-    if (spanned > largestSpan || colorOverlap > largestOverlap) return false;
+    if (spanned > largestSpan || colorOverlap > largestOverlap || roughness > roughest) return false;
     if (unity >= clutteredUnity) return true;
-    return area >= leastAreaAmongClutter && roughness <= roughestAmongClutter;
+    return area >= leastAreaAmongClutter && roughness <= roughestPerAreaAmongClutter * area;
 }
 
 std::optional<Subject> findSubject(const cv::Mat_<cv::Vec3b>& picture, const std::stop_token& stop) {

@@ -35,8 +35,8 @@ public:
                                 const std::stop_token& stop, std::string& reason) = 0;
 };
 
-/// The modules and their one entry. `modelFile` is a path for the engine that reads a model and null for the other. Null,
-/// with a reason, when the engine cannot be made.
+/// The modules and their one entry. `modelFile` is a path for the engine that reads a model and null for the other.
+/// Null, with a reason, when the engine cannot be made.
 inline constexpr const char* classicalModule = "quillary-subject.so";
 inline constexpr const char* modelModule = "quillary-subject-model.so";
 inline constexpr const char* engineSymbol = "quillarySubjectEngine";

@@ -21,7 +21,9 @@ constexpr float noveltyDeviation = 12; ///< Lab units
 
 using Matrix = cv::Mat_<float>;
 
-float bell(float distance, float deviation) { return std::exp(-distance * distance / (2 * deviation * deviation)); }
+float bell(float distance, float deviation) {
+    return std::exp(-distance * distance / (2 * deviation * deviation));
+}
 
 Matrix colorDistances(const Superpixels& picture) {
     const auto count = static_cast<int>(picture.patches.size());
@@ -179,7 +181,8 @@ SubjectPrior subjectPriorOf(const Superpixels& picture) {
     prior.background = backgroundLikelihood(picture, distances);
     std::vector<float> contrast = contrasts(picture, distances, prior.background);
     for (std::size_t i = 0; i < contrast.size(); ++i) {
-        const float likely = contrast[i] * (1 - prior.background[i]) * novelty(distances, prior.background, static_cast<int>(i));
+        const float likely =
+            contrast[i] * (1 - prior.background[i]) * novelty(distances, prior.background, static_cast<int>(i));
         prior.contrast = std::max(prior.contrast, likely);
         contrast[i] = likely * centrality(picture, i);
     }

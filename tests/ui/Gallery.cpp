@@ -1,7 +1,10 @@
 #include "PanelStage.h"
 
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
 #include <cstdio>
@@ -94,6 +97,13 @@ public:
         PanelStage::wait(200);
         PanelStage::comesTrue([this] { return stage.model.libraryLoaded(); });
     }
+    void press(Qt::Key key, int times) {
+        for (int time = 0; time < times; ++time)
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                QKeyEvent event(type, key, Qt::NoModifier);
+                QCoreApplication::sendEvent(&stage.window, &event);
+            }
+    }
     QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
 
     PanelStage stage;
@@ -123,11 +133,21 @@ int main(int argc, char** argv) {
     gallery.take("import-empty-small");
     stage.resize(usual);
 
+    QMimeData dragged;
+    dragged.setUrls({QUrl(QStringLiteral("file:///picture.png"))});
+    QDragEnterEvent enter({190, 200}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&stage.window, &enter);
+    gallery.take("import-targeted");
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&stage.window, &leave);
+
     gallery.stageImage(stage.folder / "missing.png");
     gallery.take("import-failed");
     const auto northwind = stage.file("Northwind logo with a name that is far too long for the line.png", logo(2048));
     gallery.stageImage(northwind);
     gallery.take("import-loaded");
+    gallery.press(Qt::Key_Tab, 3);
+    gallery.take("import-focus");
     stage.resize({320, 400});
     gallery.take("import-loaded-small");
     stage.resize({900, 700});
@@ -165,6 +185,14 @@ int main(int argc, char** argv) {
         QMetaObject::invokeMethod(menu, "open");
         gallery.take("library-menu");
         QMetaObject::invokeMethod(menu, "close");
+    }
+    if (QObject* tiles = gallery.find("tiles")) {
+        stage.root->findChild<QQuickItem*>(QStringLiteral("tiles"))->forceActiveFocus(Qt::TabFocusReason);
+        gallery.press(Qt::Key_Right, 2);
+        QMetaObject::invokeMethod(tiles, "openMenu");
+        gallery.press(Qt::Key_Down, 1);
+        gallery.take("library-tile-menu");
+        gallery.press(Qt::Key_Escape, 1);
     }
     if (QObject* sheet = gallery.find("newCollection")) {
         QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, QString()));

@@ -1,5 +1,6 @@
 #include "PanelStage.h"
 
+#include <QAccessible>
 #include <QDirIterator>
 #include <QSignalSpy>
 #include <QTest>
@@ -64,6 +65,42 @@ TEST(QmlTest, ThePanelShowsEveryStateWithoutComplaint) {
     PanelStage::wait(50);
     QMetaObject::invokeMethod(menu, "close");
     EXPECT_EQ(Complaints::said().join(u'\n').toStdString(), "");
+}
+
+TEST(KeyboardTest, TabReachesEveryControlAndEachHasAName) {
+    PanelStage stage;
+    ASSERT_TRUE(stage.show({380, 460}));
+    stage.window.requestActivate();
+    PanelStage::comesTrue([&] { return stage.window.isActive(); }, 2'000);
+    const auto reached = [&] {
+        QStringList names;
+        for (int step = 0; step < 12; ++step) {
+            QTest::keyClick(&stage.window, Qt::Key_Tab);
+            auto* item = stage.window.activeFocusItem();
+            auto* accessible = QAccessible::queryAccessibleInterface(item);
+            const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+            EXPECT_FALSE(name.isEmpty()) << item->metaObject()->className();
+            names << name;
+        }
+        names.removeDuplicates();
+        return names;
+    };
+    QImage picture(64, 64, QImage::Format_RGBA8888);
+    picture.fill(Qt::red);
+    stage.model.load(stage.file("red.png", picture));
+    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.stage() == PanelModel::Stage::loaded; }));
+    const QStringList import = reached();
+    for (const char* name : {"Import", "Name", "Paste", "Clear", "Save to Library"})
+        EXPECT_TRUE(import.contains(QString::fromLatin1(name))) << name << " of " << import.join(u'|').toStdString();
+
+    picture.save(QString::fromStdString((*stage.storage.root() / "Library" / "Images" / "red.png").string()));
+    stage.model.setTab(PanelModel::Tab::library);
+    stage.model.refreshLibrary();
+    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.visibleLibraryModel()->count() > 0; }));
+    PanelStage::wait(50);
+    const QStringList library = reached();
+    for (const char* name : {"Library", "Collection: All", "Search", "Show favorites only", "Unfiled, 1", "red"})
+        EXPECT_TRUE(library.contains(QString::fromLatin1(name))) << name << " of " << library.join(u'|').toStdString();
 }
 
 class NameFieldTest : public testing::Test {

@@ -69,6 +69,9 @@ GridView {
         required property int total
         required property string symbol
 
+        Accessible.focusable: true
+        Accessible.name: qsTr("%1, %2").arg(label).arg(total)
+        Accessible.role: Accessible.ListItem
         height: grid.cellHeight
         width: grid.cellWidth
 

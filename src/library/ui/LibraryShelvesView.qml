@@ -14,13 +14,13 @@ Item {
 
         anchors.left: parent.left
         anchors.margins: Theme.margin
-        anchors.right: parent.right
         anchors.top: parent.top
         currentIndex: shelves.model.libraryKind
         details: [`${shelves.model.imagesCount}`, `${shelves.model.videosCount}`, `${shelves.model.audioCount}`, `${shelves.model.blocksCount}`]
         fill: true
         labels: [qsTr("Images"), qsTr("Videos"), qsTr("Audio"), qsTr("Blocks")]
         spokenName: qsTr("Shelf")
+        width: Math.min(parent.width - 2 * Theme.margin, 440)
 
         onActivated: index => shelves.model.libraryKind = index
     }

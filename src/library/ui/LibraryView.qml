@@ -79,6 +79,7 @@ Item {
     TileGrid {
         id: grid
 
+        objectName: "tiles"
         anchors.bottom: note.top
         anchors.left: filters.left
         anchors.right: filters.right

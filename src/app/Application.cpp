@@ -16,7 +16,8 @@ void endAtFatal(QtMsgType type, const QMessageLogContext&, const QString&) {
     if (type == QtFatalMsg) std::_Exit((*endedBy)());
 }
 
-template <typename Application> std::unique_ptr<QCoreApplication> named(int& argc, char** argv) {
+template <typename Application>
+std::unique_ptr<QCoreApplication> named(int& argc, char** argv) {
     auto application = std::make_unique<Application>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("quillary"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUILLARY_VERSION));

@@ -26,8 +26,8 @@ struct CommandLine::State {
 
 namespace {
 
-/// The parser takes "[a,b]" for a list of two. Such a word is marked with a byte that no argument can hold, and each option
-/// takes the mark off again.
+/// The parser takes "[a,b]" for a list of two. Such a word is marked with a byte that no argument can hold, and each
+/// option takes the mark off again.
 constexpr char bracketMark = '\0';
 
 std::vector<std::string> prepared(int argc, const char* const* argv) {
@@ -115,8 +115,7 @@ void CommandLine::State::keepBrackets(CLI::App& level) {
     for (CLI::App* below : level.get_subcommands({})) keepBrackets(*below);
 }
 
-CommandLine::CommandLine()
-    : m_state(std::make_unique<State>()) {}
+CommandLine::CommandLine() : m_state(std::make_unique<State>()) {}
 
 CommandLine::~CommandLine() = default;
 
@@ -131,7 +130,8 @@ std::optional<int> CommandLine::parse(int argc, const char* const* argv) {
         return fail(usageError(state.app, wordsOf(state.app, error)));
     }
     if (state.library) {
-        if (state.library->empty()) return fail(usageError(state.app, QStringLiteral("--library: a folder is missing.")));
+        if (state.library->empty())
+            return fail(usageError(state.app, QStringLiteral("--library: a folder is missing.")));
         std::error_code ignored;
         state.libraryFolder = std::filesystem::absolute(*state.library, ignored);
     }
@@ -145,16 +145,24 @@ std::optional<int> CommandLine::parse(int argc, const char* const* argv) {
         return fail(usageError(state.app, QStringLiteral("“%1” needs a command after it.").arg(spelled(chosen))));
     state.selected = command->second.get();
     if (state.library && state.selected->choosesLibrary())
-        return fail(usageError(state.app, QStringLiteral("“--library” stands for a choice that “%1” would store.").arg(spelled(chosen))));
+        return fail(usageError(
+            state.app, QStringLiteral("“--library” stands for a choice that “%1” would store.").arg(spelled(chosen))));
     if (const auto* panel = dynamic_cast<const PanelCommand*>(state.selected)) state.panel = panel->options();
     return {};
 }
 
-const std::optional<std::filesystem::path>& CommandLine::library() const { return m_state->libraryFolder; }
+const std::optional<std::filesystem::path>& CommandLine::library() const {
+    return m_state->libraryFolder;
+}
 
-const PanelOptions* CommandLine::panel() const { return m_state->panel ? &*m_state->panel : nullptr; }
+const PanelOptions* CommandLine::panel() const {
+    const auto& panel = m_state->panel;
+    return panel ? &*panel : nullptr;
+}
 
-bool CommandLine::needsDisplay() const { return panel() || (m_state->selected && m_state->selected->needsDisplay()); }
+bool CommandLine::needsDisplay() const {
+    return panel() || (m_state->selected && m_state->selected->needsDisplay());
+}
 
 int CommandLine::run(const CommandServices& services) {
     Output output(m_state->style);

@@ -9,7 +9,7 @@ namespace quillary::cli {
 
 void declareClipboardAndFiles(Grammar& root); ///< intake, paste, thumbnail
 void declareSave(Grammar& root);
-void declareListing(Grammar& root);    ///< list, collections
+void declareListing(Grammar& root);      ///< list, collections
 void declareLookingAfter(Grammar& root); ///< favorite, move, rename, delete
 void declareRecent(Grammar& root);
 void declareLibrary(Grammar& root);

@@ -68,7 +68,8 @@ Place placeOf(const CLI::App& app, const std::string& commands) {
 
 std::vector<Place> placesOf(const CLI::App& program) {
     std::vector<Place> places;
-    const std::function<void(const CLI::App&, const std::string&)> add = [&](const CLI::App& app, const std::string& at) {
+    const std::function<void(const CLI::App&, const std::string&)> add = [&](const CLI::App& app,
+                                                                             const std::string& at) {
         places.push_back(placeOf(app, at));
         for (const CLI::App* below : app.get_subcommands({})) add(*below, at + '/' + below->get_name());
     };
@@ -94,12 +95,14 @@ std::string commandPatterns(const std::vector<Place>& places) {
     return patterns;
 }
 
-/// The body that bash and zsh share: `place` becomes the commands typed so far, `next` the words that may follow, `files`
-/// what kind of file may. `typed` holds the words before the current one, `previous` the last of them.
+/// The body that bash and zsh share: `place` becomes the commands typed so far, `next` the words that may follow,
+/// `files` what kind of file may. `typed` holds the words before the current one, `previous` the last of them.
 std::string decision(const std::vector<Place>& places) {
     std::string text = "    for word in \"${typed[@]}\"; do\n"
                        "        case \"$place/$word\" in\n"
-                       "            " + commandPatterns(places) + ") place=\"$place/$word\" ;;\n"
+                       "            " +
+                       commandPatterns(places) +
+                       ") place=\"$place/$word\" ;;\n"
                        "        esac\n"
                        "    done\n"
                        "    case \"$place $previous\" in\n";
@@ -112,8 +115,8 @@ std::string decision(const std::vector<Place>& places) {
         }
     text += "        *)\n            case \"$place\" in\n";
     for (const Place& place : places)
-        text += "                '" + place.commands + "') next='" + joined(wordsOf(place, places.front())) + "' files=" +
-                (place.files ? "yes" : "") + " ;;\n";
+        text += "                '" + place.commands + "') next='" + joined(wordsOf(place, places.front())) +
+                "' files=" + (place.files ? "yes" : "") + " ;;\n";
     return text + "            esac ;;\n    esac\n"
                   "    # Options are offered once a dash is typed.\n"
                   "    [[ $current == -* ]] || { next=\" $next\"; next=${next%% --*}; }\n";
@@ -156,9 +159,12 @@ std::string singleQuoted(const std::string& text) {
 
 std::string fishOption(const OptionWords& option) {
     std::string text = " -l " + option.name.substr(2);
-    if (option.files) text += " -rF";
-    else if (!option.values.empty()) text += " -xa " + singleQuoted(joined(option.values));
-    else if (option.takesValue) text += " -x";
+    if (option.files)
+        text += " -rF";
+    else if (!option.values.empty())
+        text += " -xa " + singleQuoted(joined(option.values));
+    else if (option.takesValue)
+        text += " -x";
     return text + " -d " + singleQuoted(option.help) + '\n';
 }
 
@@ -188,9 +194,12 @@ std::string fish(const std::vector<Place>& places) {
 std::string completionScript(Shell shell, const CLI::App& program) {
     const auto places = placesOf(program);
     switch (shell) {
-    case Shell::zsh: return zsh(places);
-    case Shell::fish: return fish(places);
-    default: return bash(places);
+    case Shell::zsh:
+        return zsh(places);
+    case Shell::fish:
+        return fish(places);
+    default:
+        return bash(places);
     }
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 class CompletionCommand final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.choice("SHELL", m_shell, {"bash", "zsh", "fish"}, "Whose", Grammar::Presence::required);
+        grammar.choice("SHELL", m_shell, {"bash", "zsh", "fish"}, "Whose");
         m_program = &grammar.root();
     }
 
@@ -20,7 +20,7 @@ class CompletionCommand final : public Command {
     }
 
     const CLI::App* m_program = nullptr;
-    std::optional<QString> m_shell;
+    QString m_shell;
 };
 
 } // namespace

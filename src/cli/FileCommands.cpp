@@ -20,7 +20,7 @@ enum class Touches { mark, file };
 /// document, so its file alone is not touched.
 Outcome libraryFile(const fs::path& given, Touches touches, Storage& storage) {
     std::error_code missing;
-    const fs::path file = fs::absolute(given, missing).lexically_normal();
+    fs::path file = fs::absolute(given, missing).lexically_normal();
     if (!fs::is_regular_file(file, missing) && !fs::is_symlink(file, missing))
         return std::unexpected(CommandError(QStringLiteral("There is no file “%1”.").arg(shown(given))));
     const auto shelf = storage.shelfFolderOf(file);
@@ -30,7 +30,9 @@ Outcome libraryFile(const fs::path& given, Touches touches, Storage& storage) {
     return file;
 }
 
-QJsonObject placed(const fs::path& file) { return {{QStringLiteral("path"), jsonPath(file)}}; }
+QJsonObject placed(const fs::path& file) {
+    return {{QStringLiteral("path"), jsonPath(file)}};
+}
 
 /// Does one thing to each file in turn and prints where each file is now, those that failed left out.
 std::expected<ExitStatus, CommandError> forEach(const std::vector<fs::path>& files, Touches touches,
@@ -80,8 +82,7 @@ class Favorite final : public Command {
 class Move final : public Command {
     void declare(Grammar& grammar) override {
         grammar.files("FILE", m_files, "Files of the library");
-        grammar.text("--collection", m_collection, "PATH", "Where to; “” is the shelf itself",
-                     Grammar::Presence::required);
+        grammar.text("--collection", m_collection, "PATH", "Where to; “” is the shelf itself");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
@@ -91,7 +92,7 @@ class Move final : public Command {
     }
 
     std::vector<fs::path> m_files;
-    std::optional<QString> m_collection;
+    QString m_collection;
 };
 
 class Delete final : public Command {
@@ -110,21 +111,23 @@ class Delete final : public Command {
 
 class Rename final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.path("FILE", m_file, Value::file, "A file of the library", Grammar::Presence::required);
-        grammar.text("NAME", m_name, "NAME", "Its new name, without the extension", Grammar::Presence::required);
+        grammar.path("FILE", m_file, Value::file, "A file of the library");
+        grammar.text("NAME", m_name, "NAME", "Its new name, without the extension");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         TRY(services.storage.root());
-        const fs::path file = TRY(libraryFile(*m_file, Touches::file, services.storage));
-        const fs::path renamed = TRY(services.storage.rename(file, *m_name));
-        if (output.json()) output.document(QJsonArray{placed(renamed)});
-        else output.line(shown(renamed));
+        const fs::path file = TRY(libraryFile(m_file, Touches::file, services.storage));
+        const fs::path renamed = TRY(services.storage.rename(file, m_name));
+        if (output.json())
+            output.document(QJsonArray{placed(renamed)});
+        else
+            output.line(shown(renamed));
         return ExitStatus::done;
     }
 
-    std::optional<fs::path> m_file;
-    std::optional<QString> m_name;
+    fs::path m_file;
+    QString m_name;
 };
 
 } // namespace

@@ -8,9 +8,12 @@ namespace {
 
 std::string typeName(Value kind) {
     switch (kind) {
-    case Value::file: return "FILE";
-    case Value::folder: return "DIR";
-    default: return "TEXT";
+    case Value::file:
+        return "FILE";
+    case Value::folder:
+        return "DIR";
+    default:
+        return "TEXT";
     }
 }
 
@@ -20,49 +23,71 @@ std::string joined(const std::vector<std::string>& values) {
     return text;
 }
 
+void checkAmong(CLI::Option& option, const std::vector<std::string>& values) {
+    const auto among = [values](const std::string& value) {
+        const bool known = std::ranges::find(values, value) != values.end();
+        return known ? std::string() : "“" + value + "” is none of " + joined(values);
+    };
+    option.check(CLI::Validator(among, ""));
+}
+
+auto textInto(auto& into) {
+    return [&into](const std::string& value) { into = QString::fromStdString(value); };
+}
+
+auto pathInto(auto& into) {
+    return [&into](const std::string& value) { into = std::filesystem::path(value); };
+}
+
 } // namespace
 
-void Grammar::settle(CLI::Option& option, const std::string& valueName, Presence presence) {
-    option.type_name(valueName);
-    option.required(presence == Presence::required);
+CLI::Option& Grammar::option(const char* name, Presence presence, const Store& store, const std::string& valueName,
+                             const char* help) {
+    auto* option = m_app.add_option_function<std::string>(name, store, help);
+    option->type_name(valueName);
+    option->required(presence == Presence::required);
+    return *option;
 }
 
-void Grammar::flag(const char* name, bool& into, const char* help) { m_app.add_flag(name, into, help); }
-
-void Grammar::text(const char* name, std::optional<QString>& into, const char* valueName, const char* help,
-                   Presence presence) {
-    auto* option = m_app.add_option_function<std::string>(
-        name, [&into](const std::string& value) { into = QString::fromStdString(value); }, help);
-    settle(*option, valueName, presence);
+void Grammar::flag(const char* name, bool& into, const char* help) {
+    m_app.add_flag(name, into, help);
 }
 
-void Grammar::choice(const char* name, std::optional<QString>& into, std::vector<std::string> values, const char* help,
-                     Presence presence) {
-    text(name, into, joined(values).c_str(), help, presence);
-    m_app.get_option(name)->check(CLI::Validator(
-        [values](const std::string& value) {
-            const bool known = std::ranges::find(values, value) != values.end();
-            return known ? std::string() : "“" + value + "” is none of " + joined(values);
-        },
-        ""));
+void Grammar::text(const char* name, std::optional<QString>& into, const char* valueName, const char* help) {
+    option(name, Presence::optional, textInto(into), valueName, help);
+}
+
+void Grammar::text(const char* name, QString& into, const char* valueName, const char* help) {
+    option(name, Presence::required, textInto(into), valueName, help);
+}
+
+void Grammar::choice(const char* name, std::optional<QString>& into, const std::vector<std::string>& values,
+                     const char* help) {
+    checkAmong(option(name, Presence::optional, textInto(into), joined(values), help), values);
+}
+
+void Grammar::choice(const char* name, QString& into, const std::vector<std::string>& values, const char* help) {
+    checkAmong(option(name, Presence::required, textInto(into), joined(values), help), values);
 }
 
 void Grammar::suggested(const char* name, std::optional<QString>& into, const std::vector<std::string>& values,
                         const char* help) {
-    text(name, into, joined(values).c_str(), help);
+    option(name, Presence::optional, textInto(into), joined(values), help);
 }
 
-void Grammar::path(const char* name, std::optional<std::filesystem::path>& into, Value kind, const char* help,
-                   Presence presence) {
-    auto* option = m_app.add_option_function<std::string>(
-        name, [&into](const std::string& value) { into = value; }, help);
-    settle(*option, typeName(kind), presence);
+void Grammar::path(const char* name, std::optional<std::filesystem::path>& into, Value kind, const char* help) {
+    option(name, Presence::optional, pathInto(into), typeName(kind), help);
+}
+
+void Grammar::path(const char* name, std::filesystem::path& into, Value kind, const char* help) {
+    option(name, Presence::required, pathInto(into), typeName(kind), help);
 }
 
 void Grammar::files(const char* name, std::vector<std::filesystem::path>& into, const char* help, Presence presence) {
     auto* option = m_app.add_option_function<std::vector<std::string>>(
         name, [&into](const std::vector<std::string>& values) { into.assign(values.begin(), values.end()); }, help);
-    settle(*option, typeName(Value::file), presence);
+    option->type_name(typeName(Value::file));
+    option->required(presence == Presence::required);
 }
 
 Grammar Grammar::below(const char* name, const char* help) {
@@ -73,8 +98,7 @@ Grammar Grammar::below(const char* name, const char* help) {
 }
 
 Grammar Grammar::group(const char* name, const char* help) {
-    Grammar grammar = below(name, help);
-    return grammar;
+    return below(name, help);
 }
 
 const CLI::App& Grammar::root() const {

@@ -20,7 +20,8 @@ namespace {
 constexpr qsizetype largestInput = qsizetype(1) << 30;
 
 CommandError unreadableInput() {
-    return CommandError(QStringLiteral("Could not read standard input."), ImageIntakeError::emptyImage().recoverySuggestion());
+    return CommandError(QStringLiteral("Could not read standard input."),
+                        ImageIntakeError::emptyImage().recoverySuggestion());
 }
 
 std::expected<QByteArray, CommandError> standardInput() {
@@ -73,7 +74,8 @@ std::expected<void, CommandError> writePng(const QImage& image, const fs::path& 
     const auto told = [&](const platform::FileError& error) { return couldNotWrite(target, error.description()); };
     auto pending = platform::PendingFile::create(target.parent_path());
     if (!pending) return std::unexpected(told(pending.error()));
-    const auto written = pending->write(std::as_bytes(std::span(png.constData(), static_cast<std::size_t>(png.size()))));
+    const auto written =
+        pending->write(std::as_bytes(std::span(png.constData(), static_cast<std::size_t>(png.size()))));
     if (!written) return std::unexpected(told(written.error()));
     const auto replaced = pending->replace(target);
     if (!replaced) return std::unexpected(told(replaced.error()));

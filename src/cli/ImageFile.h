@@ -13,12 +13,12 @@ class AppSettings;
 
 namespace quillary::cli {
 
-/// Reads the image that a command names: a file, or standard input for "-", which counts as pasted data whose type is told
-/// by its first bytes. Only regular files are opened, so that a pipe without a writer keeps nobody waiting.
+/// Reads the image that a command names: a file, or standard input for "-", which counts as pasted data whose type is
+/// told by its first bytes. Only regular files are opened, so that a pipe without a writer keeps nobody waiting.
 std::expected<PastedImage, CommandError> readImage(const std::filesystem::path& file, const AppSettings& settings);
 
-/// Writes the image as PNG. The file is whole when it appears, and only the named one is replaced; what is no regular file
-/// is not. The folder must exist.
+/// Writes the image as PNG. The file is whole when it appears, and only the named one is replaced; what is no regular
+/// file is not. The folder must exist.
 std::expected<void, CommandError> writePng(const QImage& image, const std::filesystem::path& file);
 
 } // namespace quillary::cli

@@ -62,22 +62,24 @@ void tell(const PastedImage& image, Output& output) {
 std::expected<ExitStatus, CommandError> finish(const PastedImage& image, const std::optional<fs::path>& file,
                                                Output& output) {
     if (file) TRY(writePng(image.image, *file));
-    if (output.json()) output.document(described(image));
-    else tell(image, output);
+    if (output.json())
+        output.document(described(image));
+    else
+        tell(image, output);
     return ExitStatus::done;
 }
 
 class Intake final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.path("FILE", m_file, Value::file, "The picture; “-” reads standard input", Grammar::Presence::required);
+        grammar.path("FILE", m_file, Value::file, "The picture; “-” reads standard input");
         grammar.path("--output", m_output, Value::file, "Write the exported PNG here");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
-        return finish(TRY(readImage(*m_file, services.settings)), m_output, output);
+        return finish(TRY(readImage(m_file, services.settings)), m_output, output);
     }
 
-    std::optional<fs::path> m_file;
+    fs::path m_file;
     std::optional<fs::path> m_output;
 };
 
@@ -99,14 +101,14 @@ class Paste final : public Command {
         const auto clipboard = platform::systemClipboard();
         const auto focus = platform::focusForClipboard();
         const auto contents = clipboard->contents();
-        std::optional<Image> image;
+        Image image = std::unexpected(ImageIntakeError::nothingUsable());
         QEventLoop loop;
         const std::jthread asker([&] {
-            image.emplace(read(*contents, longEdge));
+            image = read(*contents, longEdge);
             QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
         });
         loop.exec();
-        return *std::move(image);
+        return image;
     }
 
     static Image read(platform::Pasteboard& pasteboard, int longEdge) {
@@ -121,25 +123,26 @@ class Paste final : public Command {
 
 class ThumbnailCommand final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.path("FILE", m_file, Value::file, "The file", Grammar::Presence::required);
-        grammar.path("--output", m_output, Value::file, "Write the PNG here", Grammar::Presence::required);
+        grammar.path("FILE", m_file, Value::file, "The file");
+        grammar.path("--output", m_output, Value::file, "Write the PNG here");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices&, Output& output) override {
         std::error_code missing;
-        const fs::path path = fs::absolute(*m_file, missing);
+        const fs::path path = fs::absolute(m_file, missing);
         const QImage picture = fs::is_regular_file(path, missing) ? Thumbnail::load(path) : QImage();
         if (picture.isNull()) return std::unexpected(ImageIntakeError::unreadableFile(path));
-        TRY(writePng(picture, *m_output));
+        TRY(writePng(picture, m_output));
         if (output.json())
             output.document(QJsonObject{{QStringLiteral("pixelWidth"), picture.width()},
                                         {QStringLiteral("pixelHeight"), picture.height()}});
-        else output.line(QStringLiteral("%1 × %2 pixels").arg(picture.width()).arg(picture.height()));
+        else
+            output.line(QStringLiteral("%1 × %2 pixels").arg(picture.width()).arg(picture.height()));
         return ExitStatus::done;
     }
 
-    std::optional<fs::path> m_file;
-    std::optional<fs::path> m_output;
+    fs::path m_file;
+    fs::path m_output;
 };
 
 } // namespace

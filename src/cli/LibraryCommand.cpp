@@ -10,8 +10,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const QString unavailable = QStringLiteral("Your chosen folder is not available — an external drive may be disconnected. "
-                                           "Using the default location until it is back.");
+const QString unavailable =
+    QStringLiteral("Your chosen folder is not available — an external drive may be disconnected. "
+                   "Using the default location until it is back.");
 
 std::expected<ExitStatus, CommandError> show(Storage& storage, Output& output) {
     const fs::path root = TRY(storage.root());
@@ -50,13 +51,13 @@ class LibraryShow final : public Command {
 
 class LibraryUse final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.path("DIR", m_folder, Value::folder, "The folder that is to hold “Quillary”", Grammar::Presence::required);
+        grammar.path("DIR", m_folder, Value::folder, "The folder that is to hold “Quillary”");
     }
     bool choosesLibrary() const override { return true; }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         std::error_code missing;
-        const fs::path folder = fs::absolute(*m_folder, missing);
+        const fs::path folder = fs::absolute(m_folder, missing);
         if (!fs::is_directory(folder, missing)) return std::unexpected(StorageError::noRoot());
         // Tried before it is stored, so that a folder that cannot be opened leaves the choice as it was.
         Storage attempt(services.settings.store(), services.bookmarks, services.desktop, folder);
@@ -65,7 +66,7 @@ class LibraryUse final : public Command {
         return show(services.storage, output);
     }
 
-    std::optional<fs::path> m_folder;
+    fs::path m_folder;
 };
 
 class LibraryDefault final : public Command {

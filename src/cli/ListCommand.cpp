@@ -32,8 +32,7 @@ void sortByName(Rows& rows, const LibraryItems& items) {
 
 class List final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "blocks", "recent", "builtin"}, "What to list",
-                       Grammar::Presence::required);
+        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "blocks", "recent", "builtin"}, "What to list");
         grammar.text("--collection", m_collection, "PATH", "Only this collection and what lies in it");
         grammar.flag("--unfiled", m_unfiled, "Only files in no collection");
         grammar.text("--set", m_set, "NAME", "Only this set of built-in icons");
@@ -71,7 +70,8 @@ class List final : public Command {
     std::expected<LibraryQuery, CommandError> query() const {
         const bool builtIn = m_shelf == u"builtin";
         if (m_set && !builtIn) return std::unexpected(usage("--set is for the built-in icons."));
-        if ((m_collection || m_unfiled) && builtIn) return std::unexpected(usage("Built-in icons lie in sets: use --set."));
+        if ((m_collection || m_unfiled) && builtIn)
+            return std::unexpected(usage("Built-in icons lie in sets: use --set."));
         if (m_collection && m_unfiled) return std::unexpected(usage("--collection and --unfiled exclude each other."));
         if ((m_sort == u"shortest" || m_sort == u"longest") && m_shelf != u"audio")
             return std::unexpected(usage("Only sounds are sorted by length."));
@@ -79,7 +79,8 @@ class List final : public Command {
         LibraryQuery query;
         if (const auto path = collectionOf(m_collection)) query.collection = CollectionFilter::named(*path);
         // The path "" is the shelf without its collections.
-        else if (m_unfiled || m_collection) query.collection = CollectionFilter::unfiled();
+        else if (m_unfiled || m_collection)
+            query.collection = CollectionFilter::unfiled();
         if (m_set) query.collection = CollectionFilter::builtIn(*m_set);
         query.favoritesOnly = m_favorites;
         if (m_format) query.format = m_format->toLower();
@@ -94,7 +95,7 @@ class List final : public Command {
     LibraryItems read(const CommandServices& services) const {
         if (m_shelf == u"builtin") return services.builtIns.items();
         if (m_shelf == u"recent") return services.storage.recentItems();
-        return services.storage.items(*folderNamed(*m_shelf));
+        return services.storage.items(folderNamed(m_shelf).value_or(Storage::Folder::images));
     }
 
     QJsonObject described(const LibraryItem& item, bool favorite) const {
@@ -120,11 +121,12 @@ class List final : public Command {
                              dateOf(item).toLocalTime().toString(QStringLiteral("yyyy-MM-dd hh:mm")),
                              item.collection.value_or(QString()), shown(item.url.filename())});
         }
-        output.table(table, {}, {Output::Paint::star, Output::Paint::faint, Output::Paint::faint, Output::Paint::strong});
+        output.table(table, {},
+                     {Output::Paint::star, Output::Paint::faint, Output::Paint::faint, Output::Paint::strong});
         output.talk(counted(static_cast<qsizetype>(rows.size()), u"file"));
     }
 
-    std::optional<QString> m_shelf;
+    QString m_shelf;
     std::optional<QString> m_collection;
     std::optional<QString> m_set;
     std::optional<QString> m_search;
@@ -136,15 +138,14 @@ class List final : public Command {
 
 class Collections final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "blocks"}, "Whose collections to list",
-                       Grammar::Presence::required);
+        grammar.choice("SHELF", m_shelf, {"images", "videos", "audio", "blocks"}, "Whose collections to list");
         grammar.text("--create", m_create, "PATH", "Make this collection first");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         TRY(services.storage.root());
         if (m_create) TRY(create(services.storage));
-        const auto [folders, files] = collectionsOf(*m_shelf, services.storage);
+        const auto [folders, files] = collectionsOf(m_shelf, services.storage);
         QStringList filed;
         for (const auto& collection : files)
             if (collection) filed.append(*collection);
@@ -157,20 +158,22 @@ class Collections final : public Command {
             array.append(QJsonObject{{QStringLiteral("path"), path}, {QStringLiteral("count"), count}});
             table.push_back({QString::number(count), path});
         }
-        if (output.json()) output.document(array);
-        else output.table(table, {0}, {Output::Paint::faint, Output::Paint::strong});
+        if (output.json())
+            output.document(array);
+        else
+            output.table(table, {0}, {Output::Paint::faint, Output::Paint::strong});
         return ExitStatus::done;
     }
 
     std::expected<void, CommandError> create(Storage& storage) const {
         const auto path = collectionOf(m_create);
         if (!path) return std::unexpected(CommandError::usage(QStringLiteral("A collection needs a name.")));
-        if (!createCollection(*path, *m_shelf, storage))
+        if (!createCollection(*path, m_shelf, storage))
             return std::unexpected(CommandError(QStringLiteral("Could not create the collection “%1”.").arg(*path)));
         return {};
     }
 
-    std::optional<QString> m_shelf;
+    QString m_shelf;
     std::optional<QString> m_create;
 };
 

@@ -36,11 +36,11 @@ QString padded(const QString& cell, qsizetype width, bool right) {
 } // namespace
 
 Output::Output(Style style)
-    : m_style(style)
-    , m_resultColours(coloursOn(STDOUT_FILENO))
-    , m_talkColours(coloursOn(STDERR_FILENO)) {}
+    : m_style(style), m_resultColours(coloursOn(STDOUT_FILENO)), m_talkColours(coloursOn(STDERR_FILENO)) {}
 
-bool Output::showsProgress() const { return !m_style.quiet && isatty(STDERR_FILENO); }
+bool Output::showsProgress() const {
+    return !m_style.quiet && isatty(STDERR_FILENO);
+}
 
 void Output::write(const QString& text) {
     const QByteArray bytes = text.toUtf8() + '\n';
@@ -55,7 +55,9 @@ void Output::document(const QJsonArray& array) {
     write(QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact)));
 }
 
-void Output::line(const QString& text) { write(harmless(text)); }
+void Output::line(const QString& text) {
+    write(harmless(text));
+}
 
 void Output::table(const std::vector<Row>& rows, const std::vector<std::size_t>& numbers,
                    const std::vector<Paint>& paints) {
@@ -98,10 +100,16 @@ void Output::failure(const CommandError& error) {
                              {QStringLiteral("suggestion"), jsonText(error.suggestion)}});
 }
 
-bool Output::finish() { return std::fflush(stdout) == 0 && !std::ferror(stdout); }
+bool Output::finish() {
+    return std::fflush(stdout) == 0 && !std::ferror(stdout);
+}
 
-QJsonValue jsonPath(const std::filesystem::path& path) { return shown(path); }
+QJsonValue jsonPath(const std::filesystem::path& path) {
+    return shown(path);
+}
 
-QJsonValue jsonText(const std::optional<QString>& text) { return text ? QJsonValue(*text) : QJsonValue(); }
+QJsonValue jsonText(const std::optional<QString>& text) {
+    return text ? QJsonValue(*text) : QJsonValue();
+}
 
 } // namespace quillary::cli

@@ -13,8 +13,8 @@ namespace quillary::cli {
 
 /// Where a command's words go: results to standard output, talk and errors to standard error.
 ///
-/// With `json` standard output gets exactly one JSON document and nothing else. Paths are bytes and JSON is text: bytes of
-/// a path that are no UTF-8 become U+FFFD there, so such a path cannot be read back from a document.
+/// With `json` standard output gets exactly one JSON document and nothing else. Paths are bytes and JSON is text: bytes
+/// of a path that are no UTF-8 become U+FFFD there, so such a path cannot be read back from a document.
 class Output {
 public:
     struct Style {

@@ -18,7 +18,8 @@ QString urlOf(const fs::path& argument) {
     return QString::fromLatin1(fileUrl(fs::absolute(argument, ignored)));
 }
 
-template <typename Enumeration> std::optional<Enumeration> valueOf(const std::optional<QString>& word) {
+template <typename Enumeration>
+std::optional<Enumeration> valueOf(const std::optional<QString>& word) {
     if (!word) return {};
     return static_cast<Enumeration>(QMetaEnum::fromType<Enumeration>().keyToValue(word->toLatin1().constData()));
 }

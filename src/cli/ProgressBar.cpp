@@ -38,7 +38,8 @@ void paint(const std::stop_token& stop, const BatchProgress& progress) {
 } // namespace
 
 ProgressBar::ProgressBar(const BatchProgress& progress, const Output& output) {
-    if (output.showsProgress()) m_painter = std::jthread([&progress](const std::stop_token& stop) { paint(stop, progress); });
+    if (!output.showsProgress()) return;
+    m_painter = std::jthread([&progress](const std::stop_token& stop) { paint(stop, progress); });
 }
 
 } // namespace quillary::cli

@@ -7,8 +7,8 @@
 
 namespace quillary::cli {
 
-/// Draws how far a batch is on the terminal, from a thread of its own, and wipes its line when it goes. Draws nothing where
-/// nobody watches, nor for work that is done at once.
+/// Draws how far a batch is on the terminal, from a thread of its own, and wipes its line when it goes. Draws nothing
+/// where nobody watches, nor for work that is done at once.
 class ProgressBar {
 public:
     /// `progress` outlives this object.

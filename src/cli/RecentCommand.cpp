@@ -11,7 +11,7 @@ namespace {
 
 class RecentAdd final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.path("FILE", m_file, Value::file, "The picture; “-” reads standard input", Grammar::Presence::required);
+        grammar.path("FILE", m_file, Value::file, "The picture; “-” reads standard input");
         grammar.text("--cutout", m_cutout, "METHOD", "Not in this version yet");
     }
 
@@ -19,15 +19,17 @@ class RecentAdd final : public Command {
         if (m_cutout)
             return std::unexpected(CommandError::usage(QStringLiteral("This version cannot cut out backgrounds yet.")));
         TRY(services.storage.root());
-        const PastedImage image = TRY(readImage(*m_file, services.settings));
+        const PastedImage image = TRY(readImage(m_file, services.settings));
         const auto written = TRY(services.storage.write(image, Storage::Folder::recent, {}));
         services.storage.pruneRecent(services.settings.recentLimit());
-        if (output.json()) output.document(QJsonObject{{QStringLiteral("path"), jsonPath(written)}});
-        else output.line(shown(written));
+        if (output.json())
+            output.document(QJsonObject{{QStringLiteral("path"), jsonPath(written)}});
+        else
+            output.line(shown(written));
         return ExitStatus::done;
     }
 
-    std::optional<std::filesystem::path> m_file;
+    std::filesystem::path m_file;
     std::optional<QString> m_cutout;
 };
 
@@ -37,8 +39,10 @@ class RecentPrune final : public Command {
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         TRY(services.storage.root());
         const int deleted = services.storage.pruneRecent(services.settings.recentLimit());
-        if (output.json()) output.document(QJsonObject{{QStringLiteral("deleted"), deleted}});
-        else output.line(QStringLiteral("Deleted %1.").arg(counted(deleted, u"file")));
+        if (output.json())
+            output.document(QJsonObject{{QStringLiteral("deleted"), deleted}});
+        else
+            output.line(QStringLiteral("Deleted %1.").arg(counted(deleted, u"file")));
         return ExitStatus::done;
     }
 };

@@ -45,8 +45,10 @@ class Save final : public Command {
         if (!result.ignored.empty())
             output.talk(QStringLiteral("Passed over %1 that the library does not keep.")
                             .arg(counted(static_cast<qsizetype>(result.ignored.size()), u"file")));
-        if (output.json()) output.document(described(result));
-        else output.line(result.summary());
+        if (output.json())
+            output.document(described(result));
+        else
+            output.line(result.summary());
         return result.failures.empty() ? ExitStatus::done : ExitStatus::failed;
     }
 
@@ -67,6 +69,8 @@ class Save final : public Command {
 
 } // namespace
 
-void declareSave(Grammar& root) { root.command<Save>("save", "File pictures, videos and sounds on the shelves"); }
+void declareSave(Grammar& root) {
+    root.command<Save>("save", "File pictures, videos and sounds on the shelves");
+}
 
 } // namespace quillary::cli

@@ -5,6 +5,7 @@
 #include "platform/Bookmarks.h"
 #include "platform/SettingsStore.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -43,10 +44,11 @@ QString keyNames() {
 
 std::optional<bool> truth(const QString& word) {
     const QString folded = word.toLower();
-    if (QStringList{QStringLiteral("true"), QStringLiteral("yes"), QStringLiteral("on"), QStringLiteral("1")}.contains(folded))
-        return true;
-    if (QStringList{QStringLiteral("false"), QStringLiteral("no"), QStringLiteral("off"), QStringLiteral("0")}.contains(folded))
-        return false;
+    const auto isOneOf = [&](std::initializer_list<QStringView> words) {
+        return std::ranges::find(words, folded) != words.end();
+    };
+    if (isOneOf({u"true", u"yes", u"on", u"1"})) return true;
+    if (isOneOf({u"false", u"no", u"off", u"0"})) return false;
     return {};
 }
 
@@ -83,7 +85,8 @@ QJsonValue value(const Key& key, const CommandServices& services) {
     if (key.kind == Kind::texts) return QJsonArray::fromStringList(stored.toStringList());
     if (key.kind == Kind::folders) {
         QJsonArray folders;
-        for (const QVariant& bookmark : stored.toList()) folders.append(folder(bookmark.toByteArray(), services.bookmarks));
+        for (const QVariant& bookmark : stored.toList())
+            folders.append(folder(bookmark.toByteArray(), services.bookmarks));
         return folders;
     }
     if (!stored.isValid()) return {};
@@ -111,10 +114,12 @@ class Settings final : public Command {
         if (key == keys().end())
             return std::unexpected(CommandError::usage(QStringLiteral("There is no setting “%1”.").arg(*m_key),
                                                        QStringLiteral("The settings are ") + keyNames() + u'.'));
-        if (m_value) TRY(store(*key, services.settings.store()));
+        if (m_value) TRY(store(*key, *m_value, services.settings.store()));
         const QJsonValue now = value(*key, services);
-        if (output.json()) output.document(QJsonObject{{key->name, now}});
-        else output.line(spelled(now));
+        if (output.json())
+            output.document(QJsonObject{{key->name, now}});
+        else
+            output.line(spelled(now));
         return ExitStatus::done;
     }
 
@@ -126,19 +131,23 @@ class Settings final : public Command {
             object.insert(key.name, now);
             rows.push_back({key.name, spelled(now)});
         }
-        if (output.json()) output.document(object);
-        else output.table(rows, {}, {Output::Paint::faint, Output::Paint::plain});
+        if (output.json())
+            output.document(object);
+        else
+            output.table(rows, {}, {Output::Paint::faint, Output::Paint::plain});
         return ExitStatus::done;
     }
 
-    std::expected<void, CommandError> store(const Key& key, platform::SettingsStore& store) const {
+    static std::expected<void, CommandError> store(const Key& key, const QString& word,
+                                                   platform::SettingsStore& store) {
         if (!key.expected)
-            return std::unexpected(CommandError::usage(QStringLiteral("“%1” is kept by the program itself.").arg(key.name)));
-        const QVariant wanted = parsed(*m_value, key.kind);
+            return std::unexpected(
+                CommandError::usage(QStringLiteral("“%1” is kept by the program itself.").arg(key.name)));
+        const QVariant wanted = parsed(word, key.kind);
         if (!wanted.isValid())
-            return std::unexpected(CommandError::usage(
-                QStringLiteral("“%1” is no value of “%2”.").arg(*m_value, key.name),
-                QStringLiteral("It takes %1.").arg(QLatin1StringView(key.expected))));
+            return std::unexpected(
+                CommandError::usage(QStringLiteral("“%1” is no value of “%2”.").arg(word, key.name),
+                                    QStringLiteral("It takes %1.").arg(QLatin1StringView(key.expected))));
         store.setValue(key.name, wanted);
         return {};
     }
@@ -149,6 +158,8 @@ class Settings final : public Command {
 
 } // namespace
 
-void declareSettings(Grammar& root) { root.command<Settings>("settings", "Show or change the settings"); }
+void declareSettings(Grammar& root) {
+    root.command<Settings>("settings", "Show or change the settings");
+}
 
 } // namespace quillary::cli

@@ -15,9 +15,7 @@ protected:
         return column(ended.array(), "path");
     }
 
-    QStringList favorites() const {
-        return column(json({u"list"_s, u"images"_s, u"--favorites"_s}).array(), "path");
-    }
+    QStringList favorites() const { return column(json({u"list"_s, u"images"_s, u"--favorites"_s}).array(), "path"); }
 
     QString image(const char* name) const { return text(root() / "Library/Images" / name); }
 };
@@ -76,8 +74,9 @@ TEST_F(FilesTest, OnlyFilesOfTheLibraryAreTouched) {
     writeFile(block.toStdString(), "<fcpxml/>");
     writeFile(root() / "loose.png", "loose");
     const QString around = text(root() / "Library/Images/../../../../../outside.png");
-    const QStringList strangers{outside, in("link.png"), text(root() / "loose.png"), text(root() / "Library/Images"),
-                                image("none.png"), around};
+    const QStringList strangers{
+        outside,           in("link.png"), text(root() / "loose.png"), text(root() / "Library/Images"),
+        image("none.png"), around};
     for (const QString& stranger : strangers) {
         EXPECT_EQ(json({u"rename"_s, stranger, u"x"_s}).status, 1) << stranger.toStdString();
         EXPECT_FALSE(json({u"rename"_s, stranger, u"x"_s}).error().isEmpty());
@@ -87,7 +86,8 @@ TEST_F(FilesTest, OnlyFilesOfTheLibraryAreTouched) {
     }
     for (const char* command : {"delete", "move --collection A"})
         EXPECT_TRUE(done(QString::fromLatin1(command).split(u' ').first(),
-                         QString::fromLatin1(command).split(u' ').mid(1) + QStringList{block}, 1).isEmpty());
+                         QString::fromLatin1(command).split(u' ').mid(1) + QStringList{block}, 1)
+                        .isEmpty());
     EXPECT_EQ(done(u"delete"_s, {outside, inside, image("none.png")}, 1), QStringList{inside});
     for (const QString& kept : {outside, in("link.png"), block, text(root() / "loose.png")})
         EXPECT_TRUE(fs::exists(kept.toStdString())) << kept.toStdString();
@@ -102,9 +102,7 @@ TEST_F(FilesTest, RecentKeepsWhatIsAllowed) {
     EXPECT_EQ(add("a.png", Qt::red), text(recent / "a.png"));
     EXPECT_EQ(add("a.png", Qt::blue), text(recent / "a 2.png"));
     EXPECT_EQ(add("b.png", Qt::red), text(recent / "b.png"));
-    const auto prune = [&] {
-        return json({u"recent"_s, u"prune"_s}).object()["deleted"_L1].toInt(-1);
-    };
+    const auto prune = [&] { return json({u"recent"_s, u"prune"_s}).object()["deleted"_L1].toInt(-1); };
     EXPECT_EQ(prune(), 0);
     fs::last_write_time(recent / "a.png", fs::file_time_type::clock::now() - std::chrono::hours(2));
     run({u"settings"_s, u"recentLimit"_s, u"2"_s});
@@ -112,8 +110,7 @@ TEST_F(FilesTest, RecentKeepsWhatIsAllowed) {
     EXPECT_FALSE(fs::exists(recent / "a.png"));
     fs::last_write_time(recent / "a 2.png", fs::file_time_type::clock::now() - std::chrono::hours(1));
     EXPECT_EQ(add("c.png", Qt::green), text(recent / "c.png"));
-    EXPECT_EQ(column(json({u"list"_s, u"recent"_s}).array(), "name"),
-              (QStringList{u"c"_s, u"b"_s}));
+    EXPECT_EQ(column(json({u"list"_s, u"recent"_s}).array(), "name"), (QStringList{u"c"_s, u"b"_s}));
 }
 
 } // namespace

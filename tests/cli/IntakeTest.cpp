@@ -14,7 +14,9 @@ using IntakeTest = ProgramTest;
 
 const std::string icon = R"(<svg xmlns="http://www.w3.org/2000/svg" width="100" height="50"><circle r="5"/></svg>)";
 
-QJsonObject facts(const char* document) { return QJsonDocument::fromJson(document).object(); }
+QJsonObject facts(const char* document) {
+    return QJsonDocument::fromJson(document).object();
+}
 
 TEST_F(IntakeTest, TellsWhatItRead) {
     struct Case {
@@ -28,8 +30,10 @@ TEST_F(IntakeTest, TellsWhatItRead) {
              "warning":"Small for a 4K timeline — fine at this size on screen, soft if you scale it up."})"},
         {picture("glass.png", QColor(1, 2, 3, 40), {1000, 1000}),
          R"({"name":"glass","pixelWidth":1000,"pixelHeight":1000,"hasAlphaChannel":true,"warning":null})"},
-        {picture("photo.JPG", Qt::green, {10, 20}, "JPG"), R"({"name":"photo","formatLabel":"JPG","hasAlphaChannel":false})"},
-        {in("icon.svg"), R"({"name":"icon","pixelWidth":4096,"pixelHeight":2048,"hasAlphaChannel":true,"formatLabel":"SVG",
+        {picture("photo.JPG", Qt::green, {10, 20}, "JPG"),
+         R"({"name":"photo","formatLabel":"JPG","hasAlphaChannel":false})"},
+        {in("icon.svg"),
+         R"({"name":"icon","pixelWidth":4096,"pixelHeight":2048,"hasAlphaChannel":true,"formatLabel":"SVG",
              "source":{"kind":"rasterizedVector","value":"icon.svg"},"provenance":"Rasterized from icon.svg"})"},
     };
     for (const auto& [file, expected] : cases) {
@@ -51,7 +55,8 @@ TEST_F(IntakeTest, WritesTheExportedPicture) {
     const QString output = in("out.png");
     writeFile(m_folder / "out.png", "old");
     ASSERT_EQ(run({u"intake"_s, source, u"--output"_s, output}).status, 0);
-    EXPECT_EQ(QImage(output).convertToFormat(QImage::Format_RGBA8888), QImage(source).convertToFormat(QImage::Format_RGBA8888));
+    EXPECT_EQ(QImage(output).convertToFormat(QImage::Format_RGBA8888),
+              QImage(source).convertToFormat(QImage::Format_RGBA8888));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder.path()), {}), 3) << "home, source and output";
 
     std::filesystem::create_directory(m_folder / "folder");

@@ -48,8 +48,7 @@ TEST_F(LibraryTest, AChosenFolderIsRemembered) {
 
     writeFile(m_folder / "file", "no folder");
     for (const char* wrong : {"none", "file"}) {
-        EXPECT_EQ(library({u"use"_s, in(wrong)}, 3)["error"_L1],
-                  u"Could not open the Quillary folder."_s);
+        EXPECT_EQ(library({u"use"_s, in(wrong)}, 3)["error"_L1], u"Could not open the Quillary folder."_s);
         EXPECT_EQ(rootNow(), in("drive/Quillary")) << "the choice stays";
     }
     EXPECT_EQ(library({u"default"_s})["isDefault"_L1], true);
@@ -58,12 +57,12 @@ TEST_F(LibraryTest, AChosenFolderIsRemembered) {
 
 TEST_F(LibraryTest, AFolderForOneRunIsNotRemembered) {
     const QString picture = this->picture("a.png");
-    const std::pair<const char*, const char*> folders[] = {
-        {"new/deep", "new/deep/Quillary"}, {"other/Quillary", "other/Quillary"}, {"third/quillary", "third/quillary/Quillary"}};
+    const std::pair<const char*, const char*> folders[] = {{"new/deep", "new/deep/Quillary"},
+                                                           {"other/Quillary", "other/Quillary"},
+                                                           {"third/quillary", "third/quillary/Quillary"}};
     for (const auto& [given, opened] : folders) {
         const Ended ended = json({u"save"_s, picture, u"--library"_s, QLatin1StringView(given)});
-        EXPECT_EQ(ended.object()["saved"_L1].toArray(),
-                  QJsonArray{in(opened) + u"/Library/Images/a.png"_s});
+        EXPECT_EQ(ended.object()["saved"_L1].toArray(), QJsonArray{in(opened) + u"/Library/Images/a.png"_s});
     }
     EXPECT_TRUE(setting("rootFolderBookmark").isNull());
     EXPECT_TRUE(setting("blocksLastRootPath").isNull());
@@ -77,9 +76,9 @@ TEST_F(LibraryTest, AFolderThatCannotBeOpenedEndsTheRun) {
     writeFile(m_folder / "file", "no folder");
     const QString picture = this->picture("a.png");
     for (const QString& folder : {in("file/x"), in("file"), u"/proc/none"_s}) {
-        for (const QStringList& words : {QStringList{u"library"_s}, QStringList{u"save"_s, picture},
-                                         QStringList{u"recent"_s, u"add"_s, picture},
-                                         QStringList{u"list"_s, u"images"_s}}) {
+        for (const QStringList& words :
+             {QStringList{u"library"_s}, QStringList{u"save"_s, picture}, QStringList{u"recent"_s, u"add"_s, picture},
+              QStringList{u"list"_s, u"images"_s}}) {
             const Ended ended = json(QStringList{u"--library"_s, folder} + words);
             EXPECT_EQ(ended.status, 3) << folder.toStdString();
             EXPECT_EQ(ended.error(), u"Could not open the Quillary folder."_s);
@@ -92,7 +91,8 @@ TEST_F(LibraryTest, SettingsTellTheValueInForce) {
     EXPECT_EQ(json({u"settings"_s}).object(),
               QJsonDocument::fromJson(R"({"rootFolderBookmark":null,"extraScopeBookmarks":[],"blocksLastRootPath":null,
                   "favouritePaths":[],"favouritesOnly":false,"recentLimit":0,"vectorLongEdge":4096,"previewVolume":0.7,
-                  "openOnLibrary":false})").object());
+                  "openOnLibrary":false})")
+                  .object());
     struct Case {
         const char* key;
         const char* value;
@@ -119,7 +119,8 @@ TEST_F(LibraryTest, SettingsTellTheValueInForce) {
         {"rootFolderBookmark", "x", QJsonValue(), 2},
     };
     for (const auto& [key, value, inForce, status] : cases) {
-        EXPECT_EQ(json({u"settings"_s, QLatin1StringView(key), QLatin1StringView(value)}).status, status) << key << value;
+        EXPECT_EQ(json({u"settings"_s, QLatin1StringView(key), QLatin1StringView(value)}).status, status)
+            << key << value;
         EXPECT_EQ(setting(key), inForce) << key << value;
     }
     EXPECT_EQ(run({u"settings"_s, u"vectorLongEdge"_s}).out, "2048\n");

@@ -86,8 +86,7 @@ TEST_F(ListTest, CountsCollectionsWithWhatLiesBelow) {
     EXPECT_EQ(collections({u"images"_s, u"--create"_s, u"New /  One "_s}),
               found + QStringList({u"New=0"_s, u"New / One=0"_s}));
     EXPECT_EQ(collections({u"blocks"_s}), QStringList{u"Titles=0"_s});
-    EXPECT_EQ(collections({u"audio"_s, u"--create"_s, u"../../up"_s}),
-              QStringList{u"-.-..-up=0"_s});
+    EXPECT_EQ(collections({u"audio"_s, u"--create"_s, u"../../up"_s}), QStringList{u"-.-..-up=0"_s});
     EXPECT_EQ(json({u"collections"_s, u"images"_s, u"--create"_s, u" / "_s}).status, 2);
 }
 

@@ -15,7 +15,9 @@
 #include <gtest/gtest.h>
 #include <ostream>
 
-inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
 
 namespace quillary::test {
 
@@ -34,9 +36,7 @@ protected:
         QString error() const { return object()["error"_L1].toString(); }
     };
 
-    Ended run(const QStringList& words, const QByteArray& input = {}) const {
-        return start(program(), words, input);
-    }
+    Ended run(const QStringList& words, const QByteArray& input = {}) const { return start(program(), words, input); }
     Ended json(const QStringList& words) const { return run(QStringList{u"--json"_s} + words); }
 
     Ended start(const QString& command, const QStringList& words, const QByteArray& input = {}) const {
@@ -96,7 +96,7 @@ protected:
     std::filesystem::path root() const { return m_folder / "home/Movies/Quillary"; }
 
     TemporaryFolder m_folder;
-    std::function<void()> m_beforeStart; ///< runs in the child
+    std::function<void()> m_beforeStart;      ///< runs in the child
     static constexpr int longestRun = 20'000; ///< ms
 };
 

@@ -31,11 +31,11 @@ TEST_F(SaveTest, FilesAMixedBatch) {
     writeFile(m_folder / "boing.wav", "sound");
     writeFile(m_folder / "notes.txt", "text");
     writeFile(m_folder / "broken.png", "no picture");
-    const QJsonObject result =
-        save({one, picture("two.png", Qt::blue, {9, 9}), in("clip.mp4"), in("boing.wav"), in("notes.txt"), in("broken.png"),
-              in("none.png")}, 1);
+    const QJsonObject result = save({one, picture("two.png", Qt::blue, {9, 9}), in("clip.mp4"), in("boing.wav"),
+                                     in("notes.txt"), in("broken.png"), in("none.png")},
+                                    1);
     EXPECT_EQ(summary(result), u"Saved 1 · 1 video to Videos · 1 sound to Audio · 1 already in your library · "
-          u"couldn't read 2"_s);
+                               u"couldn't read 2"_s);
     EXPECT_EQ(count(result, "saved"), 3);
     EXPECT_EQ(result["duplicates"_L1].toArray(), QJsonArray{one});
     EXPECT_EQ(column(result["failures"_L1].toArray(), "file"), (QStringList{in("broken.png"), in("none.png")}));
@@ -45,9 +45,9 @@ TEST_F(SaveTest, FilesAMixedBatch) {
 }
 
 TEST_F(SaveTest, DifferentPicturesOfOneNameAreNumbered) {
-    const QJsonObject result = save({picture("x/Logo.png", Qt::red, {5, 5}), picture("y/Logo.png", Qt::blue, {50, 50}),
-                                     picture("z/Logo.png", Qt::green, {500, 50}), u"--collection"_s,
-                                     u" Logos /  Sports "_s});
+    const QJsonObject result =
+        save({picture("x/Logo.png", Qt::red, {5, 5}), picture("y/Logo.png", Qt::blue, {50, 50}),
+              picture("z/Logo.png", Qt::green, {500, 50}), u"--collection"_s, u" Logos /  Sports "_s});
     const fs::path folder = root() / "Library/Images/Logos/Sports";
     EXPECT_EQ(result["saved"_L1].toArray(),
               (QJsonArray{text(folder / "Logo.png"), text(folder / "Logo 2.png"), text(folder / "Logo 3.png")}));
@@ -76,12 +76,11 @@ TEST_F(SaveTest, NamesStayInsideTheFolder) {
     const std::string longName = std::string(250, 'n') + ".png";
     fs::rename(picture("short.png").toStdString(), m_folder / longName);
     fs::rename(picture("plain.png").toStdString(), m_folder / "a\x1b[31m\nb.png");
-    const Ended ended = run({u"save"_s, in(longName.c_str()), in("a\x1b[31m\nb.png"), picture("|?*.png"),
-                             picture("..png")});
+    const Ended ended =
+        run({u"save"_s, in(longName.c_str()), in("a\x1b[31m\nb.png"), picture("|?*.png"), picture("..png")});
     EXPECT_EQ(ended.status, 0) << ended.err.toStdString();
     const QStringList names = column(json({u"list"_s, u"images"_s}).array(), "name");
-    EXPECT_THAT(names, testing::UnorderedElementsAre(QString(80, u'n'), u"a-[31m-b"_s, u"---"_s,
-                                                     u"-"_s));
+    EXPECT_THAT(names, testing::UnorderedElementsAre(QString(80, u'n'), u"a-[31m-b"_s, u"---"_s, u"-"_s));
     EXPECT_FALSE(run({u"list"_s, u"images"_s}).out.contains('\x1b'));
 }
 

@@ -47,7 +47,8 @@ TEST_F(UsageTest, HelpAndVersionAreDone) {
 }
 
 TEST_F(UsageTest, GlobalOptionsStandBeforeAndAfterTheCommand) {
-    for (const char* words : {"--json --library one library", "library --library one --json", "--json library --library=one"}) {
+    for (const char* words :
+         {"--json --library one library", "library --library one --json", "--json library --library=one"}) {
         const Ended ended = run(QString::fromUtf8(words).split(u' '));
         EXPECT_EQ(ended.status, 0) << words;
         EXPECT_EQ(ended.object()["root"_L1].toString(), in("one/Quillary")) << words;
@@ -105,7 +106,8 @@ try() { COMP_WORDS=(quillary "$@"); COMP_CWORD=$#; _quillary; echo "${COMPREPLY[
     }
     for (const char* shell : {"zsh", "fish"})
         EXPECT_THAT(run({u"completion"_s, QLatin1StringView(shell)}).out.toStdString(),
-                    testing::AllOf(testing::HasSubstr("vectorLongEdge"), testing::HasSubstr("newest name"))) << shell;
+                    testing::AllOf(testing::HasSubstr("vectorLongEdge"), testing::HasSubstr("newest name")))
+            << shell;
 }
 
 } // namespace

@@ -13,6 +13,13 @@
 
 namespace quillary {
 
+namespace {
+
+/// Main thread only.
+int dragsUnderWay = 0;
+
+} // namespace
+
 DragSourceNSView::DragSourceNSView(QQuickItem* parent) : QQuickItem(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
     setAcceptHoverEvents(true);
@@ -130,10 +137,16 @@ void DragSourceNSView::run(const QPointer<DragSourceNSView>& source, QDrag* drag
     // The drag takes the button's release for itself, so the press ends here.
     source->m_pressedAt.reset();
     source->ungrabMouse();
+    ++dragsUnderWay;
     drag->exec(Qt::CopyAction);
+    --dragsUnderWay;
     if (!source) return;
     source->m_look.reset();
     source->setDidDrag(false);
+}
+
+bool DragSourceNSView::anyUnderWay() {
+    return dragsUnderWay > 0;
 }
 
 void DragSourceNSView::setDidDrag(bool on) {

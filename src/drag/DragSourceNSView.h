@@ -54,6 +54,10 @@ public:
     void setOpenHandCursor(bool on);
     bool dragging() const { return m_didDrag; }
 
+    /// Whether a drag from any item of this program is under way. The toolkit's own answer stays true long after the
+    /// end: it keeps the last drag for receivers that are slow to fetch.
+    static bool anyUnderWay();
+
 Q_SIGNALS:
     /// A drag begins: the handler writes the file's URL into the request, quickly.
     void urlRequested(quillary::DragRequest* request);

@@ -1,5 +1,7 @@
 #include "drag/PanelDropTarget.h"
 
+#include "drag/DragSourceNSView.h"
+
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <utility>
@@ -32,8 +34,7 @@ void PanelDropTarget::dropEvent(QDropEvent* event) {
 }
 
 bool PanelDropTarget::accept(QDropEvent* event) {
-    const bool foreign = !event->source();
-    if (!foreign || !event->possibleActions().testFlag(Qt::CopyAction)) {
+    if (DragSourceNSView::anyUnderWay() || !event->possibleActions().testFlag(Qt::CopyAction)) {
         event->ignore();
         return false;
     }

@@ -121,7 +121,7 @@ class Road(unittest.TestCase):
 
     def drag_out(self):
         """Drags the staged picture into the other program and returns the file that arrived there."""
-        target = self.desktop.start([program("drop_target"), "--geometry", "700,100,400,300"])
+        target = self.desktop.start([program("drop_target"), "--place", "700,100,400,300"])
         target.wait_for("ready")
         left, top, right, bottom = self.shown(TARGET)
         self.desktop.drag((self.left + 190, self.top + 150), ((left + right) // 2, (top + bottom) // 2))
@@ -204,6 +204,8 @@ class Road(unittest.TestCase):
         self.drop(folder / "one.png")
         self.save()
         self.saved("one.png")
+        # A drag out before, which must not make the panel refuse the drag in.
+        self.assertEqual(self.drag_out(), self.root / "Recent" / "one.png")
         self.drop(folder)
         wait_until(lambda: (self.root / "Library/Audio/sound.wav").exists(), 10, "the batch")
         self.saved("one.png", "two.png")
@@ -211,7 +213,7 @@ class Road(unittest.TestCase):
     def drop(self, path):
         offer = self.folder / "drag"
         offer.write_bytes(b"file://" + os.fsencode(path) + b"\r\n")
-        source = self.desktop.start([program("drag_source"), "--geometry", "700,100,400,300", "--data",
+        source = self.desktop.start([program("drag_source"), "--place", "700,100,400,300", "--data",
                                      f"text/uri-list={offer}"])
         source.wait_for("ready")
         time.sleep(0.5)

@@ -198,7 +198,9 @@ TEST_F(ShelfIndexTest, readsEverythingAgainWhenChangesWereLost) {
     int queue = 16384;
     limit >> queue;
     if (queue > 100'000) GTEST_SKIP() << "the queue of this system holds " << queue << " changes";
-    for (int i = 0; i <= queue; ++i) setDate(shelf / "a.png", 2 * i), setDate(shelf / "a.png", 1), file("b.png", i);
+    // In turn, since the same change told twice in a row is told once.
+    file("b.png");
+    for (int i = 0; i <= queue; ++i) setDate(shelf / (i % 2 ? "a.png" : "b.png"), i);
     file("last.png");
     EXPECT_TRUE(kept.refresh());
     EXPECT_EQ(shown(kept), (std::set<std::string>{"a.png", "b.png", "last.png"}));

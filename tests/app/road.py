@@ -213,15 +213,16 @@ class Road(unittest.TestCase):
     def drop(self, path):
         offer = self.folder / "drag"
         offer.write_bytes(b"file://" + os.fsencode(path) + b"\r\n")
-        source = self.desktop.start([program("drag_source"), "--place", "700,100,400,300", "--data",
+        source = self.desktop.start([program("drag_source"), "--place", "700,100,400,300", "--count", "2", "--data",
                                      f"text/uri-list={offer}"])
         source.wait_for("ready")
         time.sleep(0.5)
         begin = self.source_window()
         self.desktop.drag(begin, (self.left + 190, self.top + 200))
         source.wait_for("dragged")
+        # The drop is told to be done before all of it was fetched, so the source stays for a while.
+        time.sleep(2)
         source.stop()
-        time.sleep(1)
 
     def source_window(self):
         if not WAYLAND:

@@ -53,7 +53,7 @@ Figures measure(const std::vector<std::string>& command) {
     return {seconds(used.ru_utime) + seconds(used.ru_stime), wall.count(), double(used.ru_maxrss) / 1024};
 }
 
-double median(const std::vector<Figures>& runs, double Figures::* figure) {
+double median(const std::vector<Figures>& runs, double Figures::*figure) {
     std::vector<double> values;
     for (const Figures& run : runs) values.push_back(run.*figure);
     std::ranges::nth_element(values, values.begin() + std::ssize(values) / 2);

@@ -31,8 +31,7 @@ constexpr int quietTicks = 4;
 /// A window of our own around the view that a host would otherwise give a place.
 class PanelWindow : public QQuickWindow {
 public:
-    PanelWindow(QuillaryViewController& controller, const platform::Desktop& desktop)
-        : m_controller(controller) {
+    PanelWindow(QuillaryViewController& controller, const platform::Desktop& desktop) : m_controller(controller) {
         setTitle(QStringLiteral("Quillary"));
         setMinimumSize(smallest);
         resize(QuillaryViewController::initialSize.toSize());
@@ -71,7 +70,8 @@ void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
     for (const QString& argument : arguments) {
         const auto file = pathOfFileUrl(argument.toUtf8());
         std::error_code ignored;
-        items.push_back(platform::ItemProvider::file(file ? *file : std::filesystem::absolute(pathOf(argument), ignored)));
+        items.push_back(
+            platform::ItemProvider::file(file ? *file : std::filesystem::absolute(pathOf(argument), ignored)));
     }
     if (!items.empty()) model.handleDrop(items);
 }
@@ -81,9 +81,7 @@ void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
 class Settled : public QObject {
 public:
     Settled(PanelWindow& window, PanelModel& model, std::optional<std::filesystem::path> screenshot)
-        : m_window(window)
-        , m_model(model)
-        , m_screenshot(std::move(screenshot)) {
+        : m_window(window), m_model(model), m_screenshot(std::move(screenshot)) {
         m_waited.start();
         m_tick.setInterval(100ms);
         connect(&m_tick, &QTimer::timeout, this, &Settled::look);
@@ -120,8 +118,7 @@ void preparePanelApplication(const PanelOptions& options) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
-int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options,
-             RunUntil until) {
+int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options, RunUntil until) {
     QThreadPool work;
     QThreadPool saves;
     saves.setMaxThreadCount(1);
@@ -147,9 +144,11 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         window.show();
         takeArguments(model, options.arguments);
         std::optional<Settled> settled;
-        if (options.screenshot || until == RunUntil::settled) settled.emplace(window, model, options.screenshot);
+        if (options.screenshot || until == RunUntil::settled)
+            settled.emplace(window, model, options.screenshot);
         else if (until == RunUntil::firstFrame)
-            QObject::connect(&window, &QQuickWindow::frameSwapped, &application, &QGuiApplication::quit, Qt::QueuedConnection);
+            QObject::connect(&window, &QQuickWindow::frameSwapped, &application, &QGuiApplication::quit,
+                             Qt::QueuedConnection);
         status = application.exec();
     }
     saves.waitForDone();

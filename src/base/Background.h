@@ -20,16 +20,15 @@ namespace quillary {
 /// dropped, so a late result can never overwrite a newer one.
 ///
 ///     Background m_staging{pool};
-///     m_staging.run([bytes](std::stop_token stop) { return decode(bytes, stop); }, [this](auto image) { show(image); });
+///     m_staging.run([bytes](std::stop_token stop) { return decode(bytes, stop); }, [this](auto image) { show(image);
+///     });
 ///
 /// Workers must not touch anything that this object's owner may destroy: they take values. The pool outlives this
 /// object. All members are called on the thread that this object lives in.
 class Background : public QObject {
 public:
     explicit Background(QThreadPool& pool, QObject* parent = nullptr)
-        : QObject(parent)
-        , m_pool(pool)
-        , m_link(std::make_shared<Link>(this)) {}
+        : QObject(parent), m_pool(pool), m_link(std::make_shared<Link>(this)) {}
     ~Background() override {
         m_stop.request_stop();
         const std::scoped_lock lock(m_link->mutex);
@@ -38,7 +37,8 @@ public:
     Q_DISABLE_COPY_MOVE(Background)
 
     /// Starts a request that replaces the one before it.
-    template <std::invocable<std::stop_token> Work, typename Done> void run(Work work, Done done) {
+    template <std::invocable<std::stop_token> Work, typename Done>
+    void run(Work work, Done done) {
         cancel();
         m_stop = std::stop_source();
         m_busy = true;
@@ -49,9 +49,10 @@ public:
         });
     }
 
-    /// Starts work whose result always counts, whatever else is asked: nothing replaces or cancels it. The pool finishes it
-    /// even when this object goes; only `done` is then not called.
-    template <std::invocable<std::stop_token> Work, typename Done> void every(Work work, Done done) {
+    /// Starts work whose result always counts, whatever else is asked: nothing replaces or cancels it. The pool
+    /// finishes it even when this object goes; only `done` is then not called.
+    template <std::invocable<std::stop_token> Work, typename Done>
+    void every(Work work, Done done) {
         start(std::move(work), std::stop_token(), std::move(done));
     }
 
@@ -68,13 +69,13 @@ public:
 private:
     /// What a worker holds of its way home: cleared under the lock when this object goes.
     struct Link {
-        explicit Link(Background* receiver)
-            : home(receiver) {}
+        explicit Link(Background* receiver) : home(receiver) {}
         std::mutex mutex;
         Background* home;
     };
 
-    template <typename Work, typename Done> void start(Work work, std::stop_token stop, Done done) {
+    template <typename Work, typename Done>
+    void start(Work work, std::stop_token stop, Done done) {
         using Result = std::invoke_result_t<Work, std::stop_token>;
         struct Job {
             Work work;

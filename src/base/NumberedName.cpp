@@ -9,13 +9,14 @@ namespace {
 constexpr std::size_t longestName = 255;
 constexpr std::size_t longestExtension = 32;
 
-bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
 
 } // namespace
 
 NumberedName::NumberedName(std::string stem, std::string extension)
-    : m_stem(std::move(stem))
-    , m_extension(std::move(extension)) {
+    : m_stem(std::move(stem)), m_extension(std::move(extension)) {
     if (m_extension.size() > longestExtension) {
         m_stem += '.' + m_extension;
         m_extension.clear();

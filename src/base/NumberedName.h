@@ -8,8 +8,8 @@ namespace quillary {
 /// The sequence of file names that is tried when a file is placed in a folder: "stem.ext", "stem 2.ext", "stem 3.ext" …
 ///
 /// Names are bytes as the file system keeps them. Every name of the sequence fits into 255 bytes: a stem that is too
-/// long is shortened at a UTF-8 character boundary, never the number or the extension (extensions over 32 bytes count as
-/// part of the stem).
+/// long is shortened at a UTF-8 character boundary, never the number or the extension (extensions over 32 bytes count
+/// as part of the stem).
 class NumberedName {
 public:
     /// `extension` without its dot; empty for a name without one.

@@ -10,11 +10,17 @@ QString foldedForSearch(const QString& text) {
     return text.normalized(QString::NormalizationForm_KC).toCaseFolded().normalized(QString::NormalizationForm_KC);
 }
 
-QString shown(const std::filesystem::path& path) { return QString::fromUtf8(path.native()); }
+QString shown(const std::filesystem::path& path) {
+    return QString::fromUtf8(path.native());
+}
 
-QString shownStem(const std::filesystem::path& path) { return QString::fromUtf8(path.stem().native()); }
+QString shownStem(const std::filesystem::path& path) {
+    return QString::fromUtf8(path.stem().native());
+}
 
-std::filesystem::path pathOf(const QString& text) { return {text.toStdString()}; }
+std::filesystem::path pathOf(const QString& text) {
+    return {text.toStdString()};
+}
 
 std::string lowercaseExtension(const std::filesystem::path& path) {
     std::string extension = path.extension().native();

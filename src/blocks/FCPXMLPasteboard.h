@@ -31,7 +31,8 @@ bool isFCPXML(QByteArrayView bytes);
 std::optional<QByteArray> xml(platform::Pasteboard& pasteboard);
 std::optional<QByteArray> xml(const platform::ItemProvider& item);
 
-/// Whether there are clips and nothing that could be pasted: the private type without FCPXML and without a file or image.
+/// Whether there are clips and nothing that could be pasted: the private type without FCPXML and without a file or
+/// image.
 bool holdsFinalCutClips(platform::Pasteboard& pasteboard);
 /// Whether a dropped item is a clip: it carries FCPXML, or the private type and no file.
 bool carriesClips(const platform::ItemProvider& item);

@@ -17,9 +17,8 @@ namespace {
 std::optional<Storage::Folder> destination(const fs::path& file) {
     if (const auto shelf = Storage::shelf(file)) return shelf;
     const QString type = platform::contentType(file);
-    const bool picture = std::ranges::any_of(ImageIntake::acceptedFileTypes(), [&](const QString& accepted) {
-        return platform::conforms(type, accepted);
-    });
+    const bool picture = std::ranges::any_of(
+        ImageIntake::acceptedFileTypes(), [&](const QString& accepted) { return platform::conforms(type, accepted); });
     return picture ? std::optional(Storage::Folder::images) : std::nullopt;
 }
 
@@ -32,31 +31,35 @@ void walk(const fs::path& folder, std::vector<fs::path>& files, const std::stop_
     std::ranges::sort(entries);
     for (const fs::path& entry : entries) {
         std::error_code ignored;
-        if (fs::is_directory(fs::symlink_status(entry, ignored))) walk(entry, files, stop);
-        else if (fs::is_regular_file(entry, ignored)) files.push_back(entry);
+        if (fs::is_directory(fs::symlink_status(entry, ignored)))
+            walk(entry, files, stop);
+        else if (fs::is_regular_file(entry, ignored))
+            files.push_back(entry);
     }
 }
 
 class Batch {
 public:
     Batch(Storage& storage, const BatchTarget& target, int longEdge, std::stop_token stop)
-        : m_storage(storage)
-        , m_target(target)
-        , m_longEdge(longEdge)
-        , m_stop(std::move(stop)) {}
+        : m_storage(storage), m_target(target), m_longEdge(longEdge), m_stop(std::move(stop)) {}
 
     void add(const fs::path& file) {
         std::error_code missing;
         if (!fs::is_regular_file(file, missing)) {
             // Sockets and pipes are never opened, not even to see what they hold.
-            if (fs::exists(file, missing) && !Storage::shelf(file)) m_result.ignored.push_back(file);
-            else fail(file, ImageIntakeError::unreadableFile(file).description());
+            if (fs::exists(file, missing) && !Storage::shelf(file))
+                m_result.ignored.push_back(file);
+            else
+                fail(file, ImageIntakeError::unreadableFile(file).description());
             return;
         }
         const auto shelf = destination(file);
-        if (!shelf) m_result.ignored.push_back(file);
-        else if (*shelf == Storage::Folder::images) addImage(file);
-        else addVerbatim(file, *shelf);
+        if (!shelf)
+            m_result.ignored.push_back(file);
+        else if (*shelf == Storage::Folder::images)
+            addImage(file);
+        else
+            addVerbatim(file, *shelf);
     }
 
     BatchResult take() { return std::move(m_result); }
@@ -112,8 +115,10 @@ std::vector<fs::path> filesIn(const std::vector<fs::path>& urls, std::stop_token
     std::vector<fs::path> files;
     for (const fs::path& url : urls) {
         std::error_code ignored;
-        if (fs::is_directory(url, ignored)) walk(url, files, stop);
-        else files.push_back(url);
+        if (fs::is_directory(url, ignored))
+            walk(url, files, stop);
+        else
+            files.push_back(url);
     }
     return files;
 }

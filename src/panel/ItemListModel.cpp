@@ -38,30 +38,40 @@ std::vector<Range> ranges(const std::vector<bool>& marks) {
 } // namespace
 
 ItemListModel::ItemListModel(IsFavorite isFavorite, QObject* parent)
-    : QAbstractListModel(parent)
-    , m_isFavorite(std::move(isFavorite)) {}
+    : QAbstractListModel(parent), m_isFavorite(std::move(isFavorite)) {}
 
-int ItemListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : count(); }
+int ItemListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count();
+}
 
 QVariant ItemListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
     const LibraryItem& at = item(index.row());
     switch (role) {
-    case UrlRole: return QString::fromLatin1(fileUrl(at.url));
+    case UrlRole:
+        return QString::fromLatin1(fileUrl(at.url));
     case Qt::DisplayRole:
-    case NameRole: return shownStem(at.url);
-    case CollectionRole: return at.collection.value_or(QString());
-    case FormatRole: return at.sourceFormat.value_or(QString());
-    case FavoriteRole: return m_isFavorite(at);
-    case BuiltInRole: return at.isBuiltIn;
-    case StampRole: return QString::number(at.modified.time_since_epoch().count());
-    default: return {};
+    case NameRole:
+        return shownStem(at.url);
+    case CollectionRole:
+        return at.collection.value_or(QString());
+    case FormatRole:
+        return at.sourceFormat.value_or(QString());
+    case FavoriteRole:
+        return m_isFavorite(at);
+    case BuiltInRole:
+        return at.isBuiltIn;
+    case StampRole:
+        return QString::number(at.modified.time_since_epoch().count());
+    default:
+        return {};
     }
 }
 
 QHash<int, QByteArray> ItemListModel::roleNames() const {
-    return {{UrlRole, "url"},       {NameRole, "name"},         {CollectionRole, "collection"}, {FormatRole, "format"},
-            {FavoriteRole, "star"}, {BuiltInRole, "isBuiltIn"}, {StampRole, "stamp"}};
+    return {{UrlRole, "url"},       {NameRole, "name"},     {CollectionRole, "collection"},
+            {FormatRole, "format"}, {FavoriteRole, "star"}, {BuiltInRole, "isBuiltIn"},
+            {StampRole, "stamp"}};
 }
 
 void ItemListModel::show(std::shared_ptr<const LibraryItems> items) {
@@ -76,8 +86,7 @@ void ItemListModel::show(std::shared_ptr<const LibraryItems> items, std::vector<
     const bool sameList = m_items == items;
     const auto same = [&](quint32 a, quint32 b) { return sameList ? a == b : before[a].url == after[b].url; };
 
-    const auto head = static_cast<std::size_t>(
-        std::ranges::mismatch(m_rows, rows, same).in1 - m_rows.begin());
+    const auto head = static_cast<std::size_t>(std::ranges::mismatch(m_rows, rows, same).in1 - m_rows.begin());
     const std::size_t shorter = std::min(m_rows.size(), rows.size());
     std::size_t tail = 0;
     while (tail < shorter - head && same(m_rows[m_rows.size() - 1 - tail], rows[rows.size() - 1 - tail])) ++tail;

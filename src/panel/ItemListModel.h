@@ -10,8 +10,8 @@
 
 namespace quillary {
 
-/// A shelf's visible items as a list model. A new list is taken over by inserting and removing what differs, so that scroll
-/// position, selection and a running drag survive; the model is never reset. Main thread.
+/// A shelf's visible items as a list model. A new list is taken over by inserting and removing what differs, so that
+/// scroll position, selection and a running drag survive; the model is never reset. Main thread.
 class ItemListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT

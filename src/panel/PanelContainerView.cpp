@@ -15,8 +15,7 @@ bool editsText(const QQuickItem* item) {
 
 } // namespace
 
-PanelContainerView::PanelContainerView(QQuickItem* parent)
-    : QQuickItem(parent) {
+PanelContainerView::PanelContainerView(QQuickItem* parent) : QQuickItem(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
     setFlag(ItemIsFocusScope);
     setFocus(true);

@@ -3,7 +3,9 @@
 
 namespace quillary {
 
-void PanelModel::setEdgeRefine(double amount) { write(m_edgeRefine, amount, &PanelModel::edgeRefineChanged); }
+void PanelModel::setEdgeRefine(double amount) {
+    write(m_edgeRefine, amount, &PanelModel::edgeRefineChanged);
+}
 
 void PanelModel::setShowCutout(bool on) {
     setStaged({});

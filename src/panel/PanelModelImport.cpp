@@ -40,11 +40,15 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
         setLibraryKind(LibraryKind::blocks);
         note(QStringLiteral("This version cannot keep Final Cut clips yet"));
         break;
-    case DropReader::Contents::image: stageDropped(items.front()); break;
+    case DropReader::Contents::image:
+        stageDropped(items.front());
+        break;
     case DropReader::Contents::batch:
         DropReader::fileURLs(items, this, [this](const std::vector<fs::path>& urls) { saveToLibrary(urls); });
         break;
-    case DropReader::Contents::nothing: fail(nothingReadable, dropPictures); break;
+    case DropReader::Contents::nothing:
+        fail(nothingReadable, dropPictures);
+        break;
     }
 }
 

@@ -39,7 +39,9 @@ QStringList formatsOf(const LibraryItems& items) {
 
 } // namespace
 
-void PanelModel::refreshLibrary() { refreshLibrary(Refresh::asked); }
+void PanelModel::refreshLibrary() {
+    refreshLibrary(Refresh::asked);
+}
 
 void PanelModel::refreshLibrary(Refresh cause) {
     m_imagesShelf.refresh.run(
@@ -171,7 +173,8 @@ void PanelModel::createCollection(const QString& name) {
 void PanelModel::rename(const LibraryItem& item, const QString& name, Storage::Folder folder) {
     if (item.isBuiltIn) return;
     const auto renamed = m_storage.rename(item.url, name);
-    const QString text = renamed ? QStringLiteral("Renamed to “%1”").arg(shownStem(*renamed)) : renamed.error().description();
+    const QString text =
+        renamed ? QStringLiteral("Renamed to “%1”").arg(shownStem(*renamed)) : renamed.error().description();
     if (renamed) reloadFavorites();
     switch (folder) {
     case Storage::Folder::audio:

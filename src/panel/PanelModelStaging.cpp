@@ -202,11 +202,9 @@ std::expected<fs::path, QString> PanelModel::fileOnDisk() {
 }
 
 void PanelModel::pruneRecentInBackground() {
-    m_saving.every(
-        [&storage = m_storage, limit = m_settings.recentLimit()](const std::stop_token&) {
-            return storage.pruneRecent(limit);
-        },
-        [this](int) { refreshLibrary(); });
+    m_saving.every([&storage = m_storage,
+                    limit = m_settings.recentLimit()](const std::stop_token&) { return storage.pruneRecent(limit); },
+                   [this](int) { refreshLibrary(); });
 }
 
 QString PanelModel::stagedFileUrl() {

@@ -15,9 +15,7 @@ constexpr int fadeInMilliseconds = 150;
 
 QuillaryViewController::QuillaryViewController(const PanelModel::Collaborators& with, const platform::Desktop& desktop,
                                                QObject* parent)
-    : QObject(parent)
-    , m_model(with)
-    , m_desktop(desktop) {
+    : QObject(parent), m_model(with), m_desktop(desktop) {
     m_desktop.watchManners(this, [this] { followManners(); });
 }
 

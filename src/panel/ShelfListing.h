@@ -11,8 +11,7 @@ namespace quillary {
 /// A shelf's kept listing as workers share it: it follows the library root and lets one worker in at a time.
 class ShelfListing {
 public:
-    explicit ShelfListing(Storage::Folder folder)
-        : m_folder(folder) {}
+    explicit ShelfListing(Storage::Folder folder) : m_folder(folder) {}
 
     struct Contents {
         std::filesystem::path root;

@@ -11,8 +11,7 @@ using namespace std::chrono_literals;
 /// A descriptor of our own, so that a listing that is made anew meanwhile pulls nothing away.
 class ShelfWatch::Copy {
 public:
-    explicit Copy(int descriptor)
-        : number(dup(descriptor)) {}
+    explicit Copy(int descriptor) : number(dup(descriptor)) {}
     ~Copy() {
         if (number >= 0) close(number);
     }
@@ -21,8 +20,7 @@ public:
     const int number;
 };
 
-ShelfWatch::ShelfWatch(std::function<void()> changed, QObject* parent)
-    : QObject(parent) {
+ShelfWatch::ShelfWatch(std::function<void()> changed, QObject* parent) : QObject(parent) {
     m_burst.setSingleShot(true);
     m_burst.setInterval(200ms);
     connect(&m_burst, &QTimer::timeout, this, std::move(changed));

@@ -8,8 +8,8 @@
 
 namespace quillary {
 
-/// Tells that a listed shelf changed on disk, once for a burst of changes, and then not again until it is asked to watch
-/// anew: whoever listens lists the shelf in between. Main thread.
+/// Tells that a listed shelf changed on disk, once for a burst of changes, and then not again until it is asked to
+/// watch anew: whoever listens lists the shelf in between. Main thread.
 class ShelfWatch : public QObject {
 public:
     explicit ShelfWatch(std::function<void()> changed, QObject* parent = nullptr);

@@ -12,16 +12,16 @@ class Clipboard {
 public:
     virtual ~Clipboard() = default;
 
-    /// What is on it now. Called on the main thread and answered at once; the result may then be asked on one other thread,
-    /// where a slow owner keeps nobody waiting but the asker.
+    /// What is on it now. Called on the main thread and answered at once; the result may then be asked on one other
+    /// thread, where a slow owner keeps nobody waiting but the asker.
     virtual std::shared_ptr<Pasteboard> contents() = 0;
 };
 
 /// The clipboard of the running desktop session; needs the application object.
 std::unique_ptr<Clipboard> systemClipboard();
 
-/// Some desktops tell the clipboard only to the program that has the focus. For a program without a window there: shows a
-/// tiny one and waits until it has the focus, two seconds at most; keep it while reading. Null where none is needed.
+/// Some desktops tell the clipboard only to the program that has the focus. For a program without a window there: shows
+/// a tiny one and waits until it has the focus, two seconds at most; keep it while reading. Null where none is needed.
 std::unique_ptr<QWindow> focusForClipboard();
 
 } // namespace quillary::platform

@@ -11,8 +11,8 @@ namespace quillary::platform {
 
 /// A source of typed data: the desktop's clipboard, or what a drag brought. Types are MIME names here.
 ///
-/// Every call answers within a few seconds, also when the owner of the data hangs: what could not be had in time reads as
-/// absent. An implementation says in its header on which threads it may be asked.
+/// Every call answers within a few seconds, also when the owner of the data hangs: what could not be had in time reads
+/// as absent. An implementation says in its header on which threads it may be asked.
 class Pasteboard {
 public:
     virtual ~Pasteboard() = default;

@@ -9,7 +9,9 @@ namespace quillary {
 
 namespace {
 
-QString below(const QString& parent, const QString& name) { return parent + collectionSeparator.toString() + name; }
+QString below(const QString& parent, const QString& name) {
+    return parent + collectionSeparator.toString() + name;
+}
 
 /// Adds the folders `names[depth…]` below `siblings`, keeping them ascending.
 void insert(std::vector<CollectionNode>& siblings, const QStringList& names, qsizetype depth, const QString& parent) {
@@ -21,7 +23,9 @@ void insert(std::vector<CollectionNode>& siblings, const QStringList& names, qsi
     insert(place->children, names, depth + 1, path);
 }
 
-QStringList folderNames(const QString& path) { return path.split(collectionSeparator.toString()); }
+QStringList folderNames(const QString& path) {
+    return path.split(collectionSeparator.toString());
+}
 
 } // namespace
 
@@ -56,7 +60,9 @@ QStringList folderMatches(const QString& query, const QStringList& collections) 
     return matches;
 }
 
-QString folderLeaf(const QString& path) { return folderNames(path).constLast(); }
+QString folderLeaf(const QString& path) {
+    return folderNames(path).constLast();
+}
 
 std::vector<Crumb> crumbs(const std::optional<QString>& path) {
     if (!path) return {};
@@ -75,7 +81,8 @@ QHash<QString, int> rollUp(const QStringList& paths) {
 
 bool liesIn(const std::optional<QString>& collection, const QString& path) {
     if (!collection || !collection->startsWith(path)) return false;
-    return collection->size() == path.size() || QStringView(*collection).sliced(path.size()).startsWith(collectionSeparator);
+    return collection->size() == path.size() ||
+           QStringView(*collection).sliced(path.size()).startsWith(collectionSeparator);
 }
 
 } // namespace quillary

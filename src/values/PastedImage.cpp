@@ -24,7 +24,9 @@ constexpr double softBelow = 1000; ///< pixels of the longer side
 
 } // namespace
 
-QString PastedImage::provenance() const { return std::visit(Provenance{}, source); }
+QString PastedImage::provenance() const {
+    return std::visit(Provenance{}, source);
+}
 
 std::optional<QString> PastedImage::resolutionWarning() const {
     return std::max(pixelSize.width(), pixelSize.height()) < softBelow ? std::optional(smallPicture) : std::nullopt;

@@ -26,13 +26,13 @@ struct PastedImage {
     using Source = std::variant<File, RasterizedVector, Bitmap>;
 
     /// Four bytes a pixel: RGBA8888 with straight alpha or RGBX8888 from bitmaps, so that a picture passes to its PNG
-    /// unchanged; ARGB32_Premultiplied from vectors and cut-outs. sRGB.
+    /// unchanged; ARGB32_Premultiplied from vectors, RGBA8888_Premultiplied from cut-outs. sRGB.
     QImage image;
     QSizeF pixelSize; ///< whole numbers
     bool hasAlphaChannel = false;
     Source source;
-    QString name;                          ///< suggested name
-    QString formatLabel;                   ///< upper case, such as "PNG"
+    QString name;                           ///< suggested name
+    QString formatLabel;                    ///< upper case, such as "PNG"
     std::optional<qint64> sourceBytes = {}; ///< size of the source file; none for clipboard input
 
     static QString defaultName() { return QStringLiteral("Pasted Image"); }

@@ -10,7 +10,8 @@ namespace quillary {
 
 namespace {
 
-template <typename Condition> bool comesTrue(Condition condition) {
+template <typename Condition>
+bool comesTrue(Condition condition) {
     const QDeadlineTimer limit(5000);
     while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     return condition();
@@ -68,8 +69,7 @@ TEST_F(BackgroundTest, EveryResultCountsAndWorkOutlivesItsOwner) {
     m_pool.setMaxThreadCount(1);
     {
         Background line(m_pool);
-        for (int i = 1; i <= 3; ++i)
-            line.every([i](const std::stop_token&) { return i; }, collect());
+        for (int i = 1; i <= 3; ++i) line.every([i](const std::stop_token&) { return i; }, collect());
         line.cancel();
         ASSERT_TRUE(comesTrue([&] { return m_results.size() == 3; }));
         line.every([&](const std::stop_token&) { return ++finished; }, collect());

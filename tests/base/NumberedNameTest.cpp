@@ -6,7 +6,9 @@ namespace quillary {
 
 TEST(NumberedName, NumbersBeforeTheExtension) {
     const std::pair<const char*, const char*> seconds[] = {
-        {"Logo.png", "Logo 2.png"}, {"archive.tar.gz", "archive.tar 2.gz"}, {"README", "README 2"},
+        {"Logo.png", "Logo 2.png"},
+        {"archive.tar.gz", "archive.tar 2.gz"},
+        {"README", "README 2"},
         {".hidden", ".hidden 2"},
     };
     for (const auto& [name, second] : seconds) {

@@ -43,8 +43,8 @@ TEST_F(PanelModelTest, ABatchTakesWhatItCanAndTellsTheRest) {
     ASSERT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
 
     BatchProgress progress;
-    const auto result = performSave({drop, folder / "s.sock", folder / "missing.png", drop / "dangling.png"}, storage, {},
-                                    4096, progress);
+    const auto result = performSave({drop, folder / "s.sock", folder / "missing.png", drop / "dangling.png"}, storage,
+                                    {}, 4096, progress);
     close(socket);
     EXPECT_EQ(result.images, 2);
     EXPECT_EQ(result.sounds, 1);
@@ -59,8 +59,7 @@ TEST_F(PanelModelTest, TheSameGraphicIsFoundAlthoughItWasEncodedAnew) {
     const auto original = file("photo.jpg", picture(64, 64));
     const auto other = file("elsewhere/photo.jpg", picture(200, 100, Qt::blue));
     BatchProgress progress;
-    for (int round = 0; round < 2; ++round)
-        performSave({original, other}, storage, {}, 4096, progress);
+    for (int round = 0; round < 2; ++round) performSave({original, other}, storage, {}, 4096, progress);
     const auto last = performSave({other}, storage, {}, 4096, progress);
     EXPECT_EQ(last.duplicates.size(), 1U);
     EXPECT_EQ(storage.items(Storage::Folder::images).size(), 2U);

@@ -11,13 +11,15 @@ namespace {
 
 std::shared_ptr<const LibraryItems> listOf(const std::vector<int>& names) {
     auto items = std::make_shared<LibraryItems>();
-    for (const int name : names) items->push_back({.url = std::filesystem::path("/shelf/" + std::to_string(name) + ".png")});
+    for (const int name : names)
+        items->push_back({.url = std::filesystem::path("/shelf/" + std::to_string(name) + ".png")});
     return items;
 }
 
 std::vector<int> shownBy(const ItemListModel& model) {
     std::vector<int> names;
-    for (int row = 0; row < model.count(); ++row) names.push_back(std::stoi(std::string(model.item(row).url.nameStem())));
+    for (int row = 0; row < model.count(); ++row)
+        names.push_back(std::stoi(std::string(model.item(row).url.nameStem())));
     return names;
 }
 

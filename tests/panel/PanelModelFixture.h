@@ -50,7 +50,8 @@ protected:
     }
 
     /// Runs the event loop until the condition holds.
-    template <typename Condition> bool comesTrue(Condition condition) {
+    template <typename Condition>
+    bool comesTrue(Condition condition) {
         const QDeadlineTimer limit(20'000);
         while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         return condition();

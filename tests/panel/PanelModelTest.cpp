@@ -70,7 +70,8 @@ TEST_F(PanelModelTest, PastesWhatTheClipboardHolds) {
     model->paste();
     settle();
     EXPECT_EQ(message(), u"No image on the clipboard."_s);
-    EXPECT_EQ(model->failureHint(), u"Copy an image — from a browser, a screenshot, Figma, Slack — then paste again."_s);
+    EXPECT_EQ(model->failureHint(),
+              u"Copy an image — from a browser, a screenshot, Figma, Slack — then paste again."_s);
 
     clipboard.board->put(FCPXMLPasteboard::flexoType, "clip");
     model->paste();
@@ -122,7 +123,8 @@ TEST_F(PanelModelTest, WarnsOfSmallPictures) {
 
 TEST_F(PanelModelTest, SavesTheStagedImageIntoTheSelectedCollection) {
     stage(file("logo.png", picture(4, 4)));
-    for (const auto& filter : {CollectionFilter::all(), CollectionFilter::unfiled(), CollectionFilter::builtIn(u"x"_s)}) {
+    for (const auto& filter :
+         {CollectionFilter::all(), CollectionFilter::unfiled(), CollectionFilter::builtIn(u"x"_s)}) {
         model->setCollectionFilter(filter);
         model->saveCurrentToLibrary();
     }
@@ -227,7 +229,8 @@ TEST_F(PanelModelTest, FilesABatchWithOneSummary) {
 TEST_F(PanelModelTest, ShowsWhatTheFilterAsksFor) {
     file("library/Quillary/Library/Images/top.png", picture(2, 2));
     file("library/Quillary/Library/Images/A/B/Deep arrow.png", picture(2, 2));
-    writeFile(folder / "BuiltIn/Arrows/Arrow right.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>");
+    writeFile(folder / "BuiltIn/Arrows/Arrow right.svg",
+              "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>");
     model->refreshLibrary();
     settle();
     const auto visible = [this] {

@@ -23,8 +23,10 @@ public:
     void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) override {
         const std::scoped_lock lock(m_mutex);
         const QVariant after = change(m_values.value(key));
-        if (after.isValid()) m_values.insert(key, after);
-        else m_values.remove(key);
+        if (after.isValid())
+            m_values.insert(key, after);
+        else
+            m_values.remove(key);
     }
 
 private:

@@ -28,7 +28,8 @@ TEST(Collections, MakeATreeOfEveryPrefix) {
 
 TEST(Collections, ListTheFoldersOfOneLevel) {
     const QStringList paths = {u"A / B"_s, u"A / C"_s, u"D"_s, u"A / B / E"_s, u"AB / F"_s};
-    EXPECT_EQ(childFolders({}, paths), (std::vector<FolderEntry>{{u"A"_s, u"A"_s}, {u"AB"_s, u"AB"_s}, {u"D"_s, u"D"_s}}));
+    EXPECT_EQ(childFolders({}, paths),
+              (std::vector<FolderEntry>{{u"A"_s, u"A"_s}, {u"AB"_s, u"AB"_s}, {u"D"_s, u"D"_s}}));
     EXPECT_EQ(childFolders(u"A"_s, paths), (std::vector<FolderEntry>{{u"B"_s, u"A / B"_s}, {u"C"_s, u"A / C"_s}}));
     EXPECT_TRUE(childFolders(u"D"_s, paths).empty());
 }

@@ -14,7 +14,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-template <std::size_t Count> QString labelAt(const std::array<QStringView, Count>& labels, int value) {
+template <std::size_t Count>
+QString labelAt(const std::array<QStringView, Count>& labels, int value) {
     return labels[static_cast<std::size_t>(value)].toString();
 }
 
@@ -27,7 +28,9 @@ QHash<QString, int> counts(const LibraryItems& items) {
 
 } // namespace
 
-QString PanelModel::label(Tab tab) { return labelAt<2>({u"Import", u"Library"}, static_cast<int>(tab)); }
+QString PanelModel::label(Tab tab) {
+    return labelAt<2>({u"Import", u"Library"}, static_cast<int>(tab));
+}
 
 QString PanelModel::label(LibraryKind kind) {
     return labelAt<4>({u"Images", u"Videos", u"Audio", u"Blocks"}, static_cast<int>(kind));
@@ -71,11 +74,17 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
 }
 
-PanelModel::~PanelModel() { m_closing.request_stop(); }
+PanelModel::~PanelModel() {
+    m_closing.request_stop();
+}
 
-void PanelModel::setTab(Tab tab) { write(m_tab, tab, &PanelModel::tabChanged); }
+void PanelModel::setTab(Tab tab) {
+    write(m_tab, tab, &PanelModel::tabChanged);
+}
 
-void PanelModel::setLibraryKind(LibraryKind kind) { write(m_libraryKind, kind, &PanelModel::libraryKindChanged); }
+void PanelModel::setLibraryKind(LibraryKind kind) {
+    write(m_libraryKind, kind, &PanelModel::libraryKindChanged);
+}
 
 void PanelModel::setSelectedAudio(std::optional<std::filesystem::path> url) {
     writeIfDifferent(m_selectedAudio, std::move(url), &PanelModel::selectedAudioChanged);
@@ -90,9 +99,15 @@ void PanelModel::note(const QString& text) {
     m_noteTask.start();
 }
 
-QHash<QString, int> PanelModel::imageCounts() const { return counts(library()); }
-QHash<QString, int> PanelModel::videoCounts() const { return counts(videos()); }
-QHash<QString, int> PanelModel::audioCounts() const { return counts(audio()); }
+QHash<QString, int> PanelModel::imageCounts() const {
+    return counts(library());
+}
+QHash<QString, int> PanelModel::videoCounts() const {
+    return counts(videos());
+}
+QHash<QString, int> PanelModel::audioCounts() const {
+    return counts(audio());
+}
 
 QHash<QString, int> PanelModel::blockCounts() const {
     QStringList paths;

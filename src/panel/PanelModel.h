@@ -52,7 +52,8 @@ class PanelModel : public QObject {
     QML_UNCREATABLE("made by the program")
 
     Q_PROPERTY(quillary::PanelModel::Tab tab READ tab WRITE setTab NOTIFY tabChanged FINAL)
-    Q_PROPERTY(quillary::PanelModel::LibraryKind libraryKind READ libraryKind WRITE setLibraryKind NOTIFY libraryKindChanged FINAL)
+    Q_PROPERTY(quillary::PanelModel::LibraryKind libraryKind READ libraryKind WRITE setLibraryKind NOTIFY
+                   libraryKindChanged FINAL)
 
     Q_PROPERTY(quillary::PanelModel::Stage stage READ stage NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool staging READ staging NOTIFY stagingChanged FINAL)
@@ -99,7 +100,16 @@ public:
     // Enumerators come twice: QML reads only names that begin with a capital.
     enum class Tab { intake, library, Intake = intake, Library = library };
     Q_ENUM(Tab)
-    enum class LibraryKind { images, videos, audio, blocks, Images = images, Videos = videos, Audio = audio, Blocks = blocks };
+    enum class LibraryKind {
+        images,
+        videos,
+        audio,
+        blocks,
+        Images = images,
+        Videos = videos,
+        Audio = audio,
+        Blocks = blocks
+    };
     Q_ENUM(LibraryKind)
     enum class AudioSort { recent, name, shortest, longest };
     Q_ENUM(AudioSort)
@@ -109,7 +119,16 @@ public:
     enum class Stage { empty, loaded, failed, Empty = empty, Loaded = loaded, Failed = failed };
     Q_ENUM(Stage)
     /// Which case of `CutoutState` holds.
-    enum class CutoutProgress { none, working, ready, failed, None = none, Working = working, Ready = ready, Failed = failed };
+    enum class CutoutProgress {
+        none,
+        working,
+        ready,
+        failed,
+        None = none,
+        Working = working,
+        Ready = ready,
+        Failed = failed
+    };
     Q_ENUM(CutoutProgress)
 
     /// The texts that pickers show.
@@ -144,8 +163,8 @@ public:
         bool operator==(const ImportProgress&) const = default;
     };
 
-    /// What the model works with; all of it outlives the model. `work` serves requests that may be dropped, `saves` has one
-    /// thread and is waited for when the program ends, so that nothing asked for is lost.
+    /// What the model works with; all of it outlives the model. `work` serves requests that may be dropped, `saves` has
+    /// one thread and is waited for when the program ends, so that nothing asked for is lost.
     struct Collaborators {
         Storage& storage;
         AppSettings& settings;
@@ -261,8 +280,8 @@ public:
 
     /// What a drop on the panel does.
     void handleDrop(const std::vector<platform::ItemProvider>& items);
-    /// Files a batch: shelves by type, one summary line, the Library tab shown afterwards. Folders are walked. A second batch
-    /// waits for the first.
+    /// Files a batch: shelves by type, one summary line, the Library tab shown afterwards. Folders are walked. A second
+    /// batch waits for the first.
     void saveToLibrary(const std::vector<std::filesystem::path>& urls);
     const std::optional<ImportProgress>& importProgress() const { return m_importProgress; }
 
@@ -346,11 +365,13 @@ private:
     using Maker = std::function<State(std::stop_token)>;
     using Observers = void (PanelModel::*)();
 
-    template <typename T> void write(T& property, T value, Observers observers);
-    template <typename T> void writeIfDifferent(T& property, T value, Observers observers);
+    template <typename T>
+    void write(T& property, T value, Observers observers);
+    template <typename T>
+    void writeIfDifferent(T& property, T value, Observers observers);
 
-    /// Runs the maker in the background. What belongs to the image before is dropped at once, `state` follows when the new
-    /// one is there; a newer load or `clear` makes it void.
+    /// Runs the maker in the background. What belongs to the image before is dropped at once, `state` follows when the
+    /// new one is there; a newer load or `clear` makes it void.
     void load(const Maker& make);
     void fail(const QString& message, const std::optional<QString>& hint);
     void setState(State state);
@@ -374,8 +395,8 @@ private:
     };
     void refreshShelf(Shelf& shelf, ShelfRefreshed done);
 
-    /// A change on disk never takes a collection away that is still there; a refresh that the panel asks for does when it
-    /// holds no image.
+    /// A change on disk never takes a collection away that is still there; a refresh that the panel asks for does when
+    /// it holds no image.
     enum class Refresh { asked, changed };
     void refreshLibrary(Refresh cause);
     struct LibraryListing;
@@ -442,7 +463,8 @@ private:
     bool m_libraryLoaded = false;
     ItemListModel m_visibleLibrary;
     ItemListModel m_recentModel;
-    std::filesystem::path m_root; ///< of the last listing; favourite keys are relative to it
+    std::filesystem::path m_root;  ///< of the last listing; favourite keys are relative to it
+    FavoriteFiles m_favoriteFiles; ///< `m_favorites` below `m_root`
 
     Background m_staging;
     Background m_export;
@@ -456,7 +478,7 @@ private:
     std::stop_source m_closing;
     QTimer m_progressTick;
     std::deque<std::shared_ptr<BatchProgress>> m_batches; ///< the running one first
-    std::optional<QString> m_selectAfterRefresh; ///< a collection made just now
+    std::optional<QString> m_selectAfterRefresh;          ///< a collection made just now
 };
 
 } // namespace quillary

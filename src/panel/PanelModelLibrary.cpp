@@ -67,7 +67,7 @@ void PanelModel::refreshLibrary(Refresh cause) {
 }
 
 void PanelModel::takeOver(LibraryListing found, Refresh cause) {
-    m_root = found.shelf.root;
+    if (std::exchange(m_root, found.shelf.root) != found.shelf.root) m_favoriteFiles = {m_favorites, m_root};
     m_availableFormats = found.formats;
     m_libraryLoaded = true;
     write(m_library, std::move(found.library), &PanelModel::libraryChanged);
@@ -144,7 +144,7 @@ void PanelModel::setFavoritesOnly(bool on) {
 }
 
 bool PanelModel::isFavorite(const LibraryItem& item) const {
-    return !m_favorites.isEmpty() && m_favorites.contains(Storage::favoriteKey(item.url, m_root));
+    return m_favoriteFiles.contains(item.url);
 }
 
 void PanelModel::toggleFavorite(const LibraryItem& item) {
@@ -154,6 +154,7 @@ void PanelModel::toggleFavorite(const LibraryItem& item) {
 
 void PanelModel::reloadFavorites() {
     write(m_favorites, m_storage.favorites(), &PanelModel::favoritesChanged);
+    m_favoriteFiles = {m_favorites, m_root};
     m_visibleLibrary.favoritesChanged();
     m_recentModel.favoritesChanged();
     if (m_favoritesOnly) updateVisibleLibrary();

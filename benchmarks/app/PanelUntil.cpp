@@ -10,17 +10,18 @@
 int main(int argc, char** argv) {
     using namespace quillary;
     if (argc < 3) return 2;
+    const bool settled = std::string_view(argv[2]) == "settled";
+    PanelOptions options;
+    if (settled) options.tab = PanelModel::Tab::library;
+    preparePanelApplication(options);
+    QGuiApplication application(argc, argv);
+
     const auto settingsStore = platform::userSettings();
     const auto bookmarks = platform::systemBookmarks();
     const auto desktop = platform::systemDesktop();
     Storage storage(*settingsStore, *bookmarks, *desktop, argv[1]);
     AppSettings settings(*settingsStore);
     BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
-    const bool settled = std::string_view(argv[2]) == "settled";
-    PanelOptions options;
-    if (settled) options.tab = PanelModel::Tab::library;
-    preparePanelApplication(options);
-    QGuiApplication application(argc, argv);
     return runPanel(application, {storage, settings, builtIns, *desktop}, options,
                     settled ? RunUntil::settled : RunUntil::firstFrame);
 }

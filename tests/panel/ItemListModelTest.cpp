@@ -12,7 +12,7 @@ namespace {
 std::shared_ptr<const LibraryItems> listOf(const std::vector<int>& names) {
     auto items = std::make_shared<LibraryItems>();
     for (const int name : names)
-        items->push_back({.url = std::filesystem::path("/shelf/" + std::to_string(name) + ".png")});
+        items->emplace_back().url = std::filesystem::path("/shelf/" + std::to_string(name) + ".png");
     return items;
 }
 

@@ -68,6 +68,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_audioShelf{std::make_shared<ShelfListing>(Storage::Folder::audio), Background(with.work),
                    ShelfWatch([this] { refreshAudio(); })} {
     m_noteTask.setSingleShot(true);
+    m_noteTask.setTimerType(Qt::PreciseTimer);
     m_noteTask.setInterval(6s);
     connect(&m_noteTask, &QTimer::timeout, this, [this] { write(m_blockNote, {}, &PanelModel::blockNoteChanged); });
     m_progressTick.setInterval(50ms);

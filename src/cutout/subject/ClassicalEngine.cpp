@@ -1,4 +1,5 @@
 #include "cutout/RowBands.h"
+#include "cutout/subject/EdgeCoverage.h"
 #include "cutout/subject/GuidedFilter.h"
 #include "cutout/subject/SubjectFinder.h"
 #include "cutout/subject/SubjectModule.h"
@@ -41,7 +42,8 @@ cv::Mat_<cv::Vec4f> fitted(const cv::Mat_<cv::Vec3b>& guide, const cv::Mat_<std:
     guide.convertTo(colors, CV_32FC3, 1 / 255.0);
     const float enlargement = static_cast<float>(guide.cols) / static_cast<float>(mask.cols);
     const int radius = std::max(2, static_cast<int>(std::lround(2.0F * enlargement)));
-    cv::Mat_<cv::Vec4f> coefficients = GuidedFilter(colors, unit, radius, smoothness).coefficients();
+    const cv::Mat_<float> coverage = edgeCoverage(colors, unit, 2 * radius);
+    cv::Mat_<cv::Vec4f> coefficients = GuidedFilter(colors, coverage, radius, smoothness).coefficients();
 
     const int reach = 2 * radius;
     const cv::Mat window = cv::getStructuringElement(cv::MORPH_RECT, {2 * reach + 1, 2 * reach + 1});

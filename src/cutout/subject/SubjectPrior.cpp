@@ -15,9 +15,10 @@ constexpr float geodesicDeviation = 7;    ///< Lab units within which patches co
 constexpr float similarityDeviation = 10; ///< Lab units within which neighbours should agree
 constexpr float spatialDeviation = 0.4F;  ///< longer sides
 constexpr float backgroundTrust = 5;
+constexpr float usualConnectivity = 2.2F; ///< to the border, of a background; a bust's is about 1.3
 constexpr float leastLink = 0.1F;
 constexpr float trustedBackground = 0.8F;
-constexpr float noveltyDeviation = 12; ///< Lab units
+constexpr float noveltyDeviation = 10; ///< Lab units
 
 using Matrix = cv::Mat_<float>;
 
@@ -105,7 +106,7 @@ std::vector<float> backgroundLikelihood(const Superpixels& picture, const Matrix
             if (picture.patches[j].atBorder) border += same;
         }
         const float connectivity = border / std::sqrt(area);
-        result.push_back(1 - std::exp(-connectivity * connectivity / 2));
+        result.push_back(1 - std::exp(-connectivity * connectivity / (2 * usualConnectivity * usualConnectivity)));
     }
     return result;
 }

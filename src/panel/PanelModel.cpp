@@ -50,6 +50,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_settings(with.settings)
     , m_builtIns(with.builtIns)
     , m_clipboard(with.clipboard)
+    , m_settingsModel(with.settings, with.storage)
     , m_tab(with.settings.openOnLibrary() ? Tab::library : Tab::intake)
     , m_favoritesOnly(with.settings.favouritesOnly())
     , m_favorites(with.storage.favorites())
@@ -73,6 +74,12 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     connect(&m_noteTask, &QTimer::timeout, this, [this] { write(m_blockNote, {}, &PanelModel::blockNoteChanged); });
     m_progressTick.setInterval(50ms);
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
+    connect(&m_settingsModel, &SettingsModel::rootChanged, this, [this] {
+        refreshLibrary();
+        refreshVideos();
+        refreshAudio();
+        prepareExport();
+    });
 }
 
 PanelModel::~PanelModel() {

@@ -8,6 +8,7 @@
 #include "library/Storage.h"
 #include "panel/BatchSave.h"
 #include "panel/ItemListModel.h"
+#include "panel/SettingsModel.h"
 #include "panel/ShelfWatch.h"
 #include "values/Arrangement.h"
 
@@ -95,6 +96,8 @@ class PanelModel : public QObject {
     Q_PROPERTY(bool importing READ importing NOTIFY importProgressChanged FINAL)
     Q_PROPERTY(int importDone READ importDone NOTIFY importProgressChanged FINAL)
     Q_PROPERTY(int importTotal READ importTotal NOTIFY importProgressChanged FINAL)
+
+    Q_PROPERTY(quillary::SettingsModel* settings READ settings CONSTANT FINAL)
 
 public:
     // Enumerators come twice: QML reads only names that begin with a capital.
@@ -292,6 +295,10 @@ public:
     LibraryKind libraryKind() const { return m_libraryKind; }
     void setLibraryKind(LibraryKind kind);
 
+    // --- Settings ---------------------------------------------------------------------------------------------------
+
+    SettingsModel* settings() { return &m_settingsModel; }
+
     // --- What QML asks in QML's own kinds ---------------------------------------------------------------------------
 
     QString failureMessage() const;
@@ -411,6 +418,7 @@ private:
     AppSettings& m_settings;
     BuiltInLibrary& m_builtIns;
     platform::Clipboard& m_clipboard;
+    SettingsModel m_settingsModel;
     State m_state = Empty{};
     Tab m_tab = Tab::intake;
     SearchableItems m_library;

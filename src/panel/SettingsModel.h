@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QtQml/qqml.h>
+#include <optional>
+
+namespace quillary {
+
+class AppSettings;
+class Storage;
+
+/// What the Settings sheet shows and changes. The values are read from the store at every use; a change by someone else
+/// is announced by the next `refresh`. Main thread.
+class SettingsModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("given by the model")
+
+    /// How many files Recent keeps; 0 means all.
+    Q_PROPERTY(int recentLimit READ recentLimit NOTIFY recentLimitChanged FINAL)
+    /// The limit that waits for the user's confirmation; 0 while none does.
+    Q_PROPERTY(int pendingLimit READ pendingLimit NOTIFY pendingLimitChanged FINAL)
+    Q_PROPERTY(QList<int> recentLimits READ recentLimits CONSTANT FINAL)
+    /// Pixels of a rasterised vector's longer side.
+    Q_PROPERTY(int vectorLongEdge READ vectorLongEdge WRITE setVectorLongEdge NOTIFY vectorLongEdgeChanged FINAL)
+    Q_PROPERTY(QList<int> vectorLongEdges READ vectorLongEdges CONSTANT FINAL)
+    Q_PROPERTY(bool openOnLibrary READ openOnLibrary WRITE setOpenOnLibrary NOTIFY openOnLibraryChanged FINAL)
+    /// The root in use as a text, the home folder written "~". Empty when there is none.
+    Q_PROPERTY(QString libraryPath READ libraryPath NOTIFY locationChanged FINAL)
+    Q_PROPERTY(bool hasChosenFolder READ hasChosenFolder NOTIFY locationChanged FINAL)
+    Q_PROPERTY(bool chosenFolderUnavailable READ chosenFolderUnavailable NOTIFY locationChanged FINAL)
+
+public:
+    /// Both outlive the model.
+    SettingsModel(AppSettings& settings, Storage& storage, QObject* parent = nullptr);
+
+    int recentLimit() const;
+    int pendingLimit() const { return m_pendingLimit.value_or(0); }
+    /// What the sheet offers, in its order.
+    static QList<int> recentLimits() { return {0, 500, 1000, 2000, 5000}; }
+    int vectorLongEdge() const;
+    void setVectorLongEdge(int pixels);
+    static QList<int> vectorLongEdges() { return {1024, 2048, 4096, 8192}; }
+    bool openOnLibrary() const;
+    void setOpenOnLibrary(bool on);
+
+    const QString& libraryPath() const { return m_libraryPath; }
+    bool hasChosenFolder() const;
+    bool chosenFolderUnavailable() const;
+
+    /// A limit's text in the picker.
+    Q_INVOKABLE static QString recentLimitLabel(int limit);
+
+    /// 0 is stored at once, any other limit becomes pending. The limit in force asks nothing.
+    Q_INVOKABLE void chooseRecentLimit(int limit);
+    /// Drops the pending limit; the stored one stays.
+    Q_INVOKABLE void keepNeverDelete();
+    /// Stores the pending limit. It takes effect when the next file goes into Recent.
+    Q_INVOKABLE void setALimit();
+
+    /// Forgets the chosen folder. Nothing is moved or deleted.
+    Q_INVOKABLE void useDefaultLocation();
+
+    /// Asks for the root again, drops a pending limit and announces everything; for a sheet that opens.
+    Q_INVOKABLE void refresh();
+
+Q_SIGNALS:
+    void recentLimitChanged();
+    void pendingLimitChanged();
+    void vectorLongEdgeChanged();
+    void openOnLibraryChanged();
+    void locationChanged();
+    /// The library lies elsewhere now: what was listed is void.
+    void rootChanged();
+
+private:
+    void setPendingLimit(std::optional<int> limit);
+    void readLocation();
+
+    AppSettings& m_settings;
+    Storage& m_storage;
+    std::optional<int> m_pendingLimit;
+    QString m_libraryPath;
+};
+
+} // namespace quillary

@@ -1,13 +1,14 @@
 import QtQuick
 import Quillary.Controls
 
-/// A symbol and a text of one or two lines, such as the result of a save. Without a text it is invisible.
+/// A symbol and a text of one or two lines, or as many as asked for, such as the result of a save. Without a text it is invisible.
 Item {
     id: note
 
     required property string symbol
     required property string text
     property color ink: Theme.good
+    property int maximumLines: 2
 
     Accessible.name: text
     Accessible.role: Accessible.StaticText
@@ -32,7 +33,7 @@ Item {
         anchors.right: parent.right
         color: note.ink
         elide: Text.ElideRight
-        maximumLineCount: 2
+        maximumLineCount: note.maximumLines
         small: true
         text: note.text
         wrapMode: Text.Wrap

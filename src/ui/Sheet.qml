@@ -63,6 +63,7 @@ T.Popup {
             font.weight: Font.DemiBold
             text: body.title
             width: parent.width
+            wrapMode: Text.Wrap
         }
     }
 }

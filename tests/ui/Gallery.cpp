@@ -104,6 +104,12 @@ public:
                 QCoreApplication::sendEvent(&stage.window, &event);
             }
     }
+    /// In the Settings sheet, which is no part of the view's tree of items.
+    QObject* inSettings(const char* name) {
+        QObject* loader = find("settingsSheetLoader");
+        auto* sheet = loader ? loader->property("item").value<QObject*>() : nullptr;
+        return sheet ? sheet->findChild<QObject*>(QString::fromLatin1(name)) : nullptr;
+    }
     QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
 
     PanelStage stage;
@@ -198,6 +204,42 @@ int main(int argc, char** argv) {
         QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, QString()));
         gallery.take("library-sheet");
         QMetaObject::invokeMethod(sheet, "close");
+    }
+    const auto settings = [&](bool shown) { stage.root->setProperty("showingSettings", shown); };
+    const auto scrollSettings = [&] {
+        if (QObject* groups = gallery.inSettings("settingsGroups"))
+            groups->setProperty("contentY",
+                                groups->property("contentHeight").toReal() - groups->property("height").toReal());
+    };
+    settings(true);
+    gallery.take("settings");
+    gallery.press(Qt::Key_Tab, 2);
+    gallery.take("settings-focus");
+    scrollSettings();
+    gallery.take("settings-end");
+    if (QObject* picker = gallery.inSettings("recentLimit")) {
+        QMetaObject::invokeMethod(picker, "clicked");
+        gallery.take("settings-menu");
+        gallery.press(Qt::Key_Escape, 1);
+    }
+    model.settings()->chooseRecentLimit(500);
+    gallery.take("settings-alert");
+    stage.resize({320, 400});
+    gallery.take("settings-alert-small");
+    model.settings()->keepNeverDelete();
+    gallery.take("settings-small");
+    settings(false);
+    stage.resize(usual);
+    stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
+    {
+        Storage elsewhere(stage.store, stage.bookmarks, stage.desktop);
+        SettingsModel unavailable(stage.settings, elsewhere);
+        QQmlComponent view(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Library/SettingsView.qml")));
+        const std::unique_ptr<QObject> sheet(
+            view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.root.get())},
+                                              {QStringLiteral("settings"), QVariant::fromValue(&unavailable)}}));
+        sheet->findChild<QObject*>(QStringLiteral("settingsGroups"))->setProperty("contentY", 150);
+        gallery.take("settings-unavailable");
     }
     model.setLibraryKind(PanelModel::LibraryKind::blocks);
     gallery.take("blocks-empty");

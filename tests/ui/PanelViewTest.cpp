@@ -103,6 +103,80 @@ TEST(KeyboardTest, TabReachesEveryControlAndEachHasAName) {
         EXPECT_TRUE(library.contains(QString::fromLatin1(name))) << name << " of " << library.join(u'|').toStdString();
 }
 
+class SettingsSheetTest : public testing::Test {
+protected:
+    SettingsSheetTest() {
+        EXPECT_TRUE(stage.show({380, 460})) << stage.errors.toStdString();
+        stage.window.requestActivate();
+        PanelStage::comesTrue([this] { return stage.window.isActive(); }, 2'000);
+        QMetaObject::invokeMethod(stage.root->findChild<QObject*>(QStringLiteral("settings")), "clicked");
+        EXPECT_TRUE(PanelStage::comesTrue([this] { return opened(sheet()); }));
+    }
+    bool showing() const { return stage.root->property("showingSettings").toBool(); }
+    QObject* sheet() const {
+        auto* loader = stage.root->findChild<QObject*>(QStringLiteral("settingsSheetLoader"));
+        return loader->property("item").value<QObject*>();
+    }
+    QObject* part(const char* name) const { return sheet()->findChild<QObject*>(QString::fromLatin1(name)); }
+    static bool opened(QObject* popup) { return popup && popup->property("opened").toBool(); }
+    void press(Qt::Key key) { QTest::keyClick(&stage.window, key); }
+    QString focusedName() const {
+        auto* accessible = QAccessible::queryAccessibleInterface(stage.window.activeFocusItem());
+        return accessible ? accessible->text(QAccessible::Name) : QString();
+    }
+
+    const Complaints complaints;
+    PanelStage stage;
+};
+
+TEST_F(SettingsSheetTest, TabReachesEverySettingAndShowsIt) {
+    stage.resize({320, 400});
+    auto* groups = qobject_cast<QQuickItem*>(part("settingsGroups"));
+    ASSERT_TRUE(groups);
+    QStringList names;
+    for (int step = 0; step < 5; ++step) {
+        press(Qt::Key_Tab);
+        const QQuickItem* item = stage.window.activeFocusItem();
+        const QRectF place = item->mapRectToItem(groups, QRectF(0, 0, item->width(), item->height()));
+        EXPECT_TRUE(!groups->isAncestorOf(item) || groups->boundingRect().contains(place))
+            << focusedName().toStdString();
+        names << focusedName();
+    }
+    EXPECT_EQ(names.join(u'|').toStdString(), "Library folder|Keep in Recent: Never delete|Rasterize vectors at: 4096|"
+                                              "Open on the Library|Done")
+        << "the default location needs no button";
+    EXPECT_EQ(complaints.said().join(u'\n').toStdString(), "");
+}
+
+TEST_F(SettingsSheetTest, AsksBeforeALimitAndEscapeKeepsWhatWasStored) {
+    const auto choose = [this](int downs) {
+        QMetaObject::invokeMethod(part("recentLimit"), "clicked");
+        auto* menu = part("choices");
+        EXPECT_TRUE(PanelStage::comesTrue([&] { return opened(menu); }));
+        for (int step = 0; step < downs; ++step) press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        EXPECT_TRUE(PanelStage::comesTrue([&] { return !menu->property("visible").toBool(); }));
+    };
+    choose(2);
+    EXPECT_EQ(stage.model.settings()->pendingLimit(), 500);
+    EXPECT_TRUE(PanelStage::comesTrue([this] { return focusedName() == QStringLiteral("Keep Never Delete"); }));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(stage.model.settings()->pendingLimit(), 0);
+    EXPECT_EQ(stage.settings.recentLimit(), 0);
+    PanelStage::wait(300);
+    EXPECT_TRUE(showing()) << "Escape closes the question alone";
+
+    choose(3);
+    PanelStage::wait(300);
+    QMetaObject::invokeMethod(part("setALimit"), "clicked");
+    EXPECT_EQ(stage.settings.recentLimit(), 1000);
+    EXPECT_EQ(part("recentLimit")->property("text").toString().toStdString(), "1000 images");
+    PanelStage::wait(300);
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(PanelStage::comesTrue([this] { return !showing() && !sheet(); }));
+    EXPECT_EQ(complaints.said().join(u'\n').toStdString(), "");
+}
+
 class NameFieldTest : public testing::Test {
 protected:
     NameFieldTest() {

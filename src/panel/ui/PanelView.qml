@@ -12,9 +12,20 @@ Rectangle {
     /// The desktop's manners, kept up to date by the owner of the view.
     property bool dark: true
     property bool reducedMotion: false
+    property bool showingSettings: false
     readonly property bool isDropTargeted: dropTarget.targeted
 
     color: Theme.window
+
+    onShowingSettingsChanged: {
+        if (showingSettings)
+            settings.setSource("qrc:/qt/qml/Quillary/Library/SettingsView.qml", {
+                "parent": panel,
+                "settings": panel.model.settings
+            });
+        else
+            settings.source = "";
+    }
 
     Binding {
         property: "dark"
@@ -50,6 +61,16 @@ Rectangle {
             spokenName: qsTr("Tab")
 
             onActivated: index => panel.model.tab = index
+        }
+        IconButton {
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.margin
+            anchors.verticalCenter: parent.verticalCenter
+            help: qsTr("Settings")
+            objectName: "settings"
+            symbol: "gearshape"
+
+            onClicked: panel.showingSettings = true
         }
         Divider {
             anchors.bottom: parent.bottom
@@ -89,6 +110,20 @@ Rectangle {
 
         onWantedChanged: make()
         Component.onCompleted: make()
+    }
+    /// Holds the Settings sheet while it is open.
+    Loader {
+        id: settings
+
+        objectName: "settingsSheetLoader"
+    }
+    Connections {
+        function onClosed() {
+            panel.showingSettings = false;
+        }
+
+        ignoreUnknownSignals: true
+        target: settings.item
     }
 
     Rectangle {

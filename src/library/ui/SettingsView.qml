@@ -1,0 +1,193 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Quillary.Controls
+import Quillary.Library
+import Quillary.Model
+
+/// The sheet in which the user's settings are changed; every change holds at once. It opens when it is made.
+Sheet {
+    id: sheet
+
+    required property SettingsModel settings
+
+    function limitLabels(): list<string> {
+        const labels = [];
+        for (let at = 0; at < settings.recentLimits.length; ++at)
+            labels.push(settings.recentLimitLabel(settings.recentLimits[at]));
+        return labels;
+    }
+    /// Moves the group with the keyboard's control into view; when it is too tall, its end.
+    function reveal(item: Item) {
+        let group = item;
+        while (group && group.parent !== groups)
+            group = group.parent;
+        if (!group)
+            return;
+        const low = Math.max(0, group.y + group.height - scroll.height);
+        scroll.contentY = Math.max(low, Math.min(scroll.contentY, group.y));
+    }
+
+    objectName: "settingsSheet"
+    title: qsTr("Settings")
+    widest: 348
+
+    Component.onCompleted: {
+        settings.refresh();
+        open();
+    }
+
+    Flickable {
+        id: scroll
+
+        readonly property Item focused: Window.activeFocusItem
+        readonly property real room: (sheet.parent?.height ?? 0) - 36 - sheet.topPadding - sheet.bottomPadding - y
+                                     - done.height - 10
+
+        function scrollBy(step: real) {
+            contentY = Math.max(0, Math.min(contentHeight - height, contentY + step));
+        }
+
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        contentHeight: groups.implicitHeight
+        focus: true
+        height: Math.max(60, Math.min(contentHeight, room))
+        objectName: "settingsGroups"
+        // Focus rings and the bar reach over the edges of what is inside.
+        width: parent.width + 12
+        x: -2
+
+        T.ScrollBar.vertical: ScrollBar {}
+
+        onFocusedChanged: if (focused)
+            sheet.reveal(focused)
+        Keys.onDownPressed: scrollBy(40)
+        Keys.onUpPressed: scrollBy(-40)
+        Keys.onPressed: event => {
+            const page = event.key === Qt.Key_PageDown ? 1 : event.key === Qt.Key_PageUp ? -1 : 0;
+            event.accepted = page !== 0;
+            scrollBy(page * height * 0.9);
+        }
+
+        Column {
+            id: groups
+
+            bottomPadding: 2
+            spacing: 12
+            width: sheet.availableWidth
+            x: 2
+
+            SettingsGroup {
+                explanation: qsTr("A folder called “Quillary” is created wherever you choose, with Library/Images, Library/Videos, Library/Blocks and Recent inside it.\n\nIf you already have graphics and clips collected somewhere, point this at that drive and move your files into Images and Videos with the Finder — folders you make in there become collections. The panel picks them all up next time it opens. Nothing has to be imported one at a time. Put it on a media drive to keep every graphic for a job in one place — dragging into Final Cut works from anywhere, because a drag carries its own permission with it.")
+                title: qsTr("Library location")
+                width: parent.width
+
+                TextField {
+                    color: Theme.secondary
+                    objectName: "libraryPath"
+                    placeholderText: qsTr("Not available")
+                    readOnly: true
+                    spokenName: qsTr("Library folder")
+                    symbol: "folder"
+                    text: sheet.settings.libraryPath
+                    width: parent.width
+                }
+                NoteLine {
+                    ink: Theme.warning
+                    maximumLines: 4
+                    symbol: "externaldrive.badge.xmark"
+                    text: sheet.settings.chosenFolderUnavailable ? qsTr("Your chosen folder is not available — an external drive may be disconnected. Using the default location until it is back.") : ""
+                    width: parent.width
+                }
+                Button {
+                    enabled: sheet.settings.hasChosenFolder
+                    objectName: "useDefault"
+                    text: qsTr("Use Default")
+
+                    onClicked: sheet.settings.useDefaultLocation()
+                }
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
+            SettingsGroup {
+                explanation: qsTr("Everything you drag into Final Cut is saved here automatically, so you can find it again even if you never saved it deliberately. Your Library is never pruned — only Recent is.")
+                title: qsTr("Keep in Recent")
+                width: parent.width
+
+                control: Picker {
+                    choice: sheet.settings.recentLimit
+                    choices: sheet.settings.recentLimits
+                    label: qsTr("Keep in Recent")
+                    labels: sheet.limitLabels()
+                    objectName: "recentLimit"
+                    text: sheet.settings.recentLimitLabel(sheet.settings.recentLimit)
+
+                    onActivated: limit => sheet.settings.chooseRecentLimit(limit)
+                }
+
+                Label {
+                    Accessible.name: text
+                    Accessible.role: Accessible.StaticText
+                    lineHeight: 1.15
+                    secondary: true
+                    small: true
+                    text: qsTr("Before setting a limit, check Final Cut → Settings → Import → Files. If it says “Leave files in place”, your projects point straight at these files and deleting one takes that graphic offline — keep Never delete. Only cap it if Final Cut is set to copy media into your library.")
+                    width: parent.width
+                    wrapMode: Text.Wrap
+                }
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
+            SettingsGroup {
+                explanation: qsTr("Final Cut cannot read SVG or PDF, so they are converted on the way in. 4096 suits artwork that fills the frame; 1024 or 2048 is plenty for icons and keeps a large library much lighter for Final Cut to decode.")
+                title: qsTr("Rasterize vectors at")
+                width: parent.width
+
+                control: Picker {
+                    choice: sheet.settings.vectorLongEdge
+                    choices: sheet.settings.vectorLongEdges
+                    label: qsTr("Rasterize vectors at")
+                    objectName: "vectorLongEdge"
+
+                    onActivated: pixels => sheet.settings.vectorLongEdge = pixels
+                }
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
+            SettingsGroup {
+                explanation: qsTr("Import is the default because it is the urgent direction — something is on the clipboard and you want it in Final Cut. The Library is one click away either way.")
+                title: qsTr("Open on the Library")
+                width: parent.width
+
+                control: Toggle {
+                    objectName: "openOnLibrary"
+                    on: sheet.settings.openOnLibrary
+                    spokenName: qsTr("Open on the Library")
+
+                    onRequested: on => sheet.settings.openOnLibrary = on
+                }
+            }
+        }
+    }
+    Button {
+        id: done
+
+        anchors.right: parent.right
+        objectName: "done"
+        prominent: true
+        text: qsTr("Done")
+
+        onClicked: sheet.close()
+    }
+
+    RecentLimitAlert {
+        settings: sheet.settings
+    }
+}

@@ -16,6 +16,7 @@
 #include <QSGRendererInterface>
 #include <QTimer>
 #include <cstdio>
+#include <utility>
 
 namespace quillary {
 
@@ -43,14 +44,15 @@ public:
         view->setParentItem(contentItem());
         m_controller.viewDidLayout();
         view->setFocus(true);
-        // The shelves are read once the first frame stands on the screen.
+    }
+
+    /// Reads the shelves once the first frame stands on the screen, and each time the window comes back to it.
+    void appearAfterFirstFrame() {
         connect(
             this, &QQuickWindow::frameSwapped, this,
             [this] {
                 m_controller.viewDidAppear();
-                connect(this, &QWindow::activeChanged, this, [this] {
-                    if (isActive()) m_controller.viewDidAppear();
-                });
+                connect(this, &QWindow::visibilityChanged, this, &PanelWindow::appearAgain);
             },
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     }
@@ -62,7 +64,14 @@ protected:
     }
 
 private:
+    void appearAgain(Visibility now) {
+        const bool shown = now != Hidden && now != Minimized;
+        if (shown && !std::exchange(m_shown, shown)) m_controller.viewDidAppear();
+        m_shown = shown;
+    }
+
     QuillaryViewController& m_controller;
+    bool m_shown = true;
 };
 
 void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
@@ -80,8 +89,9 @@ void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
 /// wanted.
 class Settled : public QObject {
 public:
-    Settled(PanelWindow& window, PanelModel& model, std::optional<std::filesystem::path> screenshot)
-        : m_window(window), m_model(model), m_screenshot(std::move(screenshot)) {
+    Settled(PanelWindow& window, PanelModel& model, const ThumbnailProvider& thumbnails,
+            std::optional<std::filesystem::path> screenshot)
+        : m_window(window), m_model(model), m_thumbnails(thumbnails), m_screenshot(std::move(screenshot)) {
         m_waited.start();
         m_tick.setInterval(100ms);
         connect(&m_tick, &QTimer::timeout, this, &Settled::look);
@@ -90,7 +100,7 @@ public:
 
 private:
     void look() {
-        const bool busy = m_model.staging() || m_model.importing() || !m_model.libraryLoaded();
+        const bool busy = m_model.staging() || m_model.importing() || !m_model.libraryLoaded() || m_thumbnails.busy();
         m_quiet = busy ? 0 : m_quiet + 1;
         if (m_quiet < quietTicks && m_waited.elapsed() < longestWait) return;
         m_tick.stop();
@@ -101,6 +111,7 @@ private:
 
     PanelWindow& m_window;
     PanelModel& m_model;
+    const ThumbnailProvider& m_thumbnails;
     std::optional<std::filesystem::path> m_screenshot;
     QTimer m_tick;
     QElapsedTimer m_waited;
@@ -128,7 +139,8 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
     {
         QQmlEngine engine;
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider);
+        auto* thumbnails = new ThumbnailProvider; // the engine's from here on
+        engine.addImageProvider(QStringLiteral("thumbnail"), thumbnails);
         QuillaryViewController controller(
             {services.storage, services.settings, services.builtIns, *clipboard, work, saves}, services.desktop);
         PanelModel& model = controller.model();
@@ -141,11 +153,12 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         if (!view) return 1;
         PanelWindow window(controller, services.desktop);
         window.host(view);
+        if (until != RunUntil::firstFrame) window.appearAfterFirstFrame();
         window.show();
         takeArguments(model, options.arguments);
         std::optional<Settled> settled;
         if (options.screenshot || until == RunUntil::settled)
-            settled.emplace(window, model, options.screenshot);
+            settled.emplace(window, model, *thumbnails, options.screenshot);
         else if (until == RunUntil::firstFrame)
             QObject::connect(&window, &QQuickWindow::frameSwapped, &application, &QGuiApplication::quit,
                              Qt::QueuedConnection);

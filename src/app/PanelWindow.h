@@ -20,8 +20,8 @@ struct PanelServices {
     const platform::Desktop& desktop;
 };
 
-/// When the program ends by itself: never, at the first frame on the screen, or once nothing more is on its way to it
-/// (a screenshot waits for that too).
+/// When the program ends by itself: never, at the first frame on the screen (before any shelf is read), or once nothing
+/// more is on its way to it (a screenshot waits for that too).
 enum class RunUntil { closed, firstFrame, settled };
 
 /// Chooses renderer and platform for the panel. Before the application object is made.

@@ -92,6 +92,7 @@ QQuickImageResponse* ThumbnailProvider::requestImageResponse(const QString& id, 
     request->id = id;
     request->size = requestedSize;
     auto* response = new ThumbnailResponse(*this, request);
+    ++m_open;
     const QMutexLocker lock(&m_mutex);
     m_waiting.push_back(std::move(request));
     m_pool.start([this] { serve(); });
@@ -100,7 +101,9 @@ QQuickImageResponse* ThumbnailProvider::requestImageResponse(const QString& id, 
 
 bool ThumbnailProvider::withdraw(const Request& request) {
     const QMutexLocker lock(&m_mutex);
-    return std::erase_if(m_waiting, [&](const auto& waiting) { return waiting.get() == &request; }) > 0;
+    const bool withdrawn = std::erase_if(m_waiting, [&](const auto& waiting) { return waiting.get() == &request; }) > 0;
+    if (withdrawn) --m_open;
+    return withdrawn;
 }
 
 void ThumbnailProvider::serve() {
@@ -122,6 +125,7 @@ void ThumbnailProvider::serve() {
         if (!image.isNull()) m_cache.insert(key, new QImage(image), kilobytes(image));
     }
     ThumbnailResponse::finish(*request, image);
+    --m_open;
 }
 
 QImage ThumbnailProvider::composed(const QImage& thumbnail, QSize size) {

@@ -5,6 +5,7 @@
 #include <QMutex>
 #include <QQuickAsyncImageProvider>
 #include <QThreadPool>
+#include <atomic>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -32,6 +33,9 @@ public:
     explicit ThumbnailProvider(Load load);
     ~ThumbnailProvider() override;
 
+    /// Whether a picture that somebody wants is still to be made. Any thread.
+    bool busy() const { return m_open > 0; }
+
     QQuickImageResponse* requestImageResponse(const QString& id, const QSize& requestedSize) override;
 
     /// The picture as a tile of that many pixels shows it.
@@ -51,6 +55,7 @@ private:
     QMutex m_mutex;
     std::vector<std::shared_ptr<Request>> m_waiting; ///< the newest last
     QCache<QString, QImage> m_cache{cacheKilobytes};
+    std::atomic<int> m_open = 0; ///< requests that are neither answered nor withdrawn
 };
 
 } // namespace quillary

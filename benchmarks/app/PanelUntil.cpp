@@ -1,5 +1,6 @@
 // The panel as it starts, on the library given, gone at its first frame ("first") or when the shelf stands ("settled").
 #include "app/PanelWindow.h"
+#include "imaging/Thumbnail.h"
 #include "platform/Bookmarks.h"
 #include "platform/Desktop.h"
 #include "platform/SettingsStore.h"
@@ -22,6 +23,7 @@ int main(int argc, char** argv) {
     Storage storage(*settingsStore, *bookmarks, *desktop, argv[1]);
     AppSettings settings(*settingsStore);
     BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
-    return runPanel(application, {storage, settings, builtIns, *desktop}, options,
+    Thumbnail thumbnails(desktop->cacheFolder());
+    return runPanel(application, {storage, settings, builtIns, *desktop, thumbnails}, options,
                     settled ? RunUntil::settled : RunUntil::firstFrame);
 }

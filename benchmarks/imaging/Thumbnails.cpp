@@ -26,10 +26,15 @@ int main(int argumentCount, char** arguments) {
         Rounds rounds(std::string("thumbnail of ") + file.name, Rounds::options(argumentCount, arguments));
         rounds.add("QImageReader scaled", [&] {
             QImageReader reader(path);
-            reader.setScaledSize({Thumbnail::longestSide, Thumbnail::longestSide});
+            reader.setScaledSize({Thumbnail::pictureSide, Thumbnail::pictureSide});
             reader.read();
         });
-        rounds.add("Thumbnail::load", [&] { Thumbnail::load(path.toStdString()); });
+        const std::filesystem::path cache = folder.filePath(QStringLiteral("cache")).toStdString();
+        rounds.add("made and kept", [&] {
+            std::filesystem::remove_all(cache);
+            Thumbnail(cache).load(path.toStdString());
+        });
+        rounds.add("second start", [&] { Thumbnail(cache).load(path.toStdString()); });
         rounds.print();
     }
 }

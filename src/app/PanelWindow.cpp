@@ -139,7 +139,7 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
     {
         QQmlEngine engine;
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        auto* thumbnails = new ThumbnailProvider; // the engine's from here on
+        auto* thumbnails = new ThumbnailProvider(services.thumbnails); // the engine's from here on
         engine.addImageProvider(QStringLiteral("thumbnail"), thumbnails);
         QuillaryViewController controller(
             {services.storage, services.settings, services.builtIns, *clipboard, work, saves}, services.desktop);

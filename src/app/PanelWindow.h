@@ -9,6 +9,8 @@ class QGuiApplication;
 
 namespace quillary {
 
+class Thumbnail;
+
 namespace platform {
 class Desktop;
 }
@@ -18,6 +20,7 @@ struct PanelServices {
     AppSettings& settings;
     BuiltInLibrary& builtIns;
     const platform::Desktop& desktop;
+    Thumbnail& thumbnails;
 };
 
 /// When the program ends by itself: never, at the first frame on the screen (before any shelf is read), or once nothing

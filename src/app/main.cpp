@@ -1,6 +1,7 @@
 #include "app/Application.h"
 #include "app/PanelWindow.h"
 #include "cli/CommandLine.h"
+#include "imaging/Thumbnail.h"
 #include "platform/Bookmarks.h"
 #include "platform/Desktop.h"
 #include "platform/SettingsStore.h"
@@ -28,11 +29,12 @@ int main(int argc, char** argv) {
     Storage storage(*settingsStore, *bookmarks, *desktop, commandLine.library());
     AppSettings settings(*settingsStore);
     BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
+    Thumbnail thumbnails(desktop->cacheFolder());
 
-    if (!panel) return commandLine.run({storage, settings, builtIns, *bookmarks, *desktop});
+    if (!panel) return commandLine.run({storage, settings, builtIns, *bookmarks, *desktop, thumbnails});
 
     if (commandLine.library())
         if (const auto root = storage.root(); !root) return commandLine.fail(root.error());
     auto& gui = static_cast<QGuiApplication&>(*application);
-    return runPanel(gui, {storage, settings, builtIns, *desktop}, *panel);
+    return runPanel(gui, {storage, settings, builtIns, *desktop, thumbnails}, *panel);
 }

@@ -10,6 +10,7 @@ namespace quillary {
 class AppSettings;
 class BuiltInLibrary;
 class Storage;
+class Thumbnail;
 
 namespace platform {
 class Bookmarks;
@@ -28,6 +29,7 @@ struct CommandServices {
     BuiltInLibrary& builtIns;
     platform::Bookmarks& bookmarks;
     const platform::Desktop& desktop;
+    Thumbnail& thumbnails;
 };
 
 /// One command: the words it takes, which the parser stores in its members, and what it does.

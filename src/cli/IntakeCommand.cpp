@@ -127,10 +127,10 @@ class ThumbnailCommand final : public Command {
         grammar.path("--output", m_output, Value::file, "Write the PNG here");
     }
 
-    std::expected<ExitStatus, CommandError> run(const CommandServices&, Output& output) override {
+    std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         std::error_code missing;
         const fs::path path = fs::absolute(m_file, missing);
-        const QImage picture = fs::is_regular_file(path, missing) ? Thumbnail::load(path) : QImage();
+        const QImage picture = services.thumbnails.load(path);
         if (picture.isNull()) return std::unexpected(ImageIntakeError::unreadableFile(path));
         TRY(writePng(picture, m_output));
         if (output.json())

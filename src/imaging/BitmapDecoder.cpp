@@ -168,17 +168,20 @@ std::expected<QImage, Error> decode(const Source& source, std::stop_token stop) 
     return decodeWithToolkit(source);
 }
 
-QImage thumbnail(const std::filesystem::path& file, int longestSide) {
+Reduced thumbnail(const std::filesystem::path& file, int longestSide) {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(file, ignored)) return {};
     if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
         auto opened = bitmaps->openThumbnail(file.native(), longestSide);
-        if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened))
-            return decodePicture(**picture, {}).value_or(QImage());
+        if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened)) {
+            const codecs::Header& header = (*picture)->header();
+            const QSize original(static_cast<int>(header.originalWidth), static_cast<int>(header.originalHeight));
+            return {decodePicture(**picture, {}).value_or(QImage()), original};
+        }
     }
     const QImage whole = decode(file).value_or(QImage());
-    if (whole.width() <= longestSide && whole.height() <= longestSide) return whole;
-    return whole.scaled(longestSide, longestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    if (whole.width() <= longestSide && whole.height() <= longestSide) return {whole, whole.size()};
+    return {whole.scaled(longestSide, longestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation), whole.size()};
 }
 
 bool hasBitmapSignature(const std::filesystem::path& file) {

@@ -24,8 +24,12 @@ enum class Error {
 /// regular one. A stop request ends it with `unreadable`.
 std::expected<QImage, Error> decode(const Source& source, std::stop_token stop = {});
 
-/// An upright picture of at most `longestSide` pixels in each direction, never enlarged; null when there is none.
-QImage thumbnail(const std::filesystem::path& file, int longestSide);
+struct Reduced {
+    QImage picture; ///< null when there is none
+    QSize original; ///< of the whole picture, upright
+};
+/// An upright picture of at most `longestSide` pixels in each direction, never enlarged.
+Reduced thumbnail(const std::filesystem::path& file, int longestSide);
 
 /// Whether the first bytes of a file are those of a common bitmap format.
 bool hasBitmapSignature(const std::filesystem::path& file);

@@ -18,6 +18,8 @@ public:
     /// The user's folder for films; absent system answers give "Movies" in the home folder. Not created.
     virtual std::filesystem::path moviesFolder() const = 0;
     virtual std::filesystem::path homeFolder() const = 0;
+    /// The user's folder for what can be made again. Not created.
+    virtual std::filesystem::path cacheFolder() const = 0;
 
     /// Whether the user asked for less movement.
     virtual bool prefersReducedMotion() const = 0;

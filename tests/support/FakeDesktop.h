@@ -12,6 +12,7 @@ public:
 
     std::filesystem::path moviesFolder() const override { return movies.empty() ? home / "Movies" : movies; }
     std::filesystem::path homeFolder() const override { return home; }
+    std::filesystem::path cacheFolder() const override { return home / ".cache"; }
     bool prefersReducedMotion() const override { return reducedMotion; }
     ColorScheme colorScheme() const override { return scheme; }
 

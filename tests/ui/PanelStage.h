@@ -3,6 +3,7 @@
 #include "library/AppSettings.h"
 #include "library/BuiltInLibrary.h"
 #include "library/Storage.h"
+#include "imaging/Thumbnail.h"
 #include "library/ui/ThumbnailProvider.h"
 #include "panel/PanelModel.h"
 #include "platform/Clipboard.h"
@@ -29,7 +30,7 @@ public:
     explicit PanelStage(std::filesystem::path builtInSets = {}) : builtIns(std::move(builtInSets)) {
         saves.setMaxThreadCount(1);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider);
+        engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider(thumbnails));
     }
     ~PanelStage() {
         root.reset();
@@ -89,6 +90,7 @@ public:
     QThreadPool work;
     QThreadPool saves;
     PanelModel model{{storage, settings, builtIns, clipboard, work, saves}};
+    Thumbnail thumbnails{desktop.cacheFolder()};
     QQmlEngine engine;
     QQuickWindow window;
     std::unique_ptr<QQuickItem> root;

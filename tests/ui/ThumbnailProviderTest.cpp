@@ -67,15 +67,12 @@ TEST_F(ThumbnailProviderTest, ServesTheNewestFirstAndDropsTheUnwanted) {
     EXPECT_LT(std::ranges::find(loaded, "young.png"), std::ranges::find(loaded, "old.png"));
 }
 
-TEST_F(ThumbnailProviderTest, RemembersPicturesAndTellsFailures) {
-    for (int time = 0; time < 2; ++time) {
-        const auto response = ask("a.png", {110, 99});
-        ASSERT_TRUE(finishes(*response));
-        const std::unique_ptr<QQuickTextureFactory> factory(response->textureFactory());
-        ASSERT_TRUE(factory);
-        EXPECT_EQ(factory->textureSize(), QSize(110, 99));
-    }
-    EXPECT_EQ(loaded.size(), 1U);
+TEST_F(ThumbnailProviderTest, DeliversPicturesAndTellsFailures) {
+    const auto response = ask("a.png", {110, 99});
+    ASSERT_TRUE(finishes(*response));
+    const std::unique_ptr<QQuickTextureFactory> factory(response->textureFactory());
+    ASSERT_TRUE(factory);
+    EXPECT_EQ(factory->textureSize(), QSize(110, 99));
     const auto broken = ask("broken.png");
     ASSERT_TRUE(finishes(*broken));
     EXPECT_FALSE(broken->errorString().isEmpty());

@@ -23,6 +23,8 @@ enum class Failure {
 struct Header {
     std::int64_t width = 0; ///< as stored, before `orientation`
     std::int64_t height = 0;
+    std::int64_t originalWidth = 0; ///< upright, of the picture that a small one was made from
+    std::int64_t originalHeight = 0;
     bool hasAlpha = false;
     int orientation = 1;                      ///< as EXIF counts: 1 is upright
     std::span<const std::byte> colourProfile; ///< ICC; lives as long as the picture

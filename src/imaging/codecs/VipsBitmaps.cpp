@@ -29,6 +29,8 @@ public:
     }
     explicit operator bool() const { return m_object != nullptr; }
     T* get() const { return m_object; }
+    /// One more reference to the same object.
+    Reference shared() const { return Reference(m_object ? static_cast<T*>(g_object_ref(m_object)) : nullptr); }
 
 private:
     T* m_object = nullptr;
@@ -87,11 +89,18 @@ Image ready(const Image& image, bool asStored) {
 
 class VipsPicture : public Picture {
 public:
-    explicit VipsPicture(Image image)
+    /// `original` is what the picture was made from.
+    VipsPicture(Image image, const Image& original)
         : m_image(std::move(image))
-        , m_header{vips_image_get_width(m_image.get()), vips_image_get_height(m_image.get()),
-                   vips_image_hasalpha(m_image.get()) != FALSE, vips_image_get_orientation(m_image.get()),
-                   colourProfile(m_image)} {}
+        , m_header{vips_image_get_width(m_image.get()),
+                   vips_image_get_height(m_image.get()),
+                   vips_image_get_width(original.get()),
+                   vips_image_get_height(original.get()),
+                   vips_image_hasalpha(m_image.get()) != 0,
+                   vips_image_get_orientation(m_image.get()),
+                   colourProfile(m_image)} {
+        if (vips_image_get_orientation_swap(original.get())) std::swap(m_header.originalWidth, m_header.originalHeight);
+    }
 
     const Header& header() const override { return m_header; }
 
@@ -144,45 +153,66 @@ Input input(const Source& source) {
 
 using Opened = std::variant<std::unique_ptr<Picture>, Failure>;
 
-template <typename Load>
-Opened opened(const Source& source, Load load) {
-    const Input from = input(source);
-    const char* loader = from ? vips_foreign_find_load_source(from.get()) : nullptr;
-    vips_error_clear();
-    if (!loader) return Failure::unsupported;
-    Image image = step([&](VipsImage** out) { return load(from.get(), loader, out); });
-    if (image) return std::make_unique<VipsPicture>(std::move(image));
-    return failureIsFinal(loader) ? Failure::broken : Failure::unsupported;
+Image whole(VipsSource* from, VipsFailOn failOn) {
+    return step([&](VipsImage** out) {
+        *out = vips_image_new_from_source(from, "", "access", VIPS_ACCESS_SEQUENTIAL, "fail_on", failOn, nullptr);
+        return *out ? 0 : -1;
+    });
+}
+
+/// The library itself shrinks only half as far while it decodes.
+Image reducedJpeg(VipsSource* from, const Image& original, int longestSide) {
+    const int side = std::max(vips_image_get_width(original.get()), vips_image_get_height(original.get()));
+    int shrink = 8;
+    while (shrink > 1 && side / shrink < longestSide) shrink /= 2;
+    const Image decoded = step([&](VipsImage** image) {
+        return vips_jpegload_source(from, image, "shrink", shrink, "access", VIPS_ACCESS_SEQUENTIAL, nullptr);
+    });
+    if (!decoded) return {};
+    return step([&](VipsImage** out) {
+        return vips_thumbnail_image(decoded.get(), out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
+                                    nullptr);
+    });
+}
+
+Image reducedPicture(VipsSource* from, int longestSide) {
+    return step([&](VipsImage** out) {
+        return vips_thumbnail_source(from, out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN, nullptr);
+    });
 }
 
 class VipsBitmaps : public Bitmaps {
 public:
     Opened open(const Source& source) override {
-        return opened(source, [](VipsSource* from, const char*, VipsImage** out) {
-            *out = vips_image_new_from_source(from, "", "access", VIPS_ACCESS_SEQUENTIAL, "fail_on",
-                                              VIPS_FAIL_ON_TRUNCATED, nullptr);
-            return *out ? 0 : -1;
-        });
+        const Input from = input(source);
+        const char* loader = loaderOf(from);
+        if (!loader) return Failure::unsupported;
+        Image image = whole(from.get(), VIPS_FAIL_ON_TRUNCATED);
+        return image ? opened(image.shared(), image) : failed(loader);
     }
 
     Opened openThumbnail(const std::string& path, int longestSide) override {
-        return opened(path, [longestSide](VipsSource* from, const char* loader, VipsImage** out) {
-            if (std::string_view(loader).find("Jpeg") == std::string_view::npos)
-                return vips_thumbnail_source(from, out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
-                                             nullptr);
-            // The library itself shrinks only half as far while it decodes.
-            const Image whole = step([&](VipsImage** image) { return vips_jpegload_source(from, image, nullptr); });
-            if (!whole) return -1;
-            const int side = std::max(vips_image_get_width(whole.get()), vips_image_get_height(whole.get()));
-            int shrink = 8;
-            while (shrink > 1 && side / shrink < longestSide) shrink /= 2;
-            const Image reduced = step([&](VipsImage** image) {
-                return vips_jpegload_source(from, image, "shrink", shrink, "access", VIPS_ACCESS_SEQUENTIAL, nullptr);
-            });
-            if (!reduced) return -1;
-            return vips_thumbnail_image(reduced.get(), out, longestSide, "height", longestSide, "size", VIPS_SIZE_DOWN,
-                                        nullptr);
-        });
+        const Input from = input(path);
+        const char* loader = loaderOf(from);
+        if (!loader) return Failure::unsupported;
+        const Image original = whole(from.get(), VIPS_FAIL_ON_NONE);
+        if (!original) return failed(loader);
+        const bool jpeg = std::string_view(loader).find("Jpeg") != std::string_view::npos;
+        Image image = jpeg ? reducedJpeg(from.get(), original, longestSide) : reducedPicture(from.get(), longestSide);
+        return image ? opened(std::move(image), original) : failed(loader);
+    }
+
+private:
+    static const char* loaderOf(const Input& from) {
+        const char* loader = from ? vips_foreign_find_load_source(from.get()) : nullptr;
+        vips_error_clear();
+        return loader;
+    }
+    static Opened opened(Image image, const Image& original) {
+        return std::make_unique<VipsPicture>(std::move(image), original);
+    }
+    static Failure failed(const char* loader) {
+        return failureIsFinal(loader) ? Failure::broken : Failure::unsupported;
     }
 };
 

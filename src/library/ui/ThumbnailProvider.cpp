@@ -15,10 +15,6 @@ namespace {
 constexpr qreal cornerShare = 0.073; ///< of a tile's width
 constexpr qreal marginShare = 0.1;
 
-int kilobytes(const QImage& image) {
-    return static_cast<int>(image.sizeInBytes() / 1024) + 1;
-}
-
 std::optional<std::filesystem::path> fileOf(const QString& id) {
     const qsizetype stamp = id.lastIndexOf(u'?');
     return pathOfFileUrl(id.left(stamp).toLatin1());
@@ -73,7 +69,10 @@ private:
     QImage m_image;
 };
 
-ThumbnailProvider::ThumbnailProvider() : ThumbnailProvider(&Thumbnail::load) {}
+ThumbnailProvider::ThumbnailProvider(Thumbnail& thumbnails)
+    : ThumbnailProvider([&thumbnails](const std::filesystem::path& file, std::stop_token stop) {
+        return thumbnails.load(file, std::move(stop));
+    }) {}
 
 ThumbnailProvider::ThumbnailProvider(Load load) : m_load(std::move(load)) {
     m_pool.setMaxThreadCount(2);
@@ -108,22 +107,16 @@ bool ThumbnailProvider::withdraw(const Request& request) {
 
 void ThumbnailProvider::serve() {
     std::shared_ptr<Request> request;
-    QString key;
-    QImage image;
     {
         const QMutexLocker lock(&m_mutex);
         if (m_waiting.empty()) return;
         request = std::move(m_waiting.back());
         m_waiting.pop_back();
-        key = QStringLiteral("%1 %2x%3").arg(request->id).arg(request->size.width()).arg(request->size.height());
-        if (const QImage* known = m_cache.object(key)) image = *known;
     }
     const auto file = fileOf(request->id);
-    if (image.isNull() && file && !request->stop.stop_requested()) {
+    QImage image;
+    if (file && !request->stop.stop_requested())
         image = composed(m_load(*file, request->stop.get_token()), request->size);
-        const QMutexLocker lock(&m_mutex);
-        if (!image.isNull()) m_cache.insert(key, new QImage(image), kilobytes(image));
-    }
     ThumbnailResponse::finish(*request, image);
     --m_open;
 }

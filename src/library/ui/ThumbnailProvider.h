@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCache>
 #include <QImage>
 #include <QMutex>
 #include <QQuickAsyncImageProvider>
@@ -14,6 +13,7 @@
 
 namespace quillary {
 
+class Thumbnail;
 class ThumbnailResponse;
 
 /// The pictures of library tiles under "image://thumbnail/<file: URL>?<stamp>". The stamp is the file's date or
@@ -21,15 +21,13 @@ class ThumbnailResponse;
 /// checkerboard below: opaque pictures are cropped and get round corners, those with transparency are fitted with a
 /// margin around them.
 ///
-/// The newest request is served first, on two threads, and one that is no longer wanted is dropped. The last pictures
-/// stay in memory. Files of which no picture can be made end as errors.
+/// The newest request is served first, on two threads, and one that is no longer wanted is dropped. What was made
+/// before is Thumbnail's to remember. Files of which no picture can be made end as errors.
 class ThumbnailProvider : public QQuickAsyncImageProvider {
 public:
-    static constexpr int cacheKilobytes = 64 * 1024;
-
     using Load = std::function<QImage(const std::filesystem::path&, std::stop_token)>;
-    /// Asks Thumbnail.
-    ThumbnailProvider();
+    /// `thumbnails` outlives the provider.
+    explicit ThumbnailProvider(Thumbnail& thumbnails);
     explicit ThumbnailProvider(Load load);
     ~ThumbnailProvider() override;
 
@@ -54,8 +52,7 @@ private:
     QThreadPool m_pool;
     QMutex m_mutex;
     std::vector<std::shared_ptr<Request>> m_waiting; ///< the newest last
-    QCache<QString, QImage> m_cache{cacheKilobytes};
-    std::atomic<int> m_open = 0; ///< requests that are neither answered nor withdrawn
+    std::atomic<int> m_open = 0;                     ///< requests that are neither answered nor withdrawn
 };
 
 } // namespace quillary

@@ -39,6 +39,10 @@ public:
         return userDirectory(text, "XDG_VIDEOS_DIR", home).value_or(home / "Movies");
     }
 
+    fs::path cacheFolder() const override {
+        return folderFromEnvironment("XDG_CACHE_HOME").value_or(homeFolder() / ".cache");
+    }
+
     bool prefersReducedMotion() const override { return manners().current().reducedMotion; }
     ColorScheme colorScheme() const override {
         return manners().current().light ? ColorScheme::light : ColorScheme::dark;

@@ -6,11 +6,13 @@
 #include "panel/QuillaryViewController.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
+#include "platform/Instance.h"
 #include "platform/ItemProvider.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QImage>
+#include <QMetaEnum>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
@@ -85,6 +87,37 @@ void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
     if (!items.empty()) model.handleDrop(items);
 }
 
+template <typename Enumeration>
+QString wordOf(const std::optional<Enumeration>& value) {
+    if (!value) return {};
+    return QLatin1String(QMetaEnum::fromType<Enumeration>().valueToKey(static_cast<int>(*value)));
+}
+
+template <typename Enumeration>
+std::optional<Enumeration> valueOf(const QString& word) {
+    bool known = false;
+    const int value = QMetaEnum::fromType<Enumeration>().keyToValue(word.toLatin1().constData(), &known);
+    return known ? std::optional(static_cast<Enumeration>(value)) : std::nullopt;
+}
+
+void show(PanelModel& model, std::optional<PanelModel::Tab> tab, std::optional<PanelModel::LibraryKind> shelf) {
+    if (shelf) {
+        model.setTab(PanelModel::Tab::library);
+        model.setLibraryKind(*shelf);
+    }
+    if (tab) model.setTab(*tab);
+}
+
+void takeRequest(PanelWindow& window, PanelModel& model, const platform::StartRequest& request) {
+    show(model, valueOf<PanelModel::Tab>(request.tab), valueOf<PanelModel::LibraryKind>(request.shelf));
+    takeArguments(model, request.urls);
+    // The toolkit takes the desktop's permission from there.
+    if (!request.activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", request.activationToken.toUtf8());
+    if (window.windowStates().testFlag(Qt::WindowMinimized)) window.showNormal();
+    window.raise();
+    window.requestActivate();
+}
+
 /// Waits until nothing more is on its way to the screen, then ends the program, with a picture of the window if one is
 /// wanted.
 class Settled : public QObject {
@@ -120,6 +153,14 @@ private:
 
 } // namespace
 
+platform::StartRequest startRequest(const PanelOptions& options) {
+    return {.urls = options.arguments,
+            .tab = wordOf(options.tab),
+            .shelf = wordOf(options.shelf),
+            .activationToken =
+                qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"))};
+}
+
 void preparePanelApplication(const PanelOptions& options) {
     const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (options.screenshot && !display && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
@@ -144,11 +185,7 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         QuillaryViewController controller(
             {services.storage, services.settings, services.builtIns, *clipboard, work, saves}, services.desktop);
         PanelModel& model = controller.model();
-        if (options.tab) model.setTab(*options.tab);
-        if (options.shelf) {
-            model.setTab(PanelModel::Tab::library);
-            model.setLibraryKind(*options.shelf);
-        }
+        show(model, options.tab, options.shelf);
         PanelContainerView* view = controller.loadView(engine, rootView);
         if (!view) return 1;
         PanelWindow window(controller, services.desktop);
@@ -156,6 +193,9 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         if (until != RunUntil::firstFrame) window.appearAfterFirstFrame();
         window.show();
         takeArguments(model, options.arguments);
+        if (services.instance)
+            QObject::connect(services.instance, &platform::Instance::requested, &window,
+                             [&](const platform::StartRequest& request) { takeRequest(window, model, request); });
         std::optional<Settled> settled;
         if (options.screenshot || until == RunUntil::settled)
             settled.emplace(window, model, *thumbnails, options.screenshot);

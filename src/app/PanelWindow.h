@@ -13,7 +13,9 @@ class Thumbnail;
 
 namespace platform {
 class Desktop;
-}
+class Instance;
+struct StartRequest;
+} // namespace platform
 
 struct PanelServices {
     Storage& storage;
@@ -21,11 +23,15 @@ struct PanelServices {
     BuiltInLibrary& builtIns;
     const platform::Desktop& desktop;
     Thumbnail& thumbnails;
+    platform::Instance* instance = nullptr; ///< hears of later starts; null when this one stands alone
 };
 
 /// When the program ends by itself: never, at the first frame on the screen (before any shelf is read), or once nothing
 /// more is on its way to it (a screenshot waits for that too).
 enum class RunUntil { closed, firstFrame, settled };
+
+/// What a start with these options asks of a panel that is open already.
+platform::StartRequest startRequest(const PanelOptions& options);
 
 /// Chooses renderer and platform for the panel. Before the application object is made.
 void preparePanelApplication(const PanelOptions& options);

@@ -4,6 +4,7 @@
 #include "imaging/Thumbnail.h"
 #include "platform/Bookmarks.h"
 #include "platform/Desktop.h"
+#include "platform/Instance.h"
 #include "platform/SettingsStore.h"
 
 #include <QGuiApplication>
@@ -23,6 +24,13 @@ int main(int argc, char** argv) {
     const auto application = commandLine.needsDisplay() ? applicationWithDisplay(argc, argv, noDisplay)
                                                         : applicationWithoutDisplay(argc, argv);
 
+    // A library or a picture of its own makes a start independent of the panel that may be open already.
+    std::unique_ptr<platform::Instance> instance;
+    if (panel && !commandLine.library() && !panel->screenshot) {
+        instance = platform::systemInstance();
+        if (!instance->claim() && instance->handOver(startRequest(*panel))) return 0;
+    }
+
     const auto settingsStore = platform::userSettings();
     const auto bookmarks = platform::systemBookmarks();
     const auto desktop = platform::systemDesktop();
@@ -36,5 +44,5 @@ int main(int argc, char** argv) {
     if (commandLine.library())
         if (const auto root = storage.root(); !root) return commandLine.fail(root.error());
     auto& gui = static_cast<QGuiApplication&>(*application);
-    return runPanel(gui, {storage, settings, builtIns, *desktop, thumbnails}, *panel);
+    return runPanel(gui, {storage, settings, builtIns, *desktop, thumbnails, instance.get()}, *panel);
 }

@@ -1,13 +1,12 @@
 #include "platform/linux/PortalManners.h"
 
-#include <QCoreApplication>
-#include <QDBusConnection>
+#include "platform/linux/SessionBus.h"
+
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QFileInfo>
 
 namespace quillary::platform {
 
@@ -21,13 +20,6 @@ const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString gnomeInterface = QStringLiteral("org.gnome.desktop.interface");
 constexpr int patienceInMilliseconds = 2000;
-
-/// Without a bus the D-Bus library would start one.
-bool hasSessionBus() {
-    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return true;
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !runtime.isEmpty() && QFileInfo::exists(runtime + QStringLiteral("/bus"));
-}
 
 } // namespace
 
@@ -43,18 +35,17 @@ PortalManners::Manners mannersOf(const QMap<QString, QVariantMap>& settings) {
 }
 
 PortalManners::PortalManners() {
-    if (!QCoreApplication::instance() || !hasSessionBus()) return;
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return;
+    auto bus = sessionBus();
+    if (!bus) return;
     qDBusRegisterMetaType<Settings>();
     // The library looks a slot's types up by name, and knows its own only from their first use on.
     qRegisterMetaType<QDBusVariant>();
     // Any sender: naming the service would make the library look it up, and wait.
-    bus.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    bus->connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
+                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto question = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
     question << QStringList{appearance, gnomeInterface};
-    m_answer = bus.asyncCall(question, patienceInMilliseconds);
+    m_answer = bus->asyncCall(question, patienceInMilliseconds);
     auto* watcher = new QDBusPendingCallWatcher(*m_answer, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();

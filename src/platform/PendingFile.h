@@ -45,6 +45,9 @@ public:
     std::expected<void, FileError> copyFrom(const std::filesystem::path& source, const Progress& progress = {},
                                             std::stop_token stop = {});
 
+    /// Takes the extended attributes and the permission bits of `source` alone, for new bytes of the same file.
+    std::expected<void, FileError> copyAttributesFrom(const std::filesystem::path& source);
+
     /// Stamps an extended attribute; `name` without the system's prefix. A file system without attributes is passed
     /// over.
     void setAttribute(std::string_view name, std::string_view value);
@@ -58,12 +61,17 @@ public:
     /// step, so two processes never get the same one and nothing is ever overwritten. Afterwards this object is empty.
     std::expected<std::filesystem::path, FileError> place(const NumberedName& names);
 
+    /// Gives the file this very name in its folder. EEXIST when it is taken: the file then stays as it is, without a
+    /// name.
+    std::expected<void, FileError> placeAs(const std::string& name);
+
     /// Takes the place of `target`, which lies in the same folder, in one step: readers find the old file or the new
     /// one. A link at `target` is itself replaced. Afterwards this object is empty.
     std::expected<void, FileError> replace(const std::filesystem::path& target);
 
 private:
     explicit PendingFile(std::filesystem::path folder);
+    std::expected<void, FileError> claim(const std::filesystem::path& name);
     /// Opens the hidden, locked file of folders that know no unnamed ones.
     std::expected<void, FileError> createHidden();
     /// What is done last, since a file may lose its writability with it.

@@ -63,6 +63,22 @@ TEST(PendingFileTest, takesTheFirstFreeNameAndShowsNothingBefore) {
     EXPECT_EQ(names(folder.path()).size(), 4U);
 }
 
+TEST(PendingFileTest, takesExactlyOneNameOrStaysUnnamed) {
+    const TemporaryFolder folder;
+    writeFile(folder / "taken", "there");
+    platform::setAttribute(folder / "taken", "tag", "kept");
+    fs::permissions(folder / "taken", fs::perms::owner_read);
+    auto file = written(folder.path(), "whole");
+    EXPECT_EQ(file.placeAs("taken").error().code, EEXIST);
+    EXPECT_TRUE(file.copyAttributesFrom(folder / "taken"));
+    EXPECT_TRUE(file.placeAs("free"));
+    EXPECT_EQ(readFile(folder / "taken"), "there");
+    EXPECT_EQ(readFile(folder / "free"), "whole");
+    EXPECT_EQ(platform::attribute(folder / "free", "tag"), "kept");
+    EXPECT_EQ(fs::status(folder / "free").permissions(), fs::perms::owner_read);
+    EXPECT_EQ(names(folder.path()).size(), 2U);
+}
+
 TEST(PendingFileTest, findsTheFirstGapAmongManyTakenNames) {
     const TemporaryFolder folder;
     for (int n = 1; n <= 300; ++n)

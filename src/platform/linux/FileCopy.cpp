@@ -115,4 +115,13 @@ std::expected<void, FileError> PendingFile::copyFrom(const std::filesystem::path
     return {};
 }
 
+std::expected<void, FileError> PendingFile::copyAttributesFrom(const std::filesystem::path& source) {
+    const Descriptor from(::open(source.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!from || ::fstat(from.get(), &status) != 0) return std::unexpected(FileError::last());
+    copyAttributes(from.get(), m_descriptor);
+    m_permissions = status.st_mode & 0777U;
+    return {};
+}
+
 } // namespace quillary::platform

@@ -130,13 +130,22 @@ void PendingFile::applyPermissions() {
     if (m_permissions) ::fchmod(m_descriptor, *m_permissions);
 }
 
+std::expected<void, FileError> PendingFile::claim(const fs::path& name) {
+    return m_temporary.empty() ? linkUnnamed(m_descriptor, name) : renameExclusively(m_temporary, name);
+}
+
 std::expected<fs::path, FileError> PendingFile::place(const NumberedName& names) {
     applyPermissions();
-    const auto placed = claimFreeName(m_folder, names, [this](const fs::path& name) {
-        return m_temporary.empty() ? linkUnnamed(m_descriptor, name) : renameExclusively(m_temporary, name);
-    });
+    const auto placed = claimFreeName(m_folder, names, [this](const fs::path& name) { return claim(name); });
     if (placed) finish();
     return placed;
+}
+
+std::expected<void, FileError> PendingFile::placeAs(const std::string& name) {
+    applyPermissions();
+    TRY(claim(m_folder / name));
+    finish();
+    return {};
 }
 
 std::expected<void, FileError> PendingFile::replace(const fs::path& target) {

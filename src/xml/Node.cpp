@@ -145,6 +145,14 @@ Node Node::firstElement(const char* name) const {
     return {};
 }
 
+Node Node::firstElement() const {
+    return isElement() ? Node(xmlFirstElementChild(m_node)) : Node();
+}
+
+Node Node::nextElement() const {
+    return m_node ? Node(xmlNextElementSibling(m_node)) : Node();
+}
+
 Node Node::appendElement(const char* name) {
     return isElement() ? Node(xmlNewChild(m_node, m_node->ns, chars(name), nullptr)) : Node();
 }

@@ -42,6 +42,9 @@ public:
     std::vector<Node> children() const; ///< of every kind
     std::vector<Node> elements() const; ///< the elements among the children
     Node firstElement(const char* name) const;
+    /// The first element among the children, and the one that follows this node: a walk that makes no lists.
+    Node firstElement() const;
+    Node nextElement() const;
 
     /// Makes an element of this one's namespace as the last child.
     Node appendElement(const char* name);

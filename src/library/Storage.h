@@ -124,6 +124,10 @@ public:
     /// Gives the file a new name in its folder, keeping its extension (also when `name` ends with it). Its star
     /// follows. The name it bears already changes nothing.
     std::expected<std::filesystem::path, StorageError> rename(const std::filesystem::path& file, const QString& name);
+    /// Moves a shelf's file to the first free name of the sequence in `folder`, which is made when it is missing. Its
+    /// star follows.
+    std::expected<std::filesystem::path, StorageError>
+    moveTo(const std::filesystem::path& folder, const NumberedName& names, const std::filesystem::path& file);
     bool createCollection(const QString& collection, Folder folder);
 
     /// The shelf folder that a library file lies under; none outside the library.

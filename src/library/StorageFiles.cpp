@@ -133,6 +133,13 @@ std::expected<fs::path, StorageError> Storage::rename(const fs::path& file, cons
     return moveWithStar(path, path.parent_path(), names);
 }
 
+std::expected<fs::path, StorageError> Storage::moveTo(const fs::path& folder, const NumberedName& names,
+                                                      const fs::path& file) {
+    const fs::path path = TRY(ownFile(file));
+    TRY(makeFolder(folder));
+    return moveWithStar(path, folder, names);
+}
+
 bool Storage::createCollection(const QString& collection, Folder folder) {
     return folderFor(folder, collection).has_value();
 }

@@ -34,6 +34,13 @@ struct Arrangement {
     FileDate modified = distantPast;
     std::optional<QString> collection = {};
     Summary summary = {};
+    std::optional<FileDate> posterStamp = {}; ///< content modification date of the poster; none without one
+
+    /// The PNG beside the block; none when there is no poster.
+    std::optional<std::filesystem::path> posterURL() const {
+        if (!posterStamp) return {};
+        return std::filesystem::path(url).replace_extension("png");
+    }
 
     bool operator==(const Arrangement&) const = default;
 };

@@ -1,0 +1,106 @@
+#include "base/Text.h"
+#include "base/Try.h"
+#include "blocks/ArrangementStore.h"
+#include "blocks/BlockFiles.h"
+#include "imaging/PngEncoder.h"
+#include "library/Storage.h"
+#include "platform/FileAttributes.h"
+
+#include <span>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+using platform::PendingFile;
+
+namespace {
+
+bool isThere(const fs::path& path) {
+    std::error_code failed;
+    return fs::exists(fs::symlink_status(path, failed));
+}
+
+std::expected<void, platform::FileError> writePoster(const QByteArray& png, const fs::path& poster) {
+    PendingFile file = TRY(PendingFile::create(poster.parent_path()));
+    TRY(file.write(std::as_bytes(std::span(png.constData(), png.size()))));
+    TRY(file.sync());
+    TRY(file.replace(poster));
+    return {};
+}
+
+} // namespace
+
+ArrangementStore::Result ArrangementStore::ownBlock(const fs::path& block) {
+    const fs::path root = TRY(m_storage.root());
+    std::error_code failed;
+    const fs::path file = fs::absolute(block, failed).lexically_normal();
+    if (lowercaseExtension(file) != blockExtension || m_storage.shelfFolderOf(file) != root / Storage::blocksFolder())
+        return std::unexpected(Failure::unreadable(QStringLiteral("%1 is not a block.").arg(shown(file.filename()))));
+    if (!isThere(file))
+        return std::unexpected(Failure::unreadable(
+            QStringLiteral("%1: %2").arg(shown(file.filename()), platform::FileError{ENOENT}.description())));
+    return file;
+}
+
+ArrangementStore::Result ArrangementStore::relocate(const fs::path& block, const fs::path& folder,
+                                                    const std::string& stem) {
+    const fs::path poster = posterPath(block);
+    const bool hasPoster = isThere(poster);
+    const NumberedName names = blockNames(stem);
+    // Both files keep one name, so a name counts as taken when either of them would meet another file.
+    unsigned n = 1;
+    while (isThere(folder / names.at(n)) || (hasPoster && isThere(posterPath(folder / names.at(n))))) ++n;
+    const std::string free = fs::path(names.at(n)).stem().native();
+    const fs::path moved = TRY(m_storage.moveTo(folder, blockNames(free), block));
+    if (!hasPoster) return moved;
+    auto along = m_storage.moveTo(folder, {moved.stem().native(), "png"}, poster);
+    if (along) return moved;
+    // A block without its poster would look as if it had lost it: back where it was.
+    (void)m_storage.moveTo(block.parent_path(), blockNames(block.stem().native()), moved);
+    return std::unexpected(Failure(along.error()));
+}
+
+ArrangementStore::Result ArrangementStore::move(const fs::path& block, const std::optional<QString>& collection) {
+    const fs::path file = TRY(ownBlock(block));
+    const fs::path root = TRY(m_storage.root());
+    const fs::path folder = Storage::appending(collection.value_or(QString()), root / Storage::blocksFolder());
+    std::error_code failed;
+    if (folder == file.parent_path() || fs::equivalent(folder, file.parent_path(), failed)) return file;
+    return relocate(file, folder, file.stem().native());
+}
+
+ArrangementStore::Result ArrangementStore::rename(const fs::path& block, const QString& name) {
+    const fs::path file = TRY(ownBlock(block));
+    QString wanted = name;
+    if (wanted.trimmed().endsWith(u".fcpxml", Qt::CaseInsensitive)) wanted = wanted.trimmed().chopped(7);
+    if (wanted.trimmed().isEmpty()) return file;
+    const std::string stem = blockStem(wanted);
+    if (blockNames(stem).at(1) == file.filename().native()) return file;
+    return relocate(file, file.parent_path(), stem);
+}
+
+std::expected<void, ArrangementFailure> ArrangementStore::remove(const fs::path& block) {
+    const fs::path file = TRY(ownBlock(block));
+    TRY(m_storage.remove(file));
+    if (isThere(posterPath(file))) TRY(m_storage.remove(posterPath(file)));
+    return {};
+}
+
+std::expected<void, ArrangementFailure> ArrangementStore::setPoster(const QImage& image, const fs::path& block) {
+    const fs::path file = TRY(ownBlock(block));
+    const QByteArray png = pngData(image);
+    if (png.isEmpty()) return std::unexpected(Failure::unreadable(QStringLiteral("Couldn’t read that image")));
+    const fs::path poster = posterPath(file);
+    if (const auto set = writePoster(png, poster); !set)
+        return std::unexpected(Failure(StorageError::couldNotWrite(poster, set.error().description())));
+    platform::clearQuarantine(poster);
+    return {};
+}
+
+std::expected<void, ArrangementFailure> ArrangementStore::removePoster(const fs::path& block) {
+    const fs::path file = TRY(ownBlock(block));
+    if (isThere(posterPath(file))) TRY(m_storage.remove(posterPath(file)));
+    return {};
+}
+
+} // namespace quillary

@@ -1,0 +1,173 @@
+#include "base/Try.h"
+#include "blocks/ArrangementStore.h"
+#include "blocks/BlockFiles.h"
+#include "library/ShelfIndex.h"
+#include "library/Storage.h"
+
+#include <algorithm>
+#include <set>
+#include <span>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+using platform::PendingFile;
+
+namespace {
+
+bool isFile(const fs::path& path) {
+    std::error_code failed;
+    return fs::is_regular_file(path, failed);
+}
+
+/// The place below the root of a file that lies in a "Final Cut Elements" there; absent for every other file.
+std::optional<fs::path> placeBelow(const fs::path& root, const fs::path& file) {
+    if (root.empty() || !FinalCutElements::holds(file)) return {};
+    const fs::path below = file.lexically_normal().lexically_relative(root);
+    if (below.empty() || *below.begin() == "..") return {};
+    return below;
+}
+
+std::optional<fs::path> found(const FCPXMLDocument::MediaReference& reference, const std::optional<fs::path>& file,
+                              FinalCutElements& elements) {
+    const bool known = file && FinalCutElements::holds(*file);
+    return elements.find(reference.uid, known ? file->filename().native() : std::string());
+}
+
+LibraryItems blockFiles(const fs::path& root) {
+    ShelfIndex index(root / Storage::blocksFolder(), blockExtensions, false);
+    index.refresh();
+    return *index.items();
+}
+
+/// Whether any reference changed.
+bool relink(FCPXMLDocument& document, const fs::path& oldRoot, const fs::path& root, FinalCutElements& elements) {
+    bool changed = false;
+    for (auto& reference : document.media()) {
+        const auto file = reference.file();
+        const auto below = file ? placeBelow(oldRoot, *file) : std::nullopt;
+        std::optional<fs::path> target;
+        if (below && oldRoot != root && isFile(root / *below))
+            target = root / *below;
+        else if (!file || !isFile(*file))
+            target = found(reference, file, elements);
+        if (!target || target == file) continue;
+        reference.setFile(*target);
+        changed = true;
+    }
+    return changed;
+}
+
+/// In one step, keeping the date and whatever else is marked on the file. A block that is gone meanwhile stays gone.
+std::expected<void, platform::FileError> rewrite(const LibraryItem& block, const QByteArray& bytes) {
+    const fs::path file = block.url;
+    PendingFile fresh = TRY(PendingFile::create(file.parent_path()));
+    TRY(fresh.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
+    TRY(fresh.copyAttributesFrom(file));
+    fresh.setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(block.modified));
+    TRY(fresh.sync());
+    if (!isFile(file)) return std::unexpected(platform::FileError{ENOENT});
+    TRY(fresh.replace(file));
+    return {};
+}
+
+/// Whether a filter or a transform works on the element or on anything in it.
+bool isAltered(xml::Node element) {
+    for (xml::Node child = element.firstElement(); child; child = child.nextElement())
+        if (child.isNamed("adjust-transform") || child.name().startsWith("filter-") || isAltered(child)) return true;
+    return false;
+}
+
+/// Whether an element of a storyline is more than its media file.
+bool isMoreThanMedia(xml::Node element) {
+    if (element.isNamed("title") || isAltered(element)) return true;
+    for (xml::Node child = element.firstElement(); child; child = child.nextElement())
+        if (child.attribute("lane")) return true;
+    return false;
+}
+
+bool isOneClip(const FCPXMLDocument& document) {
+    const xml::Node clip = document.clip();
+    for (const char* container : {"library", "event", "project", "sequence"})
+        if (clip.isNamed(container)) return false;
+    if (!clip || isMoreThanMedia(clip)) return false;
+    const xml::Node first = document.spine().firstElement();
+    return !first || (!first.nextElement() && !isMoreThanMedia(first));
+}
+
+} // namespace
+
+std::optional<QByteArray> ArrangementStore::xml(const fs::path& block) {
+    const auto root = m_storage.root();
+    auto document = FCPXMLDocument::read(block);
+    if (!root || !document) return {};
+    FinalCutElements elements(*root);
+    relink(*document, {}, *root, elements);
+    for (const char* kind : {"asset", "media"}) {
+        for (xml::Node element : document->elements(kind)) {
+            element.removeAttribute("uid");
+            element.removeAttribute("modDate");
+        }
+    }
+    QByteArray bytes = document->serialize();
+    return bytes.isEmpty() ? std::nullopt : std::optional(std::move(bytes));
+}
+
+std::optional<fs::path> ArrangementStore::findMedia(const QByteArray& uid) {
+    const auto root = m_storage.root();
+    return root && !uid.isEmpty() ? FinalCutElements(*root).find(uid, {}) : std::nullopt;
+}
+
+std::optional<fs::path> ArrangementStore::singleMediaFile(QByteArrayView xml, const std::optional<QString>& collection,
+                                                          const MediaProgress& progress) {
+    const auto document = FCPXMLDocument::parse(xml);
+    const auto root = m_storage.root();
+    if (!root || !document || !isOneClip(*document)) return {};
+
+    auto references = document->media();
+    // The asset that was dragged, where the resources hold others as well.
+    if (const auto dragged = document->clip().attribute("ref");
+        dragged && document->resource(*dragged).isNamed("asset"))
+        std::erase_if(references, [&](const auto& reference) { return reference.assetId != *dragged; });
+    if (references.empty()) return {};
+    const QByteArray asset = references.front().assetId;
+    if (std::ranges::any_of(references, [&](const auto& reference) { return reference.assetId != asset; })) return {};
+    const auto original = std::ranges::find(references, true, &FCPXMLDocument::MediaReference::isOriginal);
+    const auto& chosen = original == references.end() ? references.front() : *original;
+
+    const auto file = chosen.file();
+    if (!file || !Storage::shelf(*file)) return {};
+    FinalCutElements elements(*root);
+    MediaCopier copier(elements, progress);
+    const fs::path shelf = elements.folderFor(file).parent_path();
+    const auto copy = copier.copyMedia({file, chosen.uid}, Storage::appending(collection.value_or(QString()), shelf));
+    return copy ? std::optional(*copy) : std::nullopt;
+}
+
+int ArrangementStore::relinkAll(const fs::path& oldRoot) {
+    const auto root = m_storage.root();
+    if (!root) return 0;
+    FinalCutElements elements(*root);
+    int written = 0;
+    for (const LibraryItem& block : blockFiles(*root)) {
+        auto document = FCPXMLDocument::read(block.url);
+        if (!document || !relink(*document, oldRoot, *root, elements)) continue;
+        const QByteArray bytes = document->serialize();
+        if (!bytes.isEmpty() && rewrite(block, bytes)) ++written;
+    }
+    return written;
+}
+
+std::vector<fs::path> ArrangementStore::mediaOfBlocks(const fs::path& root) {
+    std::set<fs::path> files;
+    for (const LibraryItem& block : blockFiles(root)) {
+        const auto document = FCPXMLDocument::read(block.url);
+        if (!document) continue;
+        for (const auto& reference : document->media())
+            if (const auto file = reference.file())
+                if (auto below = placeBelow(root, *file)) files.insert(*std::move(below));
+    }
+    return {files.begin(), files.end()};
+}
+
+} // namespace quillary

@@ -1,0 +1,130 @@
+#include "blocks/ArrangementStore.h"
+
+#include "base/Text.h"
+#include "base/Try.h"
+#include "blocks/BlockFiles.h"
+#include "blocks/BlockIndex.h"
+#include "library/Storage.h"
+#include "platform/FileAttributes.h"
+
+#include <QFile>
+#include <span>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+using platform::PendingFile;
+
+namespace {
+
+bool holdsExactly(const fs::path& file, const QByteArray& bytes) {
+    std::error_code failed;
+    if (!fs::is_regular_file(file, failed) || fs::file_size(file, failed) != static_cast<std::uintmax_t>(bytes.size()))
+        return false;
+    QFile opened(file);
+    return opened.open(QIODevice::ReadOnly) && opened.readAll() == bytes;
+}
+
+std::expected<PendingFile, platform::FileError> written(const QByteArray& bytes, const fs::path& folder) {
+    PendingFile file = TRY(PendingFile::create(folder));
+    TRY(file.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
+    TRY(file.sync());
+    return file;
+}
+
+QString asked(const std::optional<QString>& name) {
+    return name && !name->trimmed().isEmpty() ? *name : QString();
+}
+
+} // namespace
+
+std::expected<Arrangement, ArrangementFailure> ArrangementStore::save(QByteArrayView xml,
+                                                                      const std::optional<QString>& name,
+                                                                      const std::optional<QString>& collection,
+                                                                      const MediaProgress& progress) {
+    FCPXMLDocument document = TRY(FCPXMLDocument::parse(xml));
+    QString called = asked(name);
+    if (called.isEmpty()) called = asked(document.derivedName());
+    if (called.isEmpty()) called = QStringLiteral("Block");
+
+    const fs::path root = TRY(m_storage.root());
+    TRY(makeSelfContained(document, called, root, progress));
+    const QByteArray bytes = document.serialize();
+    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(QStringLiteral("Not enough memory")));
+
+    const fs::path folder = Storage::appending(collection.value_or(QString()), root / Storage::blocksFolder());
+    Arrangement block{.url = TRY(place(bytes, called, folder)), .name = {}};
+    block.name = shownStem(block.url);
+    block.modified = std::chrono::time_point_cast<FileDate::duration>(std::chrono::system_clock::now());
+    block.collection = collectionOfBlock(block.url, root);
+    block.summary = summarize(document);
+    return block;
+}
+
+ArrangementStore::Result ArrangementStore::place(const QByteArray& xml, const QString& name, const fs::path& folder) {
+    const NumberedName names = blockNames(blockStem(name));
+    const auto failed = [&](const platform::FileError& error) {
+        return std::unexpected(Failure(StorageError::couldNotWrite(folder / names.at(1), error.description())));
+    };
+    if (const auto made = platform::createFolders(folder); !made) return failed(made.error());
+    std::optional<PendingFile> file;
+    for (unsigned n = 1;;) {
+        const fs::path candidate = folder / names.at(n);
+        std::error_code ignored;
+        if (fs::exists(fs::symlink_status(candidate, ignored))) {
+            if (holdsExactly(candidate, xml)) return std::unexpected(Failure::alreadySaved(name));
+            ++n;
+            continue;
+        }
+        if (!file) {
+            auto made = written(xml, folder);
+            if (!made) return failed(made.error());
+            file = *std::move(made);
+        }
+        const auto placed = file->placeAs(names.at(n));
+        if (!placed && placed.error().code != EEXIST) return failed(placed.error());
+        if (!placed) continue; // Another process took the name: it may have saved this very clip.
+        platform::clearQuarantine(candidate);
+        return candidate;
+    }
+}
+
+std::expected<void, ArrangementFailure> ArrangementStore::makeSelfContained(FCPXMLDocument& document,
+                                                                            const QString& name, const fs::path& root,
+                                                                            const MediaProgress& progress) {
+    FinalCutElements elements(root);
+    MediaCopier copier(elements, progress);
+    auto references = document.media();
+    for (const auto& reference : references)
+        copier.announce({reference.file(), reference.uid}, elements.folderFor(reference.file()));
+    for (auto& reference : references) {
+        const auto file = reference.file();
+        const auto copy = copier.copyMedia({file, reference.uid}, elements.folderFor(file));
+        if (!copy) return std::unexpected(Failure::noMedia(name, copy.error().description()));
+        reference.setFile(*copy);
+    }
+    return {};
+}
+
+std::vector<Arrangement> ArrangementStore::blocks() {
+    const auto root = m_storage.root();
+    if (!root) return {};
+    BlockIndex index(*root, BlockIndex::Watch::no);
+    index.refresh();
+    return *index.blocks();
+}
+
+QStringList ArrangementStore::collections() {
+    const auto root = m_storage.root();
+    if (!root) return {};
+    ShelfIndex index(*root / Storage::blocksFolder(), {}, false);
+    index.refresh();
+    return index.collectionFolders();
+}
+
+bool ArrangementStore::createCollection(const QString& path) {
+    const auto root = m_storage.root();
+    return root && platform::createFolders(Storage::appending(path, *root / Storage::blocksFolder())).has_value();
+}
+
+} // namespace quillary

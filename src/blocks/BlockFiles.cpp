@@ -1,0 +1,28 @@
+#include "blocks/BlockFiles.h"
+
+namespace quillary {
+
+std::string blockStem(const QString& name) {
+    if (name.trimmed().isEmpty()) return "Block";
+    QString safe = name;
+    for (QChar& c : safe)
+        if (c == u'/' || c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
+            c = u'-';
+    if (safe.startsWith(u'.')) safe[0] = u'-';
+    return safe.toStdString();
+}
+
+std::filesystem::path posterPath(const std::filesystem::path& block) {
+    auto poster = block;
+    return poster.replace_extension("png");
+}
+
+std::optional<FileDate> posterStampOf(const std::filesystem::path& block) {
+    std::error_code none;
+    const auto written = std::filesystem::last_write_time(posterPath(block), none);
+    if (none) return {};
+    return std::chrono::time_point_cast<FileDate::duration>(std::chrono::file_clock::to_sys(written));
+}
+
+} // namespace quillary

@@ -1,0 +1,117 @@
+#include "blocks/FCPXMLDocument.h"
+
+#include "base/FileUrl.h"
+#include "base/Text.h"
+#include "base/Try.h"
+
+#include <QFile>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Calls `visit` for every element in document order. Nesting is bounded by the parser.
+template <typename Visit>
+void visitElements(xml::Node element, const Visit& visit) {
+    for (; element; element = element.nextElement()) {
+        visit(element);
+        visitElements(element.firstElement(), visit);
+    }
+}
+
+std::optional<QString> nameOf(xml::Node element) {
+    const auto name = element.attribute("name");
+    return name && !name->isEmpty() ? std::optional(QString::fromUtf8(*name)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<fs::path> FCPXMLDocument::MediaReference::file() const {
+    const auto src = holder.attribute("src");
+    return src ? pathOfFileUrl(src->trimmed()) : std::nullopt;
+}
+
+void FCPXMLDocument::MediaReference::setFile(const fs::path& file) {
+    holder.setAttribute("src", fileUrl(file));
+    while (xml::Node bookmark = holder.firstElement("bookmark")) bookmark.remove();
+}
+
+std::expected<FCPXMLDocument, ArrangementFailure> FCPXMLDocument::parse(QByteArrayView bytes) {
+    auto document = xml::Document::parse(bytes, largest);
+    if (!document) return std::unexpected(ArrangementFailure::unreadable(document.error().description()));
+    if (!document->root().isNamed("fcpxml")) return std::unexpected(ArrangementFailure::notFCPXML());
+    return FCPXMLDocument(*std::move(document));
+}
+
+std::expected<FCPXMLDocument, ArrangementFailure> FCPXMLDocument::read(const fs::path& file) {
+    return parse(TRY(bytesOf(file)));
+}
+
+std::expected<QByteArray, ArrangementFailure> FCPXMLDocument::bytesOf(const fs::path& file) {
+    const auto unreadable = [&](const QString& why) {
+        return std::unexpected(
+            ArrangementFailure::unreadable(QStringLiteral("Could not read %1: %2").arg(shown(file.filename()), why)));
+    };
+    std::error_code failed;
+    if (!fs::is_regular_file(file, failed))
+        return unreadable(failed ? QString::fromStdString(failed.message()) : QStringLiteral("not a file"));
+    QFile opened(file);
+    if (!opened.open(QIODevice::ReadOnly)) return unreadable(opened.errorString());
+    if (opened.size() > largest) return unreadable(QStringLiteral("The document is too large."));
+    // One byte more tells a file that grows meanwhile.
+    return opened.read(opened.size() + 1);
+}
+
+std::optional<QString> FCPXMLDocument::derivedName() const {
+    if (auto name = nameOf(clip())) return name;
+    for (xml::Node group = m_document.root().firstElement(); group; group = group.nextElement())
+        if (group.isNamed("resources"))
+            if (const xml::Node media = group.firstElement("media")) return nameOf(media);
+    return {};
+}
+
+xml::Node FCPXMLDocument::clip() const {
+    xml::Node element = m_document.root().firstElement();
+    while (element && (element.isNamed("resources") || element.isNamed("import-options")))
+        element = element.nextElement();
+    return element;
+}
+
+xml::Node FCPXMLDocument::resource(const QByteArray& id) const {
+    const xml::Node resources = m_document.root().firstElement("resources");
+    for (xml::Node element = resources.firstElement(); element; element = element.nextElement())
+        if (element.attribute("id") == id) return element;
+    return {};
+}
+
+xml::Node FCPXMLDocument::spine() const {
+    const auto ref = clip().attribute("ref");
+    return ref ? resource(*ref).firstElement("sequence").firstElement("spine") : xml::Node();
+}
+
+std::vector<xml::Node> FCPXMLDocument::elements(const char* name) const {
+    std::vector<xml::Node> found;
+    visitElements(m_document.root(), [&](xml::Node element) {
+        if (element.isNamed(name)) found.push_back(element);
+    });
+    return found;
+}
+
+std::vector<FCPXMLDocument::MediaReference> FCPXMLDocument::media() const {
+    std::vector<MediaReference> found;
+    for (const xml::Node asset : elements("asset")) {
+        const QByteArray id = asset.attribute("id").value_or(QByteArray());
+        const QByteArray uid = asset.attribute("uid").value_or(QByteArray());
+        const std::size_t before = found.size();
+        for (xml::Node child = asset.firstElement(); child; child = child.nextElement())
+            if (child.isNamed("media-rep"))
+                found.push_back(
+                    {child, id, uid, child.attribute("kind").value_or("original-media") == "original-media"});
+        if (found.size() == before && asset.attribute("src")) found.push_back({asset, id, uid});
+    }
+    return found;
+}
+
+} // namespace quillary

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "blocks/ArrangementFailure.h"
+#include "xml/Document.h"
+
+#include <QByteArray>
+#include <QString>
+#include <expected>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace quillary {
+
+/// An FCPXML document of any version: its parts that matter to a block. What it does not know stays as it is.
+///
+/// Movable; any one thread at a time. Nodes that it hands out are good while it lives.
+class FCPXMLDocument {
+public:
+    /// A document of more bytes than this is refused unread.
+    static constexpr qsizetype largest = 256 * 1024 * 1024;
+
+    /// One file that an asset refers to. From version 1.9 on each asset has a `media-rep` for each of its files, up to
+    /// 1.8 the asset itself carries the reference.
+    struct MediaReference {
+        xml::Node holder;       ///< the element with the "src" attribute and the "bookmark" child
+        QByteArray assetId;     ///< empty when it has none
+        QByteArray uid;         ///< of the asset, empty when it has none
+        bool isOriginal = true; ///< false for a proxy that stands beside the original
+
+        /// The file behind "src"; none when that is missing or no file of this machine.
+        std::optional<std::filesystem::path> file() const;
+        /// Points it at a file; the bookmark, which would name another one, goes.
+        void setFile(const std::filesystem::path& file);
+    };
+
+    static std::expected<FCPXMLDocument, ArrangementFailure> parse(QByteArrayView bytes);
+    static std::expected<FCPXMLDocument, ArrangementFailure> read(const std::filesystem::path& file);
+    /// A document's bytes. Only of a regular file, and of none that is larger than `largest`.
+    static std::expected<QByteArray, ArrangementFailure> bytesOf(const std::filesystem::path& file);
+
+    /// The clip's own name, else that of the first compound media.
+    std::optional<QString> derivedName() const;
+
+    /// What was dragged: the first element that is neither the resources nor the options of an import.
+    xml::Node clip() const;
+    /// The resource with this id; no node when there is none.
+    xml::Node resource(const QByteArray& id) const;
+    /// The storyline of the compound clip that `clip` stands for; no node for every other clip.
+    xml::Node spine() const;
+
+    /// Every element of that name, in document order.
+    std::vector<xml::Node> elements(const char* name) const;
+    /// Every reference to a file, in document order.
+    std::vector<MediaReference> media() const;
+
+    QByteArray serialize() const { return m_document.serialize(); }
+
+private:
+    explicit FCPXMLDocument(xml::Document document) : m_document(std::move(document)) {}
+
+    xml::Document m_document;
+};
+
+} // namespace quillary

@@ -1,0 +1,89 @@
+#include "blocks/FinalCutElements.h"
+
+#include "library/Storage.h"
+#include "platform/FileAttributes.h"
+
+#include <QString>
+#include <algorithm>
+#include <array>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr qsizetype prefixLength = 8; ///< characters
+
+} // namespace
+
+fs::path FinalCutElements::folderFor(const std::optional<fs::path>& file) const {
+    using Folder = Storage::Folder;
+    const Folder shelf = file ? Storage::shelf(*file).value_or(Folder::recent) : Folder::images;
+    return m_root / Storage::relativeFolder(shelf) / folderName;
+}
+
+bool FinalCutElements::holds(const fs::path& file) {
+    return file.parent_path().filename() == folderName;
+}
+
+std::string FinalCutElements::prefix(const QByteArray& uid) {
+    if (uid.isEmpty()) return {};
+    QString text = QString::fromUtf8(uid).first(std::min(prefixLength, QString::fromUtf8(uid).size()));
+    for (QChar& c : text)
+        if (c == u'/' || c.category() == QChar::Other_Control) c = u'-';
+    if (text.startsWith(u'.')) text[0] = u'-';
+    return text.toStdString() + '-';
+}
+
+QByteArray FinalCutElements::readUID(const fs::path& file) {
+    return QByteArray::fromStdString(platform::attribute(file, uidAttribute).value_or(std::string()));
+}
+
+void FinalCutElements::writeUID(const QByteArray& uid, const fs::path& file) {
+    if (!uid.isEmpty() && readUID(file) != uid) platform::setAttribute(file, uidAttribute, uid.toStdString());
+}
+
+const std::vector<FinalCutElements::Entry>& FinalCutElements::entries() {
+    if (m_entries) return *m_entries;
+    m_entries.emplace();
+    using Folder = Storage::Folder;
+    for (const Folder shelf : {Folder::images, Folder::videos, Folder::audio, Folder::recent}) {
+        std::error_code failed;
+        std::vector<fs::path> files;
+        for (fs::directory_iterator at(m_root / Storage::relativeFolder(shelf) / folderName, failed), end;
+             !failed && at != end; at.increment(failed)) {
+            std::error_code vanished;
+            if (at->is_regular_file(vanished)) files.push_back(at->path());
+        }
+        std::ranges::sort(files);
+        for (fs::path& file : files) {
+            const std::size_t number = m_entries->size();
+            QByteArray uid = readUID(file);
+            if (!uid.isEmpty()) m_byUID.emplace(uid, number);
+            m_byName.emplace(file.filename().native(), number);
+            m_entries->push_back({std::move(file), std::move(uid)});
+        }
+    }
+    return *m_entries;
+}
+
+std::optional<fs::path> FinalCutElements::find(const QByteArray& uid, const std::string& likelyName) {
+    const auto& all = entries();
+    if (!uid.isEmpty())
+        if (const auto marked = m_byUID.find(uid); marked != m_byUID.end()) return all[marked->second].path;
+    // What bears another asset's mark is never taken for this one.
+    const auto free = [&](std::size_t number) { return uid.isEmpty() || all[number].uid.isEmpty(); };
+    const auto [first, last] = m_byName.equal_range(likelyName);
+    for (auto named = first; named != last; ++named)
+        if (free(named->second)) return all[named->second].path;
+    const std::string beginning = prefix(uid);
+    if (beginning.empty()) return {};
+    for (auto named = m_byName.lower_bound(beginning); named != m_byName.end(); ++named) {
+        if (!named->first.starts_with(beginning)) break;
+        if (free(named->second)) return all[named->second].path;
+    }
+    return {};
+}
+
+} // namespace quillary

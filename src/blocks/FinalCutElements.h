@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillary {
+
+/// The media that blocks keep in a library: a folder "Final Cut Elements" in the folders of Images, Videos, Audio and
+/// Recent, and the mark by which a file is known as the copy of an asset.
+///
+/// Made for one operation: what the folders hold is read once, when it is first asked for. Any one thread at a time.
+class FinalCutElements {
+public:
+    static constexpr std::string_view folderName = "Final Cut Elements";
+    static constexpr std::string_view uidAttribute = "com.quillary.assetUID";
+
+    /// `root` is that of the library.
+    explicit FinalCutElements(std::filesystem::path root) : m_root(std::move(root)) {}
+
+    /// The folder for copies of this file, by the shelf of its extension: Recent for extensions of no shelf, Images
+    /// when there is no file.
+    std::filesystem::path folderFor(const std::optional<std::filesystem::path>& file) const;
+    /// Whether a path lies directly in a folder of that name, in whatever library.
+    static bool holds(const std::filesystem::path& file);
+
+    /// What a copy's name begins with: the first 8 characters of the UID and a hyphen; empty without a UID. Characters
+    /// that no file name may hold become "-".
+    static std::string prefix(const QByteArray& uid);
+    /// Empty when the file bears no mark.
+    static QByteArray readUID(const std::filesystem::path& file);
+    /// Best effort: a file system without attributes keeps no mark.
+    static void writeUID(const QByteArray& uid, const std::filesystem::path& file);
+
+    /// The copy of the asset with this UID: the first file that bears its mark, in the order of the folders above, else
+    /// one without a mark that is named like its copies: `likelyName` first. Without a UID only `likelyName` counts,
+    /// which is the last component of the reference that leads nowhere.
+    std::optional<std::filesystem::path> find(const QByteArray& uid, const std::string& likelyName);
+
+private:
+    struct Entry {
+        std::filesystem::path path;
+        QByteArray uid;
+    };
+    const std::vector<Entry>& entries();
+
+    std::filesystem::path m_root;
+    std::optional<std::vector<Entry>> m_entries;
+    std::map<QByteArray, std::size_t> m_byUID;        ///< the first of each mark
+    std::multimap<std::string, std::size_t> m_byName; ///< by file name
+};
+
+} // namespace quillary

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "blocks/FinalCutElements.h"
+#include "platform/FileError.h"
+#include "platform/PendingFile.h"
+
+#include <QByteArray>
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <stop_token>
+
+namespace quillary {
+
+/// How long work on media tells how far it is, and how it is ended early. Both may be left out.
+struct MediaProgress {
+    /// Bytes copied so far, of how many in all. Called on the thread that copies.
+    std::function<void(std::uint64_t done, std::uint64_t total)> report = {};
+    std::stop_token stop = {};
+};
+
+/// Brings the media of one document into the library. Made for one operation, on any one thread.
+///
+/// A copy's name is made from the asset's UID and the file's name, so that the same asset always lands on the same
+/// file and is copied once, also by two processes at the same time. A name that is taken by another file (another
+/// asset's mark, another size where there is no UID, another file of this very document) gets a number instead.
+class MediaCopier {
+public:
+    struct Source {
+        std::optional<std::filesystem::path> file; ///< none when the document names no file of this machine
+        QByteArray uid;                            ///< of the asset; may be empty
+    };
+
+    explicit MediaCopier(FinalCutElements& elements, MediaProgress progress = {})
+        : m_elements(elements), m_progress(std::move(progress)) {}
+
+    /// Tells beforehand of a copy that is to come, so that the progress knows its whole.
+    void announce(const Source& source, const std::filesystem::path& folder);
+
+    /// The place of the asset's file in the library: where it lies already, or a copy in `folder`, which is made when
+    /// it is missing. Links are followed; what is no regular file is refused. A copy has its final name when it is
+    /// whole, bears the mark, and is dated now.
+    std::expected<std::filesystem::path, platform::FileError> copyMedia(const Source& source,
+                                                                        const std::filesystem::path& folder);
+
+private:
+    bool isTheAssets(const std::filesystem::path& copy, const Source& source, bool numbered) const;
+    std::expected<platform::PendingFile, platform::FileError> filled(const Source& source,
+                                                                     const std::filesystem::path& folder);
+    std::filesystem::path given(std::filesystem::path copy, const Source& source);
+
+    FinalCutElements& m_elements;
+    MediaProgress m_progress;
+    std::uint64_t m_done = 0;
+    std::uint64_t m_total = 0;
+    std::map<std::filesystem::path, std::filesystem::path> m_given; ///< copies of this document, with their sources
+};
+
+} // namespace quillary

@@ -42,6 +42,9 @@ public:
         setColor(light ? QColor(0xF4F4F6) : QColor(0x1C1C1F));
     }
 
+    /// Closing tells of a last change, when this is a plain window already.
+    ~PanelWindow() override { disconnect(this, nullptr, this, nullptr); }
+
     void host(PanelContainerView* view) {
         view->setParentItem(contentItem());
         m_controller.viewDidLayout();

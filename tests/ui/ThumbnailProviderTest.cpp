@@ -22,8 +22,10 @@ QImage plain(QSize size, QColor color, QImage::Format format = QImage::Format_RG
 class ThumbnailProviderTest : public testing::Test {
 protected:
     std::unique_ptr<QQuickImageResponse> ask(const char* name, QSize size = {}) {
+        // As an image item passes it on: partly decoded.
+        const QByteArray source = "image://thumbnail/" + fileUrl(std::filesystem::path("/pictures") / name) + "?1";
         const QString id =
-            QString::fromLatin1(fileUrl(std::filesystem::path("/pictures") / name)) + QStringLiteral("?1");
+            QUrl(QString::fromLatin1(source)).toString(QUrl::RemoveScheme | QUrl::RemoveAuthority).mid(1);
         return std::unique_ptr<QQuickImageResponse>(provider.requestImageResponse(id, size));
     }
     QImage load(const std::filesystem::path& file) {
@@ -76,6 +78,13 @@ TEST_F(ThumbnailProviderTest, DeliversPicturesAndTellsFailures) {
     const auto broken = ask("broken.png");
     ASSERT_TRUE(finishes(*broken));
     EXPECT_FALSE(broken->errorString().isEmpty());
+}
+
+TEST_F(ThumbnailProviderTest, FindsFilesWhateverTheirNames) {
+    const std::vector<std::string> names{"pièce é.png", "100 %.png", "50%25.png", "a#b?c.png", "\xE8.png", "😀;[1].png"};
+    for (const std::string& name : names) ASSERT_TRUE(finishes(*ask(name.c_str()))) << name;
+    const std::scoped_lock lock(mutex);
+    EXPECT_EQ(loaded, names);
 }
 
 TEST(ThumbnailCompositionTest, FillsWithOpaquePicturesAndSetsOthersInAMargin) {

@@ -17,7 +17,8 @@ constexpr qreal marginShare = 0.1;
 
 std::optional<std::filesystem::path> fileOf(const QString& id) {
     const qsizetype stamp = id.lastIndexOf(u'?');
-    return pathOfFileUrl(id.left(stamp).toLatin1());
+    // On its way here the toolkit decodes what is text of a URL.
+    return pathOfFileUrl(id.left(stamp).toUtf8());
 }
 
 } // namespace

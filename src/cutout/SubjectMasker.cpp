@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "cutout/subject/SubjectModule.h"
-#include "imaging/ModuleEntry.h"
+#include "platform/ModuleEntry.h"
 
 #include <string>
 

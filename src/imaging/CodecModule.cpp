@@ -1,6 +1,6 @@
 #include "imaging/CodecModule.h"
 
-#include "imaging/ModuleEntry.h"
+#include "platform/ModuleEntry.h"
 #include "imaging/codecs/Codecs.h"
 
 #include <QLoggingCategory>

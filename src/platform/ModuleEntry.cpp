@@ -1,4 +1,4 @@
-#include "imaging/ModuleEntry.h"
+#include "platform/ModuleEntry.h"
 
 #include <QCoreApplication>
 #include <QLibrary>

@@ -39,6 +39,7 @@ std::unique_ptr<QCoreApplication> applicationWithDisplay(int& argc, char** argv,
     if (!displayNamed()) std::exit(refused());
     endedBy = &refused;
     const QtMessageHandler before = qInstallMessageHandler(endAtFatal);
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.tamsel.quillary"));
     auto application = named<QGuiApplication>(argc, argv);
     qInstallMessageHandler(before);
     endedBy = nullptr;

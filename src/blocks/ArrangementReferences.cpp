@@ -35,7 +35,7 @@ std::optional<fs::path> found(const FCPXMLDocument::MediaReference& reference, c
 }
 
 LibraryItems blockFiles(const fs::path& root) {
-    ShelfIndex index(root / Storage::blocksFolder(), blockExtensions, false);
+    ShelfIndex index(root / Storage::blocksFolder(), Storage::blockExtensions, false);
     index.refresh();
     return *index.items();
 }

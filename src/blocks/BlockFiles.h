@@ -1,10 +1,10 @@
 #pragma once
 
 #include "base/NumberedName.h"
+#include "library/Storage.h"
 #include "values/LibraryItem.h"
 
 #include <QString>
-#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -14,8 +14,7 @@ namespace quillary {
 
 /// How blocks are called on disk.
 
-inline constexpr std::string_view blockExtension = "fcpxml";
-inline constexpr std::array<std::string_view, 1> blockExtensions{blockExtension};
+inline constexpr std::string_view blockExtension = Storage::blockExtensions.front();
 
 /// A block's name as the stem of its file: "/" and control characters become "-", and so does a leading dot, since
 /// hidden files show on no shelf. "Block" when nothing is left.

@@ -10,7 +10,7 @@ namespace quillary {
 namespace fs = std::filesystem;
 
 BlockIndex::BlockIndex(const fs::path& root, Watch watch)
-    : m_shelf(root / Storage::blocksFolder(), blockExtensions, watch == Watch::yes) {}
+    : m_shelf(root / Storage::blocksFolder(), Storage::blockExtensions, watch == Watch::yes) {}
 
 const BlockIndex::Read& BlockIndex::read(const LibraryItem& item, std::unordered_map<FileLocation, Read>& kept) {
     std::error_code failed;

@@ -12,6 +12,10 @@ CommandError::CommandError(const StorageError& error)
 CommandError::CommandError(const ImageIntakeError& error)
     : message(error.description()), suggestion(error.recoverySuggestion()) {}
 
+CommandError::CommandError(const ArrangementFailure& error) : message(error.description()) {
+    if (const QString advice = error.recoverySuggestion(); !advice.isEmpty()) suggestion = advice;
+}
+
 CommandError CommandError::usage(QString text, std::optional<QString> advice) {
     return CommandError(std::move(text), std::move(advice), ExitStatus::usage);
 }

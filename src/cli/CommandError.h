@@ -1,5 +1,6 @@
 #pragma once
 
+#include "blocks/ArrangementFailure.h"
 #include "imaging/ImageIntakeError.h"
 #include "library/StorageError.h"
 
@@ -26,6 +27,7 @@ struct CommandError {
     // Not explicit, so that TRY hands errors of the folders below on.
     CommandError(const StorageError& error);
     CommandError(const ImageIntakeError& error);
+    CommandError(const ArrangementFailure& error);
 
     static CommandError usage(QString text, std::optional<QString> advice = {});
 };

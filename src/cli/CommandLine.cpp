@@ -98,6 +98,7 @@ CommandLine::State::State() {
     declareSave(root);
     declareListing(root);
     declareLookingAfter(root);
+    declareBlocks(root);
     declareRecent(root);
     declareLibrary(root);
     declareSettings(root);

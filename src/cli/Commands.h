@@ -11,6 +11,7 @@ void declareClipboardAndFiles(Grammar& root); ///< intake, paste, thumbnail
 void declareSave(Grammar& root);
 void declareListing(Grammar& root);      ///< list, collections
 void declareLookingAfter(Grammar& root); ///< favorite, move, rename, delete
+void declareBlocks(Grammar& root);       ///< block save, xml, media, poster
 void declareRecent(Grammar& root);
 void declareLibrary(Grammar& root);
 void declareSettings(Grammar& root);

@@ -1,5 +1,6 @@
 #include "base/Text.h"
 #include "base/Try.h"
+#include "blocks/ArrangementStore.h"
 #include "cli/CollectionPath.h"
 #include "cli/Commands.h"
 #include "library/Storage.h"
@@ -14,20 +15,21 @@ namespace {
 
 using Outcome = std::expected<fs::path, CommandError>;
 
-enum class Touches { mark, file };
-
-/// A library file by the path that was given. What lies on no shelf is nobody's to change; a block is more than its
-/// document, so its file alone is not touched.
-Outcome libraryFile(const fs::path& given, Touches touches, Storage& storage) {
+/// A library file by the path that was given. What lies on no shelf is nobody's to change.
+Outcome libraryFile(const fs::path& given, Storage& storage) {
     std::error_code missing;
     fs::path file = fs::absolute(given, missing).lexically_normal();
     if (!fs::is_regular_file(file, missing) && !fs::is_symlink(file, missing))
         return std::unexpected(CommandError(QStringLiteral("There is no file “%1”.").arg(shown(given))));
-    const auto shelf = storage.shelfFolderOf(file);
-    if (!shelf) return std::unexpected(CommandError(QStringLiteral("“%1” is not in the library.").arg(shown(given))));
-    if (touches == Touches::file && shelf->filename() == Storage::blocksFolder().filename())
-        return std::unexpected(CommandError(QStringLiteral("This version cannot change blocks yet.")));
+    if (!storage.shelfFolderOf(file))
+        return std::unexpected(CommandError(QStringLiteral("“%1” is not in the library.").arg(shown(given))));
     return file;
+}
+
+/// A block is more than its document: its poster goes along.
+bool isOnBlocksShelf(const fs::path& file, Storage& storage) {
+    const auto shelf = storage.shelfFolderOf(file);
+    return shelf && shelf->filename() == Storage::blocksFolder().filename();
 }
 
 QJsonObject placed(const fs::path& file) {
@@ -35,14 +37,14 @@ QJsonObject placed(const fs::path& file) {
 }
 
 /// Does one thing to each file in turn and prints where each file is now, those that failed left out.
-std::expected<ExitStatus, CommandError> forEach(const std::vector<fs::path>& files, Touches touches,
+std::expected<ExitStatus, CommandError> forEach(const std::vector<fs::path>& files,
                                                 const std::function<Outcome(const fs::path&)>& change,
                                                 const CommandServices& services, Output& output) {
     TRY(services.storage.root());
     QJsonArray array;
     auto status = ExitStatus::done;
     for (const fs::path& given : files) {
-        Outcome outcome = libraryFile(given, touches, services.storage);
+        Outcome outcome = libraryFile(given, services.storage);
         if (outcome) outcome = change(*outcome);
         if (!outcome) {
             output.problem(outcome.error().message);
@@ -57,7 +59,8 @@ std::expected<ExitStatus, CommandError> forEach(const std::vector<fs::path>& fil
     return status;
 }
 
-Outcome asOutcome(std::expected<fs::path, StorageError> result) {
+template <typename Error>
+Outcome asOutcome(std::expected<fs::path, Error> result) {
     return TRY(std::move(result));
 }
 
@@ -70,7 +73,7 @@ class Favorite final : public Command {
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         std::vector<fs::path> marked;
         const auto change = [&](const fs::path& file) -> Outcome { return marked.emplace_back(file); };
-        const ExitStatus status = TRY(forEach(m_files, Touches::mark, change, services, output));
+        const ExitStatus status = TRY(forEach(m_files, change, services, output));
         services.storage.setFavorites(marked, !m_off);
         return status;
     }
@@ -87,8 +90,11 @@ class Move final : public Command {
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         const auto collection = collectionOf(m_collection);
-        const auto change = [&](const fs::path& file) { return asOutcome(services.storage.move(file, collection)); };
-        return forEach(m_files, Touches::file, change, services, output);
+        const auto change = [&](const fs::path& file) {
+            if (!isOnBlocksShelf(file, services.storage)) return asOutcome(services.storage.move(file, collection));
+            return asOutcome(ArrangementStore(services.storage).move(file, collection));
+        };
+        return forEach(m_files, change, services, output);
     }
 
     std::vector<fs::path> m_files;
@@ -100,10 +106,13 @@ class Delete final : public Command {
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         const auto change = [&](const fs::path& file) -> Outcome {
-            TRY(services.storage.remove(file));
+            if (isOnBlocksShelf(file, services.storage))
+                TRY(ArrangementStore(services.storage).remove(file));
+            else
+                TRY(services.storage.remove(file));
             return file;
         };
-        return forEach(m_files, Touches::file, change, services, output);
+        return forEach(m_files, change, services, output);
     }
 
     std::vector<fs::path> m_files;
@@ -117,8 +126,10 @@ class Rename final : public Command {
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         TRY(services.storage.root());
-        const fs::path file = TRY(libraryFile(m_file, Touches::file, services.storage));
-        const fs::path renamed = TRY(services.storage.rename(file, m_name));
+        const fs::path file = TRY(libraryFile(m_file, services.storage));
+        const fs::path renamed = TRY(isOnBlocksShelf(file, services.storage)
+                                         ? asOutcome(ArrangementStore(services.storage).rename(file, m_name))
+                                         : asOutcome(services.storage.rename(file, m_name)));
         if (output.json())
             output.document(QJsonArray{placed(renamed)});
         else

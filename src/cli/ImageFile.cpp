@@ -24,18 +24,6 @@ CommandError unreadableInput() {
                         ImageIntakeError::emptyImage().recoverySuggestion());
 }
 
-std::expected<QByteArray, CommandError> standardInput() {
-    QByteArray data;
-    std::array<char, 1 << 16> piece;
-    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin)) {
-        data.append(piece.data(), static_cast<qsizetype>(count));
-        if (data.size() > largestInput)
-            return std::unexpected(CommandError(QStringLiteral("Standard input is larger than any picture.")));
-    }
-    if (std::ferror(stdin)) return std::unexpected(unreadableInput());
-    return data;
-}
-
 QString typeOf(const QByteArray& data) {
     const QString type = QMimeDatabase().mimeTypeForData(data).name();
     // A drawing may begin with a comment of any length.
@@ -48,6 +36,18 @@ CommandError couldNotWrite(const fs::path& file, const QString& reason) {
 }
 
 } // namespace
+
+std::expected<QByteArray, CommandError> standardInput() {
+    QByteArray data;
+    std::array<char, 1 << 16> piece;
+    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin)) {
+        data.append(piece.data(), static_cast<qsizetype>(count));
+        if (data.size() > largestInput)
+            return std::unexpected(CommandError(QStringLiteral("Standard input is larger than any document.")));
+    }
+    if (std::ferror(stdin)) return std::unexpected(unreadableInput());
+    return data;
+}
 
 std::expected<PastedImage, CommandError> readImage(const fs::path& file, const AppSettings& settings) {
     if (file == "-") {

@@ -3,6 +3,7 @@
 #include "cli/CommandError.h"
 #include "values/PastedImage.h"
 
+#include <QByteArray>
 #include <QImage>
 #include <expected>
 #include <filesystem>
@@ -12,6 +13,9 @@ class AppSettings;
 }
 
 namespace quillary::cli {
+
+/// Everything that standard input holds, up to a size that no picture or document has.
+std::expected<QByteArray, CommandError> standardInput();
 
 /// Reads the image that a command names: a file, or standard input for "-", which counts as pasted data whose type is
 /// told by its first bytes. Only regular files are opened, so that a pipe without a writer keeps nobody waiting.

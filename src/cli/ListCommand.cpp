@@ -1,5 +1,7 @@
 #include "base/Text.h"
 #include "base/Try.h"
+#include "blocks/ArrangementStore.h"
+#include "cli/BlockDescription.h"
 #include "cli/CollectionPath.h"
 #include "cli/Commands.h"
 #include "cli/Shelf.h"
@@ -43,7 +45,6 @@ class List final : public Command {
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
-        if (m_shelf == u"blocks") return std::unexpected(usage("This version cannot list blocks yet."));
         const LibraryQuery query = TRY(this->query());
         const auto root = TRY(services.storage.root());
         const QSet<QString> favorites = services.storage.favorites();
@@ -59,7 +60,11 @@ class List final : public Command {
 
         if (output.json()) {
             QJsonArray array;
-            for (const quint32 row : rows) array.append(described(items[row], isFavorite(items[row])));
+            for (const quint32 row : rows) {
+                QJsonObject object = described(items[row], isFavorite(items[row]));
+                if (m_shelf == u"blocks") addBlock(object, m_blocks[row]);
+                array.append(object);
+            }
             output.document(array);
         } else {
             tell(rows, items, isFavorite, output);
@@ -92,7 +97,13 @@ class List final : public Command {
         return CommandError::usage(QString::fromUtf8(text), QStringLiteral("Try “quillary list --help”."));
     }
 
-    LibraryItems read(const CommandServices& services) const {
+    LibraryItems read(const CommandServices& services) {
+        if (m_shelf == u"blocks") {
+            m_blocks = ArrangementStore(services.storage).blocks();
+            LibraryItems items;
+            for (const Arrangement& block : m_blocks) items.push_back({block.url, block.modified, block.collection});
+            return items;
+        }
         if (m_shelf == u"builtin") return services.builtIns.items();
         if (m_shelf == u"recent") return services.storage.recentItems();
         return services.storage.items(folderNamed(m_shelf).value_or(Storage::Folder::images));
@@ -110,6 +121,13 @@ class List final : public Command {
         // Lengths are not read yet.
         if (m_shelf == u"audio") object.insert(QStringLiteral("seconds"), QJsonValue());
         return object;
+    }
+
+    static void addBlock(QJsonObject& object, const Arrangement& block) {
+        const QJsonObject summary = cli::described(block.summary);
+        for (auto at = summary.begin(); at != summary.end(); ++at) object.insert(at.key(), at.value());
+        const auto poster = block.posterURL();
+        object.insert(QStringLiteral("poster"), poster ? jsonPath(*poster) : QJsonValue());
     }
 
     template <typename IsFavorite>
@@ -134,6 +152,7 @@ class List final : public Command {
     std::optional<QString> m_sort;
     bool m_unfiled = false;
     bool m_favorites = false;
+    std::vector<Arrangement> m_blocks; ///< row by row, on their own shelf
 };
 
 class Collections final : public Command {

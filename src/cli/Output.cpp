@@ -59,6 +59,10 @@ void Output::line(const QString& text) {
     write(harmless(text));
 }
 
+void Output::bytes(const QByteArray& document) {
+    std::fwrite(document.constData(), 1, static_cast<std::size_t>(document.size()), stdout);
+}
+
 void Output::table(const std::vector<Row>& rows, const std::vector<std::size_t>& numbers,
                    const std::vector<Paint>& paints) {
     std::vector<qsizetype> widths;

@@ -35,6 +35,8 @@ public:
 
     /// One line of a result for people.
     void line(const QString& text);
+    /// A result that is a document of its own, as it is.
+    void bytes(const QByteArray& document);
     /// Rows whose columns are aligned; the columns named in `numbers` to the right. Not for JSON.
     void table(const std::vector<Row>& rows, const std::vector<std::size_t>& numbers = {},
                const std::vector<Paint>& paints = {});

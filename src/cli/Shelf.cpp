@@ -1,18 +1,9 @@
 #include "cli/Shelf.h"
 
+#include "blocks/ArrangementStore.h"
 #include "library/ShelfIndex.h"
-#include "platform/PendingFile.h"
-
-#include <array>
 
 namespace quillary::cli {
-
-namespace {
-
-using namespace std::string_view_literals;
-constexpr std::array blockExtensions{"fcpxml"sv};
-
-} // namespace
 
 std::optional<Storage::Folder> folderNamed(QStringView word) {
     if (word == u"images") return Storage::Folder::images;
@@ -26,8 +17,9 @@ ShelfCollections collectionsOf(QStringView word, Storage& storage) {
     const auto root = storage.root();
     if (!root) return {};
     const auto folder = folderNamed(word);
-    ShelfIndex index(*root / (folder ? Storage::relativeFolder(*folder) : Storage::blocksFolder()),
-                     folder ? Storage::extensions(*folder) : std::span<const std::string_view>(blockExtensions), false);
+    ShelfIndex index(
+        *root / (folder ? Storage::relativeFolder(*folder) : Storage::blocksFolder()),
+        folder ? Storage::extensions(*folder) : std::span<const std::string_view>(Storage::blockExtensions), false);
     index.refresh();
     ShelfCollections found;
     found.folders = index.collectionFolders();
@@ -37,8 +29,7 @@ ShelfCollections collectionsOf(QStringView word, Storage& storage) {
 
 bool createCollection(const QString& path, QStringView word, Storage& storage) {
     if (const auto folder = folderNamed(word)) return storage.createCollection(path, *folder);
-    const auto root = storage.root();
-    return root && platform::createFolders(Storage::appending(path, *root / Storage::blocksFolder())).has_value();
+    return ArrangementStore(storage).createCollection(path);
 }
 
 } // namespace quillary::cli

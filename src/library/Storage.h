@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <expected>
 #include <filesystem>
 #include <mutex>
@@ -44,6 +45,7 @@ public:
     /// "Library/Images" and so on, below the root.
     static std::filesystem::path relativeFolder(Folder folder);
     static const std::filesystem::path& blocksFolder(); ///< "Library/Blocks"
+    static constexpr std::array blockExtensions{std::string_view("fcpxml")};
     /// Every folder of the layout, below the root.
     static std::span<const std::filesystem::path> layout();
 

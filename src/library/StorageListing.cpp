@@ -4,16 +4,12 @@
 #include "platform/OpenFolder.h"
 
 #include <algorithm>
-#include <array>
 
 namespace quillary {
 
 namespace fs = std::filesystem;
-using namespace std::string_view_literals;
 
 namespace {
-
-constexpr std::array blockExtensions{"fcpxml"sv};
 
 ShelfIndex listed(const fs::path& folder, std::span<const std::string_view> extensions,
                   ShelfIndex::Reach reach = ShelfIndex::Reach::everything) {

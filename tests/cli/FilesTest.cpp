@@ -70,8 +70,8 @@ TEST_F(FilesTest, OnlyFilesOfTheLibraryAreTouched) {
     const QString inside = saved("inside.png");
     const QString outside = picture("outside.png");
     fs::create_symlink(outside.toStdString(), m_folder / "link.png");
-    const QString block = text(root() / "Library/Blocks/title.fcpxml");
-    writeFile(block.toStdString(), "<fcpxml/>");
+    const QString poster = text(root() / "Library/Blocks/title.png");
+    writeFile(poster.toStdString(), "goes along with its block alone");
     writeFile(root() / "loose.png", "loose");
     const QString around = text(root() / "Library/Images/../../../../../outside.png");
     const QStringList strangers{
@@ -86,10 +86,10 @@ TEST_F(FilesTest, OnlyFilesOfTheLibraryAreTouched) {
     }
     for (const char* command : {"delete", "move --collection A"})
         EXPECT_TRUE(done(QString::fromLatin1(command).split(u' ').first(),
-                         QString::fromLatin1(command).split(u' ').mid(1) + QStringList{block}, 1)
+                         QString::fromLatin1(command).split(u' ').mid(1) + QStringList{poster}, 1)
                         .isEmpty());
     EXPECT_EQ(done(u"delete"_s, {outside, inside, image("none.png")}, 1), QStringList{inside});
-    for (const QString& kept : {outside, in("link.png"), block, text(root() / "loose.png")})
+    for (const QString& kept : {outside, in("link.png"), poster, text(root() / "loose.png")})
         EXPECT_TRUE(fs::exists(kept.toStdString())) << kept.toStdString();
     EXPECT_FALSE(fs::exists(inside.toStdString()));
 }

@@ -49,6 +49,13 @@ std::optional<QByteArray> xml(const platform::ItemProvider& item) {
     return {};
 }
 
+platform::ItemProvider provider(const QByteArray& xml, const QString& name) {
+    platform::ItemProvider item;
+    for (const QString& type : types()) item.registerData(type, xml);
+    item.setSuggestedName(name);
+    return item;
+}
+
 bool holdsFinalCutClips(platform::Pasteboard& pasteboard) {
     const QStringList offered = pasteboard.types();
     if (!offered.contains(flexoType) || xml(pasteboard)) return false;

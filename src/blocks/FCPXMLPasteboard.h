@@ -31,6 +31,9 @@ bool isFCPXML(QByteArrayView bytes);
 std::optional<QByteArray> xml(platform::Pasteboard& pasteboard);
 std::optional<QByteArray> xml(const platform::ItemProvider& item);
 
+/// The item that a drag of a block carries: the same bytes under every type, named like the block.
+platform::ItemProvider provider(const QByteArray& xml, const QString& name);
+
 /// Whether there are clips and nothing that could be pasted: the private type without FCPXML and without a file or
 /// image.
 bool holdsFinalCutClips(platform::Pasteboard& pasteboard);

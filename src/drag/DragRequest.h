@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/ItemProvider.h"
+
 #include <QObject>
 #include <QString>
 #include <QtQmlIntegration>
+#include <optional>
 
 namespace quillary {
 
@@ -16,6 +19,8 @@ class DragRequest : public QObject {
 
 public:
     QString url;
+    /// For handlers in C++: what to carry instead of a file.
+    std::optional<platform::ItemProvider> item;
 };
 
 } // namespace quillary

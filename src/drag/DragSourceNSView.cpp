@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QDrag>
+#include <QMimeData>
 #include <QQuickWindow>
 #include <algorithm>
 #include <utility>
@@ -64,7 +65,7 @@ void DragSourceNSView::mouseMoveEvent(QMouseEvent* event) {
     if (m_didDrag || !m_pressedAt) return;
     const QPointF pressedAt = *m_pressedAt;
     if (!exceedsDragThreshold(pressedAt, event->position())) return;
-    if (const auto file = requestedFile()) startDrag(*file, pressedAt, event->position());
+    if (Load load = requestedLoad(); load.data) startDrag(std::move(load), pressedAt, event->position());
 }
 
 void DragSourceNSView::mouseReleaseEvent(QMouseEvent* event) {
@@ -98,11 +99,13 @@ void DragSourceNSView::reportHover(QHoverEvent* event) {
     event->ignore();
 }
 
-std::optional<std::filesystem::path> DragSourceNSView::requestedFile() {
-    if (url) return url();
+DragSourceNSView::Load DragSourceNSView::requestedLoad() {
     DragRequest request;
-    Q_EMIT urlRequested(&request);
-    return pathOfFileUrl(request.url.toUtf8());
+    if (!url) Q_EMIT urlRequested(&request);
+    if (request.item) return {platform::itemDragData(*request.item), request.item->suggestedName().value_or(QString())};
+    const auto file = url ? url() : pathOfFileUrl(request.url.toUtf8());
+    if (!file) return {};
+    return {platform::fileDragData(*file), shown(file->filename())};
 }
 
 std::optional<QImage> DragSourceNSView::look() const {
@@ -114,12 +117,12 @@ std::optional<QImage> DragSourceNSView::look() const {
     return grabbed;
 }
 
-void DragSourceNSView::startDrag(const std::filesystem::path& file, QPointF pressedAt, QPointF now) {
-    const QImage picture = dragPicture(look(), m_title.isEmpty() ? shown(file.filename()) : m_title,
-                                       window()->effectiveDevicePixelRatio());
+void DragSourceNSView::startDrag(Load load, QPointF pressedAt, QPointF now) {
+    const QImage picture =
+        dragPicture(look(), m_title.isEmpty() ? load.name : m_title, window()->effectiveDevicePixelRatio());
     // The application is the drag's parent: a list that is refreshed meanwhile may delete this item.
     auto* drag = new QDrag(QCoreApplication::instance());
-    drag->setMimeData(platform::fileDragData(file).release());
+    drag->setMimeData(load.data.release());
     drag->setPixmap(QPixmap::fromImage(picture));
     drag->setHotSpot(dragHotSpot(pressedAt, now, picture.deviceIndependentSize()).toPoint());
 

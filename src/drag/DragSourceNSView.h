@@ -8,13 +8,15 @@
 #include <QQuickItemGrabResult>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QDrag;
+class QMimeData;
 
 namespace quillary {
 
-/// An area that can be dragged out of the window as one file. `FileDragSource` in QML:
+/// An area that can be dragged out of the window as one file, or as one item of other data. `FileDragSource` in QML:
 ///
 ///     FileDragSource {
 ///         anchors.fill: parent
@@ -81,9 +83,14 @@ protected:
     void hoverLeaveEvent(QHoverEvent* event) override;
 
 private:
-    std::optional<std::filesystem::path> requestedFile();
+    /// What the drag carries and its caption; null while there is nothing to drag.
+    struct Load {
+        std::unique_ptr<QMimeData> data;
+        QString name;
+    };
+    Load requestedLoad();
     std::optional<QImage> look() const;
-    void startDrag(const std::filesystem::path& file, QPointF pressedAt, QPointF now);
+    void startDrag(Load load, QPointF pressedAt, QPointF now);
     static void run(const QPointer<DragSourceNSView>& source, QDrag* drag);
     void setDidDrag(bool on);
     void reportHover(QHoverEvent* event);

@@ -6,7 +6,13 @@
 
 namespace quillary::platform {
 
+class ItemProvider;
+
 /// What a drag of one file carries to other programs: the file's URL, its bytes as they are, and nothing else.
 std::unique_ptr<QMimeData> fileDragData(const std::filesystem::path& file);
+
+/// What a drag of an item carries: its data under its types as they are named, in its order. Plain text is offered
+/// under its MIME name as well, since programs here know no other.
+std::unique_ptr<QMimeData> itemDragData(const ItemProvider& item);
 
 } // namespace quillary::platform

@@ -48,6 +48,21 @@ TEST(FCPXMLPasteboard, TakesTheFirstTypeThatPasses) {
     EXPECT_EQ(FCPXMLPasteboard::xml(none), std::nullopt);
 }
 
+TEST(FCPXMLPasteboard, OffersABlockUnderEveryType) {
+    const auto item = FCPXMLPasteboard::provider(document, u"Opening"_s);
+    EXPECT_EQ(item.types(), FCPXMLPasteboard::types());
+    for (const QString& type : FCPXMLPasteboard::types()) EXPECT_EQ(item.data(type), document);
+    EXPECT_EQ(item.suggestedName(), u"Opening"_s);
+    EXPECT_EQ(FCPXMLPasteboard::xml(item), document);
+    EXPECT_TRUE(FCPXMLPasteboard::carriesClips(item));
+
+    // A type whose data never came is passed over.
+    platform::ItemProvider late;
+    late.registerData(FCPXMLPasteboard::primary, {});
+    late.registerData(u"com.apple.finalcutpro.xml.v1-14"_s, document);
+    EXPECT_EQ(FCPXMLPasteboard::xml(late), document);
+}
+
 TEST(FCPXMLPasteboard, KnowsClipsThatCannotBePasted) {
     FakePasteboard clips;
     EXPECT_FALSE(FCPXMLPasteboard::holdsFinalCutClips(clips));

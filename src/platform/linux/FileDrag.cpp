@@ -1,6 +1,7 @@
 #include "platform/FileDrag.h"
 
 #include "base/FileUrl.h"
+#include "platform/ItemProvider.h"
 
 #include <QGuiApplication>
 #include <QLibraryInfo>
@@ -41,6 +42,16 @@ private:
 
 std::unique_ptr<QMimeData> fileDragData(const std::filesystem::path& file) {
     return std::make_unique<FileUrlData>(file);
+}
+
+std::unique_ptr<QMimeData> itemDragData(const ItemProvider& item) {
+    auto data = std::make_unique<QMimeData>();
+    for (const QString& type : item.types())
+        if (const auto bytes = item.data(type)) data->setData(type, *bytes);
+    const QString text = QStringLiteral("public.utf8-plain-text");
+    if (item.types().contains(text))
+        if (const auto bytes = item.data(text)) data->setData(QStringLiteral("text/plain;charset=utf-8"), *bytes);
+    return data;
 }
 
 } // namespace quillary::platform

@@ -13,6 +13,7 @@
 #include <QtEndian>
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <memory>
 #include <optional>
 
@@ -66,23 +67,29 @@ QImage upright(QImage image, int orientation) {
     return image;
 }
 
-bool isSrgb(std::span<const std::byte> profile) {
-    if (profile.empty()) return false;
-    const auto bytes =
-        QByteArray::fromRawData(reinterpret_cast<const char*>(profile.data()), static_cast<qsizetype>(profile.size()));
-    return QColorSpace::fromIccProfile(bytes) == QColorSpace(QColorSpace::SRgb);
+enum class Colours { srgb, asStored };
+
+/// The space of RGB samples with this profile; invalid when they are others, or it is more than the toolkit knows.
+QColorSpace spaceOf(std::span<const std::byte> profile) {
+    constexpr std::size_t kindAt = 16;
+    if (profile.size() < kindAt + 4 || std::memcmp(profile.data() + kindAt, "RGB ", 4) != 0) return {};
+    return QColorSpace::fromIccProfile(
+        QByteArray(reinterpret_cast<const char*>(profile.data()), static_cast<qsizetype>(profile.size())));
 }
 
-std::expected<QImage, Error> decodePicture(codecs::Picture& picture, std::stop_token stop) {
+std::expected<QImage, Error> decodePicture(codecs::Picture& picture, std::stop_token stop,
+                                           Colours colours = Colours::srgb) {
     const codecs::Header header = picture.header();
     if (header.width < 1 || header.height < 1) return std::unexpected(Error::empty);
     if (!isDrawable(header.width, header.height)) return std::unexpected(Error::unreadable);
     QImage image(static_cast<int>(header.width), static_cast<int>(header.height),
                  header.hasAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGBX8888);
     if (image.isNull()) return std::unexpected(Error::unreadable);
-    if (!picture.decode(image.bits(), static_cast<std::size_t>(image.bytesPerLine()), isSrgb(header.colourProfile),
-                        stop))
+    const QColorSpace space = spaceOf(header.colourProfile);
+    const bool kept = space == QColorSpace(QColorSpace::SRgb) || (colours == Colours::asStored && space.isValid());
+    if (!picture.decode(image.bits(), static_cast<std::size_t>(image.bytesPerLine()), kept, stop))
         return std::unexpected(Error::unreadable);
+    if (kept && colours == Colours::asStored) image.setColorSpace(space);
     return upright(std::move(image), header.orientation);
 }
 
@@ -184,9 +191,7 @@ void liftToolkitLimit() {
     Q_UNUSED(once)
 }
 
-} // namespace
-
-std::expected<QImage, Error> decode(const Source& source, std::stop_token stop) {
+std::expected<QImage, Error> decodeWith(const Source& source, Colours colours, std::stop_token stop) {
     if (const auto* path = std::get_if<std::filesystem::path>(&source)) {
         std::error_code ignored;
         if (!std::filesystem::is_regular_file(*path, ignored)) return std::unexpected(Error::unreadable);
@@ -196,12 +201,22 @@ std::expected<QImage, Error> decode(const Source& source, std::stop_token stop) 
     if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
         auto opened = bitmaps->open(moduleSource(source));
         if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened))
-            return decodePicture(**picture, stop);
+            return decodePicture(**picture, stop, colours);
         if (std::get<codecs::Failure>(opened) == codecs::Failure::broken) return std::unexpected(Error::unreadable);
     }
     if (stop.stop_requested()) return std::unexpected(Error::unreadable);
     liftToolkitLimit();
     return decodeWithToolkit(source);
+}
+
+} // namespace
+
+std::expected<QImage, Error> decode(const Source& source, std::stop_token stop) {
+    return decodeWith(source, Colours::srgb, std::move(stop));
+}
+
+std::expected<QImage, Error> decodeAsStored(const Source& source, std::stop_token stop) {
+    return decodeWith(source, Colours::asStored, std::move(stop));
 }
 
 Reduced thumbnail(const std::filesystem::path& file, int longestSide) {

@@ -24,6 +24,9 @@ enum class Error {
 /// regular one. A stop request ends it with `unreadable`.
 std::expected<QImage, Error> decode(const Source& source, std::stop_token stop = {});
 
+/// The same, but RGB samples stay as they are and the image carries their colour space, as far as the toolkit knows it.
+std::expected<QImage, Error> decodeAsStored(const Source& source, std::stop_token stop = {});
+
 struct Reduced {
     QImage picture; ///< null when there is none
     QSize original; ///< of the whole picture, upright

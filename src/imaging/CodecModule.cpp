@@ -1,7 +1,7 @@
 #include "imaging/CodecModule.h"
 
-#include "platform/ModuleEntry.h"
 #include "imaging/codecs/Codecs.h"
+#include "platform/ModuleEntry.h"
 
 #include <QLoggingCategory>
 

@@ -1,12 +1,14 @@
 #include "imaging/PngEncoder.h"
 
 #include "imaging/png/BandEncoder.h"
+#include "imaging/png/Chunk.h"
 
+#include <QColorSpace>
 #include <QtEndian>
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <libdeflate.h>
+#include <optional>
 #include <span>
 #include <thread>
 #include <vector>
@@ -26,28 +28,6 @@ std::uint32_t joinedChecksum(std::uint32_t first, std::uint32_t second, std::uin
     return static_cast<std::uint32_t>(high << 16 | low);
 }
 
-void append32(QByteArray& out, std::uint32_t value) {
-    std::array<char, 4> bytes;
-    qToBigEndian(value, bytes.data());
-    out.append(bytes.data(), bytes.size());
-}
-
-QByteArray chunk(const char* type, std::span<const std::uint8_t> prefix, std::span<const std::uint8_t> content,
-                 std::span<const std::uint8_t> suffix) {
-    constexpr std::size_t frame = 12;
-    constexpr qsizetype lengthField = 4;
-    const std::size_t length = prefix.size() + content.size() + suffix.size();
-    QByteArray out;
-    out.reserve(static_cast<qsizetype>(length + frame));
-    append32(out, static_cast<std::uint32_t>(length));
-    out.append(type, 4);
-    for (const auto part : {prefix, content, suffix})
-        out.append(reinterpret_cast<const char*>(part.data()), static_cast<qsizetype>(part.size()));
-    append32(out,
-             libdeflate_crc32(0, out.constData() + lengthField, static_cast<std::size_t>(out.size() - lengthField)));
-    return out;
-}
-
 QByteArray headerChunk(const QImage& image) {
     constexpr std::uint8_t rgb = 2;
     constexpr std::uint8_t rgba = 6;
@@ -56,7 +36,16 @@ QByteArray headerChunk(const QImage& image) {
     qToBigEndian(static_cast<quint32>(image.height()), header.data() + 4);
     header[8] = 8;
     header[9] = image.hasAlphaChannel() ? rgba : rgb;
-    return chunk("IHDR", header, {}, {});
+    return png::chunk("IHDR", header);
+}
+
+/// Absent for sRGB, which a picture without a profile is taken to be.
+std::optional<QByteArray> profileChunk(const QImage& image) {
+    const QColorSpace space = image.colorSpace();
+    if (!space.isValid() || space == QColorSpace(QColorSpace::SRgb)) return {};
+    constexpr qsizetype sizeBefore = 4; // what compression puts before the stream
+    const QByteArray content = QByteArray("ICC profile\0\0", 13) + qCompress(space.iccProfile()).mid(sizeBefore);
+    return png::chunk("iCCP", content);
 }
 
 struct Band {
@@ -93,9 +82,8 @@ void encodeBands(const QImage& image, std::span<Band> bands, const std::stop_tok
             band.checksum = encoder.checksum();
             band.size = encoder.filteredSize();
             const std::span stream(out.data(), out.size());
-            band.chunk =
-                chunk("IDAT", i == 0 ? std::span<const std::uint8_t>(streamStart) : std::span<const std::uint8_t>(),
-                      stream, {});
+            band.chunk = png::chunk(
+                "IDAT", i == 0 ? std::span<const std::uint8_t>(streamStart) : std::span<const std::uint8_t>(), stream);
         }
     };
     const std::size_t threads = std::min<std::size_t>(std::max(1U, std::thread::hardware_concurrency()), bands.size());
@@ -123,9 +111,10 @@ QByteArray pngData(const QImage& given, std::stop_token stop) {
     qToBigEndian(checksum, streamEnd.data());
 
     std::vector<QByteArray> parts{QByteArrayLiteral("\x89PNG\r\n\x1a\n"), headerChunk(image)};
+    if (auto profile = profileChunk(image)) parts.push_back(*std::move(profile));
     for (Band& band : bands) parts.push_back(std::move(band.chunk));
-    parts.push_back(chunk("IDAT", {}, {}, streamEnd));
-    parts.push_back(chunk("IEND", {}, {}, {}));
+    parts.push_back(png::chunk("IDAT", streamEnd));
+    parts.push_back(png::chunk("IEND"));
     qsizetype size = 0;
     for (const QByteArray& part : parts) size += part.size();
     QByteArray file;

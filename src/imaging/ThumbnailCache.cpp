@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "imaging/PngEncoder.h"
+#include "imaging/png/Chunk.h"
 #include "platform/PendingFile.h"
 
 #include <QBuffer>
@@ -9,10 +10,8 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QImageReader>
-#include <QtEndian>
 #include <algorithm>
 #include <chrono>
-#include <libdeflate.h>
 #include <utility>
 #include <vector>
 
@@ -44,21 +43,11 @@ fs::path nameFor(const fs::path& file) {
     return (hash + ".png").toStdString();
 }
 
-QByteArray chunk(const QByteArray& typeAndData) {
-    QByteArray bytes(4, '\0');
-    qToBigEndian(static_cast<quint32>(typeAndData.size() - 4), bytes.data());
-    bytes += typeAndData;
-    QByteArray check(4, '\0');
-    qToBigEndian(libdeflate_crc32(0, typeAndData.constData(), static_cast<std::size_t>(typeAndData.size())),
-                 check.data());
-    return bytes + check;
-}
-
 /// The texts go before the pixels, so that a reader knows them without decoding.
 QByteArray withTexts(QByteArray png, const Texts& texts) {
     constexpr qsizetype headerEnd = 33;
     QByteArray chunks;
-    for (const auto& [key, text] : texts) chunks += chunk(QByteArray("tEXt") + key + '\0' + text);
+    for (const auto& [key, text] : texts) chunks += png::chunk("tEXt", QByteArray(key) + '\0' + text);
     return png.insert(headerEnd, chunks);
 }
 

@@ -1,0 +1,181 @@
+#include "imaging/ImageTransform.h"
+
+#include "base/Text.h"
+#include "imaging/BitmapDecoder.h"
+#include "imaging/PngEncoder.h"
+#include "platform/FileAttributes.h"
+#include "platform/PendingFile.h"
+#include "xml/Document.h"
+
+#include <QColorSpace>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+#include <QTransform>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace quillary::ImageTransform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Names {
+    Operation operation;
+    QStringView rawValue;
+    QStringView label;
+};
+constexpr std::array names{
+    Names{Operation::rotateLeft, u"rotateLeft", u"Rotate Left"},
+    Names{Operation::rotateRight, u"rotateRight", u"Rotate Right"},
+    Names{Operation::flipHorizontal, u"flipHorizontal", u"Flip Horizontal"},
+    Names{Operation::flipVertical, u"flipVertical", u"Flip Vertical"},
+};
+
+const Names& namesOf(Operation operation) {
+    return *std::ranges::find(names, operation, &Names::operation);
+}
+
+/// The file itself when it may be written: behind links, and with a bit that lets somebody write.
+std::optional<fs::path> writable(const fs::path& url) {
+    std::error_code failed;
+    const fs::path file = fs::canonical(url, failed);
+    if (failed || !fs::is_regular_file(file, failed)) return {};
+    constexpr auto write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if ((fs::status(file, failed).permissions() & write) == fs::perms::none) return {};
+    if (!QFileInfo(file).isWritable()) return {};
+    return file;
+}
+
+bool rewrite(const fs::path& file, const QByteArray& bytes) {
+    if (bytes.isEmpty()) return false;
+    auto pending = platform::PendingFile::create(file.parent_path());
+    return pending && pending->write(std::as_bytes(std::span(bytes.constData(), bytes.size()))) &&
+           pending->copyAttributesFrom(file) && pending->sync() && pending->replace(file);
+}
+
+QImage turned(const QImage& image, Operation operation) {
+    switch (operation) {
+    case Operation::rotateLeft:
+        return image.transformed(QTransform().rotate(270));
+    case Operation::rotateRight:
+        return image.transformed(QTransform().rotate(90));
+    case Operation::flipHorizontal:
+        return image.mirrored(true, false);
+    case Operation::flipVertical:
+        break;
+    }
+    return image.mirrored(false, true);
+}
+
+struct Size {
+    double width = 0;
+    double height = 0;
+};
+
+/// The view box's, if it is four numbers.
+std::optional<Size> viewBoxSize(const xml::Node& root) {
+    const QByteArray text = root.attribute("viewBox").value_or(QByteArray()).replace(',', ' ').simplified();
+    std::vector<double> numbers;
+    for (const QByteArray& piece : text.split(' ')) {
+        bool isNumber = false;
+        numbers.push_back(piece.toDouble(&isNumber));
+        if (!isNumber) return {};
+    }
+    if (numbers.size() != 4) return {};
+    return Size{numbers[2], numbers[3]};
+}
+
+double digits(const std::optional<QByteArray>& text) {
+    QByteArray kept;
+    for (const char c : text.value_or(QByteArray()))
+        if ((c >= '0' && c <= '9') || c == '.') kept += c;
+    return kept.toDouble();
+}
+
+QByteArray transformText(Operation operation, Size size) {
+    switch (operation) {
+    case Operation::rotateLeft:
+        return "translate(0," + clean(size.width) + ") rotate(-90)";
+    case Operation::rotateRight:
+        return "translate(" + clean(size.height) + ",0) rotate(90)";
+    case Operation::flipHorizontal:
+        return "translate(" + clean(size.width) + ",0) scale(-1,1)";
+    case Operation::flipVertical:
+        break;
+    }
+    return "translate(0," + clean(size.height) + ") scale(1,-1)";
+}
+
+bool staysOutside(const xml::Node& child) {
+    return child.isNamed("defs") || child.isNamed("metadata");
+}
+
+} // namespace
+
+std::optional<Operation> operation(QStringView rawValue) {
+    const auto* found = std::ranges::find(names, rawValue, &Names::rawValue);
+    return found == names.end() ? std::nullopt : std::optional(found->operation);
+}
+
+QString rawValue(Operation operation) {
+    return namesOf(operation).rawValue.toString();
+}
+
+QString label(Operation operation) {
+    return namesOf(operation).label.toString();
+}
+
+bool apply(Operation operation, const fs::path& url) {
+    const bool vector = lowercaseExtension(url) == "svg";
+    const bool rewritten = vector ? applyToVector(operation, url) : applyToBitmap(operation, url);
+    if (rewritten) platform::clearQuarantine(url);
+    return rewritten;
+}
+
+bool applyToBitmap(Operation operation, const fs::path& url) {
+    const auto file = writable(url);
+    const auto image = file ? BitmapDecoder::decodeAsStored(*file).value_or(QImage()) : QImage();
+    if (image.isNull()) return false;
+    QImage result = turned(image, operation);
+    result.setColorSpace(image.colorSpace()); // which turning loses
+    return rewrite(*file, pngData(result));
+}
+
+bool applyToVector(Operation operation, const fs::path& url) {
+    const auto file = writable(url);
+    QFile contents(file.value_or(fs::path()));
+    if (!file || !contents.open(QIODevice::ReadOnly) || contents.size() > xml::Document::defaultLimit) return false;
+    const auto document = xml::Document::parse(contents.readAll());
+    if (!document || !document->root().isNamed("svg")) return false;
+    xml::Node root = document->root();
+    const Size size =
+        viewBoxSize(root).value_or(Size{digits(root.attribute("width")), digits(root.attribute("height"))});
+    const auto counts = [](double side) { return side > 0 && std::isfinite(side); };
+    if (!counts(size.width) || !counts(size.height)) return false;
+
+    const auto children = root.children();
+    xml::Node group = root.appendElement("g");
+    group.setAttribute("transform", transformText(operation, size));
+    for (const xml::Node& child : children)
+        if (!staysOutside(child)) group.append(child);
+    if (operation == Operation::rotateLeft || operation == Operation::rotateRight) {
+        root.setAttribute("viewBox", "0 0 " + clean(size.height) + ' ' + clean(size.width));
+        if (root.attribute("width")) {
+            root.setAttribute("width", clean(size.height));
+            root.setAttribute("height", clean(size.width));
+        }
+    }
+    return rewrite(*file, document->serialize());
+}
+
+QByteArray clean(double number) {
+    constexpr double exact = 0x1p53;
+    if (number == std::floor(number) && std::abs(number) < exact)
+        return QByteArray::number(static_cast<qint64>(number));
+    return QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
+}
+
+} // namespace quillary::ImageTransform

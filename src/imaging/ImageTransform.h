@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringView>
+#include <array>
+#include <filesystem>
+#include <optional>
+
+namespace quillary {
+
+/// Turns and mirrors image files in place. A file is rewritten whole, with its name, its extended attributes and its
+/// permissions, or it stays as it was: a link stays and what it leads to is rewritten, a file that may not be written
+/// is left alone. Stateless; any thread.
+namespace ImageTransform {
+
+enum class Operation { rotateLeft, rotateRight, flipHorizontal, flipVertical };
+inline constexpr std::array allOperations{Operation::rotateLeft, Operation::rotateRight, Operation::flipHorizontal,
+                                          Operation::flipVertical};
+
+/// "rotateLeft" and so on; none for another text.
+std::optional<Operation> operation(QStringView rawValue);
+QString rawValue(Operation operation);
+/// What menus and notes show.
+QString label(Operation operation);
+
+/// By the extension: SVG as a vector, everything else as a bitmap. True when the file was rewritten; its mark of having
+/// come from outside is then gone.
+bool apply(Operation operation, const std::filesystem::path& url);
+
+/// The picture as it is seen (its orientation applied), redrawn and written as PNG, whatever the name's extension. RGB
+/// samples pass unchanged with their colour profile, so four quarter turns give the first pixels back.
+bool applyToBitmap(Operation operation, const std::filesystem::path& url);
+
+/// The document with everything but its "defs" and "metadata" in a group that turns or mirrors it. A view box is taken
+/// to begin at 0,0. False for what is no SVG, or has no size.
+bool applyToVector(Operation operation, const std::filesystem::path& url);
+
+/// A number as SVG attributes have it: whole numbers without a fraction, others in the shortest form that reads back
+/// the same.
+QByteArray clean(double number);
+
+} // namespace ImageTransform
+
+} // namespace quillary

@@ -17,6 +17,7 @@ namespace quillary {
 namespace MatteRefiner {
 
 inline constexpr double largestErosion = 5; ///< pixels
+inline constexpr double usualAmount = 0.3;  ///< what a new panel begins with
 
 /// The radius of the erosion in pixels for an amount of 0 … 1; larger amounts count as 1.
 double erosionRadius(double amount);

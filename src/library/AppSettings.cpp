@@ -2,6 +2,7 @@
 
 #include "platform/SettingsStore.h"
 
+#include <QFile>
 #include <QVariant>
 #include <algorithm>
 
@@ -46,6 +47,10 @@ bool AppSettings::openOnLibrary() const {
 
 bool AppSettings::favouritesOnly() const {
     return m_store.value(SettingsKey::favouritesOnly).toBool();
+}
+
+std::filesystem::path AppSettings::subjectModel() const {
+    return QFile::encodeName(m_store.value(SettingsKey::subjectModel).toString()).toStdString();
 }
 
 } // namespace quillary

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <filesystem>
 
 namespace quillary {
 
@@ -21,6 +22,8 @@ public:
     double previewVolume() const;
     bool openOnLibrary() const;
     bool favouritesOnly() const;
+    /// The ONNX file that finds subjects; empty for none. It need not exist.
+    std::filesystem::path subjectModel() const;
 
     platform::SettingsStore& store() const { return m_store; }
 
@@ -38,6 +41,7 @@ inline const QString recentLimit = QStringLiteral("recentLimit");
 inline const QString vectorLongEdge = QStringLiteral("vectorLongEdge");
 inline const QString previewVolume = QStringLiteral("previewVolume");
 inline const QString openOnLibrary = QStringLiteral("openOnLibrary");
+inline const QString subjectModel = QStringLiteral("subjectModel");
 } // namespace SettingsKey
 
 } // namespace quillary

@@ -24,6 +24,15 @@ constexpr double softBelow = 1000; ///< pixels of the longer side
 
 } // namespace
 
+PastedImage PastedImage::cutOut(const QImage& cutout) const {
+    PastedImage result = *this;
+    result.image = cutout;
+    result.pixelSize = cutout.size();
+    result.hasAlphaChannel = true;
+    result.name += QStringLiteral(" cutout");
+    return result;
+}
+
 QString PastedImage::provenance() const {
     return std::visit(Provenance{}, source);
 }

@@ -37,6 +37,9 @@ struct PastedImage {
 
     static QString defaultName() { return QStringLiteral("Pasted Image"); }
 
+    /// The same image with its cut-out in its place, which the name tells.
+    PastedImage cutOut(const QImage& cutout) const;
+
     /// Where it came from, in one line for the user.
     QString provenance() const;
     /// What the user should know about a picture whose longer side is under 1000 pixels; none for others.

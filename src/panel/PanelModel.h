@@ -2,6 +2,8 @@
 
 #include "base/Background.h"
 #include "blocks/FCPXMLPasteboard.h"
+#include "cutout/Cutout.h"
+#include "cutout/MatteRefiner.h"
 #include "imaging/ImageIntake.h"
 #include "library/BuiltInLibrary.h"
 #include "library/LibraryFilter.h"
@@ -69,9 +71,14 @@ class PanelModel : public QObject {
     Q_PROPERTY(QString librarySaveNote READ librarySaveNoteText NOTIFY librarySaveNoteChanged FINAL)
 
     Q_PROPERTY(quillary::PanelModel::CutoutProgress cutoutProgress READ cutoutProgress NOTIFY cutoutStateChanged FINAL)
+    Q_PROPERTY(QString cutoutFailure READ cutoutFailure NOTIFY cutoutStateChanged FINAL)
+    Q_PROPERTY(QString cutoutSuggestion READ cutoutSuggestion NOTIFY cutoutStateChanged FINAL)
+    Q_PROPERTY(QString cutoutNote READ cutoutNote NOTIFY cutoutStateChanged FINAL)
     Q_PROPERTY(bool hasCutout READ hasCutout NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(bool showCutout READ showCutout WRITE setShowCutout NOTIFY displayImageChanged FINAL)
+    Q_PROPERTY(QImage rawCutout READ rawCutout NOTIFY rawCutoutChanged FINAL)
     Q_PROPERTY(double edgeRefine READ edgeRefine WRITE setEdgeRefine NOTIFY edgeRefineChanged FINAL)
+    Q_PROPERTY(bool refining READ refining NOTIFY refiningChanged FINAL)
 
     Q_PROPERTY(quillary::ItemListModel* visibleLibrary READ visibleLibraryModel CONSTANT FINAL)
     Q_PROPERTY(quillary::ItemListModel* recentItems READ recentModel CONSTANT FINAL)
@@ -153,6 +160,7 @@ public:
     struct CutoutFailed {
         QString message;
         std::optional<QString> suggestion;
+        bool operator==(const CutoutFailed&) const = default;
     };
     using CutoutState = std::variant<CutoutFailed, CutoutProgress>;
 
@@ -209,14 +217,28 @@ public:
 
     // --- Cut-outs ---------------------------------------------------------------------------------------------------
 
+    /// Cuts the staged image out, with the method that suits it or with the one asked for; nothing while no image is
+    /// staged or a newer one is being read. A cut-out made before stays until the new one is there, and when there is
+    /// none to be had.
+    Q_INVOKABLE void removeBackground();
+    Q_INVOKABLE void removeBackground(quillary::PanelModel::CutoutMethod method);
+    /// Gives the running removal up; the cut-out before it, if any, stays.
+    Q_INVOKABLE void stopRemoval();
+    /// Refines `rawCutout` anew at full size. A burst of calls leaves one stored result, that of the last.
+    void scheduleRefine();
+    void resetCutout();
+
     const CutoutState& cutoutState() const { return m_cutoutState; }
     const QImage& cutout() const { return m_cutout; }
+    const QImage& rawCutout() const { return m_rawCutout; }
     std::optional<CutoutMethod> cutoutMethod() const { return m_cutoutMethod; }
+    /// 0 to 1. A change of more than 0.001 refines the cut-out anew.
     double edgeRefine() const { return m_edgeRefine; }
     void setEdgeRefine(double amount);
+    /// True until `cutout` is what `edgeRefine` asks for.
+    bool refining() const { return m_refineTask.busy(); }
     bool showCutout() const { return m_showCutout; }
     void setShowCutout(bool on);
-    void resetCutout();
 
     // --- The Images shelf -------------------------------------------------------------------------------------------
 
@@ -310,6 +332,10 @@ public:
     QString resolutionWarningText() const { return resolutionWarning().value_or(QString()); }
     QString librarySaveNoteText() const { return m_librarySaveNote.value_or(QString()); }
     CutoutProgress cutoutProgress() const;
+    QString cutoutFailure() const;
+    QString cutoutSuggestion() const;
+    /// What is to be told of a cut-out that was made, such as why the user's model was passed over.
+    const QString& cutoutNote() const { return m_cutoutNote; }
     bool hasCutout() const { return !m_cutout.isNull(); }
     QString filterKind() const;
     QString filterName() const;
@@ -347,7 +373,9 @@ Q_SIGNALS:
     void stagedChanged();
     void librarySaveNoteChanged();
     void cutoutStateChanged();
+    void rawCutoutChanged();
     void edgeRefineChanged();
+    void refiningChanged();
     void libraryChanged();
     void recentChanged();
     void builtInChanged();
@@ -387,6 +415,12 @@ private:
     /// Encodes the picture to export and lays it ready in Recent, so that a drag only has to name it.
     void prepareExport();
     void pruneRecentInBackground();
+    void startRemoval(std::optional<Cutout::Method> method);
+    void finishRemoval(Cutout::Expected removed);
+    void setCutoutState(CutoutState state);
+    void setCutout(const QImage& refined);
+    /// Waits for a refinement that is under way, so that what leaves the panel is what it shows.
+    void settleRefine();
     void saveInBackground(std::function<std::expected<QString, QString>()> save);
 
     void updateVisibleLibrary();
@@ -458,8 +492,10 @@ private:
     QImage m_cutout;
     std::optional<CutoutMethod> m_cutoutMethod;
     QImage m_rawCutout;
+    QString m_cutoutNote;
+    Background m_removal;
     Background m_refineTask;
-    double m_edgeRefine = 0.3;
+    double m_edgeRefine = MatteRefiner::usualAmount;
     bool m_showCutout = true;
     std::optional<BlockedAlias> m_blockedAlias;
     int m_blockedAliasCount = 0;

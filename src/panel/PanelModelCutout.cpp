@@ -1,10 +1,93 @@
+#include "library/AppSettings.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
 
+#include <cmath>
+
 namespace quillary {
 
+namespace {
+
+constexpr double leastChange = 0.001; ///< of the edge that is worth a new refinement
+
+Cutout::Method engineOf(PanelModel::CutoutMethod method) {
+    return method == PanelModel::CutoutMethod::solid ? Cutout::Method::solid : Cutout::Method::subject;
+}
+
+PanelModel::CutoutMethod methodOf(Cutout::Method engine) {
+    return engine == Cutout::Method::solid ? PanelModel::CutoutMethod::solid : PanelModel::CutoutMethod::subject;
+}
+
+} // namespace
+
+void PanelModel::removeBackground() {
+    startRemoval({});
+}
+
+void PanelModel::removeBackground(CutoutMethod method) {
+    startRemoval(engineOf(method));
+}
+
+void PanelModel::startRemoval(std::optional<Cutout::Method> method) {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image || staging()) return;
+    m_cutoutNote.clear();
+    setCutoutState(CutoutProgress::working);
+    m_removal.run([picture = image->image, method, model = m_settings.subjectModel()](
+                      std::stop_token stop) { return Cutout::remove(picture, method, model, std::move(stop)); },
+                  [this](Cutout::Expected removed) { finishRemoval(std::move(removed)); });
+}
+
+void PanelModel::finishRemoval(Cutout::Expected removed) {
+    if (!removed) {
+        setCutoutState(CutoutFailed{removed.error().description(), removed.error().recoverySuggestion()});
+        return;
+    }
+    m_cutoutMethod = methodOf(removed->method);
+    m_cutoutNote = removed->note;
+    write(m_rawCutout, std::move(removed->image), &PanelModel::rawCutoutChanged);
+    scheduleRefine();
+}
+
+void PanelModel::stopRemoval() {
+    if (!m_removal.busy()) return;
+    m_removal.cancel();
+    setCutoutState(hasCutout() ? CutoutProgress::ready : CutoutProgress::none);
+}
+
+void PanelModel::scheduleRefine() {
+    if (m_rawCutout.isNull()) return;
+    m_refineTask.run([raw = m_rawCutout, amount = m_edgeRefine](
+                         std::stop_token stop) { return MatteRefiner::refine(raw, amount, std::move(stop)); },
+                     [this](const QImage& refined) { setCutout(refined); });
+    Q_EMIT refiningChanged();
+}
+
+void PanelModel::settleRefine() {
+    if (!refining()) return;
+    m_refineTask.cancel();
+    setCutout(MatteRefiner::refine(m_rawCutout, m_edgeRefine));
+}
+
+void PanelModel::setCutout(const QImage& refined) {
+    m_cutout = refined;
+    setStaged({});
+    // The first refinement after a removal ends it. A removal that began meanwhile goes on.
+    const bool removed = cutoutProgress() == CutoutProgress::working && !m_removal.busy();
+    write(m_showCutout, removed || m_showCutout, &PanelModel::displayImageChanged);
+    if (removed) setCutoutState(CutoutProgress::ready);
+    Q_EMIT refiningChanged();
+    prepareExport();
+}
+
+void PanelModel::setCutoutState(CutoutState state) {
+    write(m_cutoutState, std::move(state), &PanelModel::cutoutStateChanged);
+}
+
 void PanelModel::setEdgeRefine(double amount) {
+    const bool differs = std::abs(amount - m_edgeRefine) > leastChange;
     write(m_edgeRefine, amount, &PanelModel::edgeRefineChanged);
+    if (differs) scheduleRefine();
 }
 
 void PanelModel::setShowCutout(bool on) {
@@ -14,18 +97,31 @@ void PanelModel::setShowCutout(bool on) {
 }
 
 void PanelModel::resetCutout() {
+    m_removal.cancel();
     m_refineTask.cancel();
-    m_rawCutout = {};
     m_cutout = {};
     m_cutoutMethod = {};
+    m_cutoutNote.clear();
     setStaged({});
-    write(m_cutoutState, CutoutState(CutoutProgress::none), &PanelModel::cutoutStateChanged);
+    write(m_rawCutout, {}, &PanelModel::rawCutoutChanged);
+    setCutoutState(CutoutProgress::none);
     write(m_showCutout, false, &PanelModel::displayImageChanged);
+    Q_EMIT refiningChanged();
 }
 
 PanelModel::CutoutProgress PanelModel::cutoutProgress() const {
     if (std::holds_alternative<CutoutFailed>(m_cutoutState)) return CutoutProgress::failed;
     return std::get<CutoutProgress>(m_cutoutState);
+}
+
+QString PanelModel::cutoutFailure() const {
+    const auto* failed = std::get_if<CutoutFailed>(&m_cutoutState);
+    return failed ? failed->message : QString();
+}
+
+QString PanelModel::cutoutSuggestion() const {
+    const auto* failed = std::get_if<CutoutFailed>(&m_cutoutState);
+    return failed ? failed->suggestion.value_or(QString()) : QString();
 }
 
 } // namespace quillary

@@ -43,8 +43,10 @@ void PanelModel::setState(State state) {
 
 void PanelModel::fail(const QString& message, const std::optional<QString>& hint) {
     m_staging.cancel();
+    resetCutout();
     setState(Failed{message, hint});
     Q_EMIT stagingChanged();
+    prepareExport();
 }
 
 void PanelModel::setStaged(std::optional<fs::path> url) {
@@ -127,14 +129,7 @@ void PanelModel::renameCurrent(const QString& proposed) {
 std::expected<PastedImage, ImageIntakeError> PanelModel::imageToExport() const {
     const auto* image = std::get_if<PastedImage>(&m_state);
     if (!image) return std::unexpected(ImageIntakeError::nothingUsable());
-    PastedImage exported = *image;
-    if (m_showCutout && hasCutout()) {
-        exported.image = m_cutout;
-        exported.pixelSize = m_cutout.size();
-        exported.hasAlphaChannel = true;
-        exported.name += QStringLiteral(" cutout");
-    }
-    return exported;
+    return m_showCutout && hasCutout() ? image->cutOut(m_cutout) : *image;
 }
 
 QImage PanelModel::displayImage() const {
@@ -159,6 +154,7 @@ void PanelModel::saveInBackground(std::function<std::expected<QString, QString>(
 
 void PanelModel::saveCurrentToLibrary() {
     if (stage() != Stage::loaded) return;
+    settleRefine();
     const bool cutout = m_showCutout && hasCutout();
     saveInBackground([image = *imageToExport(), collection = m_collectionFilter.collection(), cutout,
                       &storage = m_storage]() -> std::expected<QString, QString> {
@@ -185,6 +181,7 @@ void PanelModel::prepareExport() {
 }
 
 std::expected<fs::path, QString> PanelModel::fileOnDisk() {
+    settleRefine();
     std::error_code ignored;
     if (m_staged && fs::exists(*m_staged, ignored)) return *m_staged;
     const auto exported = imageToExport();

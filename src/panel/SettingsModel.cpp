@@ -47,6 +47,16 @@ void SettingsModel::setOpenOnLibrary(bool on) {
     Q_EMIT openOnLibraryChanged();
 }
 
+QString SettingsModel::subjectModel() const {
+    return shown(m_settings.subjectModel());
+}
+
+void SettingsModel::setSubjectModel(const QString& file) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    m_settings.store().setValue(SettingsKey::subjectModel, file);
+    Q_EMIT subjectModelChanged();
+}
+
 bool SettingsModel::hasChosenFolder() const {
     return !m_settings.store().value(SettingsKey::rootFolderBookmark).toByteArray().isEmpty();
 }
@@ -100,6 +110,7 @@ void SettingsModel::refresh() {
     Q_EMIT recentLimitChanged();
     Q_EMIT vectorLongEdgeChanged();
     Q_EMIT openOnLibraryChanged();
+    Q_EMIT subjectModelChanged();
 }
 
 void SettingsModel::readLocation() {

@@ -27,6 +27,8 @@ class SettingsModel : public QObject {
     Q_PROPERTY(int vectorLongEdge READ vectorLongEdge WRITE setVectorLongEdge NOTIFY vectorLongEdgeChanged FINAL)
     Q_PROPERTY(QList<int> vectorLongEdges READ vectorLongEdges CONSTANT FINAL)
     Q_PROPERTY(bool openOnLibrary READ openOnLibrary WRITE setOpenOnLibrary NOTIFY openOnLibraryChanged FINAL)
+    /// The path of the ONNX file that finds subjects; empty for none.
+    Q_PROPERTY(QString subjectModel READ subjectModel WRITE setSubjectModel NOTIFY subjectModelChanged FINAL)
     /// The root in use as a text, the home folder written "~". Empty when there is none.
     Q_PROPERTY(QString libraryPath READ libraryPath NOTIFY locationChanged FINAL)
     Q_PROPERTY(bool hasChosenFolder READ hasChosenFolder NOTIFY locationChanged FINAL)
@@ -45,6 +47,8 @@ public:
     static QList<int> vectorLongEdges() { return {1024, 2048, 4096, 8192}; }
     bool openOnLibrary() const;
     void setOpenOnLibrary(bool on);
+    QString subjectModel() const;
+    void setSubjectModel(const QString& file);
 
     const QString& libraryPath() const { return m_libraryPath; }
     bool hasChosenFolder() const;
@@ -71,6 +75,7 @@ Q_SIGNALS:
     void pendingLimitChanged();
     void vectorLongEdgeChanged();
     void openOnLibraryChanged();
+    void subjectModelChanged();
     void locationChanged();
     /// The library lies elsewhere now: what was listed is void.
     void rootChanged();

@@ -82,9 +82,34 @@ void PictureView::setPicture(const QImage& picture) {
     m_reduced = {};
     m_scaling.cancel();
     m_outdated = true;
+    measure();
     Q_EMIT pictureChanged();
     Q_EMIT settledChanged();
     polish();
+}
+
+void PictureView::setStandIn(const QImage& pixels) {
+    if (pixels.cacheKey() == m_standIn.cacheKey()) return;
+    m_standIn = pixels;
+    m_outdated = true;
+    if (pixels.isNull()) {
+        polish();
+    } else {
+        m_scaling.cancel();
+        endFade();
+        m_shown->show(pixels, m_picture.size());
+        m_standInShown = true;
+    }
+    Q_EMIT standInChanged();
+    Q_EMIT settledChanged();
+}
+
+void PictureView::measure() {
+    const qreal ratio = window() ? window()->effectiveDevicePixelRatio() : 1;
+    const QSize pixels = (fitted(m_picture.size(), size()).size() * ratio).toSize();
+    if (pixels == m_pixelSize) return;
+    m_pixelSize = pixels;
+    Q_EMIT pixelSizeChanged();
 }
 
 QRectF PictureView::fitted(QSizeF picture, QSizeF area) {
@@ -99,6 +124,7 @@ void PictureView::geometryChange(const QRectF& now, const QRectF& before) {
     m_shown->setSize(now.size());
     m_previous->setSize(now.size());
     m_outdated = true;
+    measure();
     polish();
 }
 
@@ -107,25 +133,25 @@ void PictureView::itemChange(ItemChange change, const ItemChangeData& data) {
     const bool entered = change == ItemSceneChange && data.window;
     if (!entered && change != ItemDevicePixelRatioHasChanged) return;
     m_outdated = true;
+    measure();
     polish();
 }
 
 void PictureView::updatePolish() {
     // A new size waits for the work that is under way; a new picture has cancelled it.
-    if (m_outdated && window() && !m_scaling.busy()) requestScaled();
+    if (m_outdated && m_standIn.isNull() && window() && !m_scaling.busy()) requestScaled();
 }
 
 void PictureView::requestScaled() {
-    const QSizeF area = fitted(m_picture.size(), size()).size() * window()->effectiveDevicePixelRatio();
-    const QSize pixels = area.toSize().expandedTo({1, 1});
-    if (!m_picture.isNull() && area.isEmpty()) return;
+    if (!m_picture.isNull() && size().isEmpty()) return;
+    const QSize pixels = m_pixelSize.expandedTo({1, 1});
     m_outdated = false;
-    const bool anotherPicture = m_picture.cacheKey() != m_shownKey;
+    const bool anotherPicture = m_picture.cacheKey() != m_shownKey && !m_standInShown;
     if (m_picture.isNull()) {
         show({}, anotherPicture);
         return;
     }
-    if (!anotherPicture && m_shown->pixels() == pixels) {
+    if (!anotherPicture && !m_standInShown && m_shown->pixels() == pixels) {
         Q_EMIT settledChanged();
         return;
     }
@@ -149,14 +175,20 @@ void PictureView::show(Scaled scaled, bool anotherPicture) {
     m_reduced = std::move(scaled.reduced);
     m_shown->show(scaled.pixels, m_picture.size());
     m_shownKey = m_picture.cacheKey();
+    m_standInShown = false;
     if (anotherPicture && m_fade.duration() > 0 && isVisible()) {
         m_fade.start();
     } else if (anotherPicture) {
-        m_previous->clear();
-        m_shown->setOpacity(1);
+        endFade();
     }
     Q_EMIT settledChanged();
     if (m_outdated) polish();
+}
+
+void PictureView::endFade() {
+    m_fade.stop();
+    m_previous->clear();
+    m_shown->setOpacity(1);
 }
 
 } // namespace quillary

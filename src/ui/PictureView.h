@@ -24,6 +24,11 @@ class PictureView : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QImage picture READ picture WRITE setPicture NOTIFY pictureChanged FINAL)
+    /// Shown at once where the picture would be, as it is and in place of it; null for none. When it goes, it stays on
+    /// the screen until the picture is ready again.
+    Q_PROPERTY(QImage standIn READ standIn WRITE setStandIn NOTIFY standInChanged FINAL)
+    /// Of the picture on the screen, in device pixels.
+    Q_PROPERTY(QSize pixelSize READ pixelSize NOTIFY pixelSizeChanged FINAL)
     /// Milliseconds; 0 shows a new picture at once.
     Q_PROPERTY(int fadeDuration READ fadeDuration WRITE setFadeDuration NOTIFY fadeDurationChanged FINAL)
     /// Whether what the screen shows is the given picture at the item's size.
@@ -34,6 +39,9 @@ public:
 
     const QImage& picture() const { return m_picture; }
     void setPicture(const QImage& picture);
+    const QImage& standIn() const { return m_standIn; }
+    void setStandIn(const QImage& pixels);
+    QSize pixelSize() const { return m_pixelSize; }
     int fadeDuration() const { return m_fade.duration(); }
     void setFadeDuration(int milliseconds);
     bool settled() const { return !m_scaling.busy() && !m_outdated; }
@@ -43,6 +51,8 @@ public:
 
 Q_SIGNALS:
     void pictureChanged();
+    void standInChanged();
+    void pixelSizeChanged();
     void fadeDurationChanged();
     void settledChanged();
 
@@ -57,11 +67,16 @@ private:
         QImage reduced;
     };
 
+    void measure();
     void requestScaled();
     void show(Scaled scaled, bool anotherPicture);
+    void endFade();
 
     Background m_scaling;
     QImage m_picture;
+    QImage m_standIn;
+    bool m_standInShown = false;
+    QSize m_pixelSize;
     QImage m_reduced; ///< a smaller stand-in of a huge picture for every further size
     PictureLayer* m_shown;
     PictureLayer* m_previous;

@@ -40,6 +40,7 @@ constexpr std::array entries{
     Entry{"trash", u'\ue872'},
     Entry{"tray", u'\ue156'},
     Entry{"waveform", u'\ue1b8'},
+    Entry{"xmark", u'\ue5cd'},
     Entry{"xmark.circle.fill", u'\ue5c9'},
 };
 static_assert(std::ranges::is_sorted(entries, {}, &Entry::first));

@@ -1,4 +1,5 @@
 #include "PanelStage.h"
+#include "support/Jam.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -69,6 +70,45 @@ public:
     void stageImage(const std::filesystem::path& file) {
         stage.model.load(file);
         PanelStage::comesTrue([this] { return !stage.model.staging(); });
+    }
+    void takeCutouts() {
+        PanelModel& model = stage.model;
+        QImage onPaper(2048, 1365, QImage::Format_RGB32);
+        onPaper.fill(QColor(0xFBFBF8));
+        QPainter(&onPaper).drawImage(QRect(640, 300, 768, 768), logo(768));
+        stageImage(stage.file("On paper.png", onPaper));
+        take("cutout-before");
+        press(Qt::Key_Tab, 1);
+        take("cutout-focus");
+        if (QObject* menu = find("cutoutMethods")) {
+            QMetaObject::invokeMethod(menu, "open");
+            take("cutout-menu");
+            QMetaObject::invokeMethod(menu, "close");
+        }
+        {
+            const test::Jam jam(stage.work);
+            model.removeBackground();
+            take("cutout-working");
+            model.stopRemoval();
+        }
+        model.removeBackground();
+        PanelStage::comesTrue([&] { return model.cutoutProgress() == PanelModel::CutoutProgress::ready; });
+        take("cutout");
+        model.setEdgeRefine(1);
+        take("cutout-tighter");
+        model.setShowCutout(false);
+        take("cutout-original");
+        model.setShowCutout(true);
+        stage.resize({320, 400});
+        take("cutout-small");
+        stage.resize({380, 460});
+        stageImage(stage.file("flat.png", photo(640, 360, QColor(0x4A76A8), QColor(0x4A76A8))));
+        model.removeBackground();
+        PanelStage::comesTrue([&] { return model.cutoutProgress() == PanelModel::CutoutProgress::failed; });
+        take("cutout-failed");
+        stage.resize({320, 400});
+        take("cutout-failed-small");
+        stage.resize({380, 460});
     }
     void fillLibrary() {
         const auto shelf = *stage.storage.root() / "Library" / "Images";
@@ -164,6 +204,7 @@ int main(int argc, char** argv) {
     gallery.take("import-saved");
     gallery.stageImage(stage.file("small.png", photo(640, 360, QColor(0x4A76A8), QColor(0xC48A62))));
     gallery.take("import-warning");
+    gallery.takeCutouts();
 
     model.setTab(PanelModel::Tab::library);
     std::filesystem::remove_all(*stage.storage.root() / "Library");

@@ -1,7 +1,9 @@
 #include "PanelStage.h"
+#include "support/Jam.h"
 
 #include <QAccessible>
 #include <QDirIterator>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -90,7 +92,8 @@ TEST(KeyboardTest, TabReachesEveryControlAndEachHasAName) {
     stage.model.load(stage.file("red.png", picture));
     EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.stage() == PanelModel::Stage::loaded; }));
     const QStringList import = reached();
-    for (const char* name : {"Import", "Name", "Paste", "Clear", "Save to Library"})
+    for (const char* name :
+         {"Import", "Name", "Remove Background", "Cutout method", "Paste", "Clear", "Save to Library"})
         EXPECT_TRUE(import.contains(QString::fromLatin1(name))) << name << " of " << import.join(u'|').toStdString();
 
     picture.save(QString::fromStdString((*stage.storage.root() / "Library" / "Images" / "red.png").string()));
@@ -175,6 +178,105 @@ TEST_F(SettingsSheetTest, AsksBeforeALimitAndEscapeKeepsWhatWasStored) {
     press(Qt::Key_Escape);
     EXPECT_TRUE(PanelStage::comesTrue([this] { return !showing() && !sheet(); }));
     EXPECT_EQ(complaints.said().join(u'\n').toStdString(), "");
+}
+
+class CutoutViewTest : public testing::Test {
+protected:
+    CutoutViewTest() {
+        EXPECT_TRUE(stage.show({380, 460})) << stage.errors.toStdString();
+        stage.window.requestActivate();
+        PanelStage::comesTrue([this] { return stage.window.isActive(); }, 2'000);
+        QImage logo(600, 400, QImage::Format_RGB888);
+        logo.fill(Qt::white);
+        QPainter(&logo).fillRect(200, 100, 200, 200, Qt::black);
+        stage.model.load(stage.file("logo.png", logo));
+        EXPECT_TRUE(PanelStage::comesTrue([this] { return stage.model.stage() == PanelModel::Stage::loaded; }));
+    }
+    QQuickItem* part(const char* name) const { return stage.root->findChild<QQuickItem*>(QString::fromLatin1(name)); }
+    void press(Qt::Key key) { QTest::keyClick(&stage.window, key); }
+    /// Tabs on until the control of this name has the keyboard.
+    bool tabTo(const QString& name) {
+        for (int step = 0; step < 15; ++step) {
+            if (focusedName() == name) return true;
+            press(Qt::Key_Tab);
+        }
+        return false;
+    }
+    QString focusedName() const {
+        auto* accessible = QAccessible::queryAccessibleInterface(stage.window.activeFocusItem());
+        return accessible ? accessible->text(QAccessible::Name) : QString();
+    }
+    bool cutsOut() {
+        return PanelStage::comesTrue([this] { return progress() == PanelModel::CutoutProgress::ready; });
+    }
+    PanelModel::CutoutProgress progress() const { return stage.model.cutoutProgress(); }
+
+    const Complaints complaints;
+    PanelStage stage;
+};
+
+TEST_F(CutoutViewTest, IsMadeChosenAndTrimmedByKeyboard) {
+    ASSERT_TRUE(tabTo(QStringLiteral("Remove Background")));
+    press(Qt::Key_Space);
+    ASSERT_TRUE(cutsOut());
+    EXPECT_EQ(focusedName().toStdString(), "Cut Out Again") << "the control that moves keeps the keyboard";
+    ASSERT_TRUE(tabTo(QStringLiteral("Edge")));
+    for (int step = 0; step < 10; ++step) press(Qt::Key_Left);
+    EXPECT_EQ(stage.model.edgeRefine(), 0);
+    ASSERT_TRUE(tabTo(QStringLiteral("Cutout")));
+    press(Qt::Key_Left);
+    EXPECT_FALSE(stage.model.showCutout());
+
+    ASSERT_TRUE(tabTo(QStringLiteral("Cutout method")));
+    press(Qt::Key_Return);
+    auto* menu = stage.root->findChild<QObject*>(QStringLiteral("cutoutMethods"));
+    ASSERT_TRUE(PanelStage::comesTrue([&] { return menu->property("opened").toBool(); }));
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    ASSERT_TRUE(PanelStage::comesTrue([&] { return stage.model.cutoutMethod() == PanelModel::CutoutMethod::subject; }));
+    EXPECT_EQ(complaints.said().join(u'\n').toStdString(), "");
+}
+
+TEST_F(CutoutViewTest, IsStoppedByItsButtonAndByEscape) {
+    const Jam jam(stage.work);
+    ASSERT_TRUE(tabTo(QStringLiteral("Remove Background")));
+    press(Qt::Key_Return);
+    EXPECT_EQ(progress(), PanelModel::CutoutProgress::working);
+    ASSERT_TRUE(tabTo(QStringLiteral("Stop cutting out")));
+    press(Qt::Key_Space);
+    EXPECT_EQ(progress(), PanelModel::CutoutProgress::none);
+    EXPECT_EQ(focusedName().toStdString(), "Remove Background");
+    press(Qt::Key_Space);
+    EXPECT_EQ(progress(), PanelModel::CutoutProgress::working);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(progress(), PanelModel::CutoutProgress::none);
+}
+
+TEST_F(CutoutViewTest, TheEdgeFollowsTheHandBeforeTheWholePictureDoes) {
+    stage.model.removeBackground();
+    ASSERT_TRUE(cutsOut());
+    auto* picture = part("stagedPicture");
+    const auto standIn = [&] { return picture->property("standIn").value<QImage>(); };
+    ASSERT_TRUE(PanelStage::comesTrue([&] { return picture->property("settled").toBool() && standIn().isNull(); }));
+    PanelStage::comesTrue([this] { return stage.work.activeThreadCount() == 0; });
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+
+    // The edge of the square, 8 pixels beside its border at full size, as it stands on the screen.
+    auto jam = std::make_optional<Jam>(stage.work);
+    const QImage before = stage.model.cutout();
+    stage.model.setEdgeRefine(1);
+    ASSERT_FALSE(standIn().isNull()) << "shown in the same turn";
+    EXPECT_EQ(stage.model.cutout(), before) << "never stored";
+    EXPECT_EQ(standIn().size(), picture->property("pixelSize").toSize());
+    const double scale = standIn().width() / 600.0;
+    const auto alphaAt = [&](double x) { return standIn().pixelColor(qRound(x * scale), qRound(200 * scale)).alpha(); };
+    EXPECT_LT(alphaAt(202), 64);
+    EXPECT_EQ(alphaAt(210), 255);
+    jam.reset();
+    ASSERT_TRUE(PanelStage::comesTrue([&] { return standIn().isNull() && picture->property("settled").toBool(); }));
+    EXPECT_NE(stage.model.cutout(), before);
 }
 
 class NameFieldTest : public testing::Test {

@@ -23,6 +23,12 @@ Menu {
         onTriggered: menu.model.toggleFavoriteOf(menu.url)
     }
     MenuItem {
+        symbol: "scissors"
+        text: qsTr("Remove Background…")
+
+        onTriggered: menu.model.editItem(menu.url)
+    }
+    MenuItem {
         symbol: "pencil"
         text: qsTr("Rename…")
         visible: !menu.isBuiltIn

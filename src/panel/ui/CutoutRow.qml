@@ -7,6 +7,8 @@ Item {
     id: row
 
     required property PanelModel model
+    /// The edge is being dragged.
+    readonly property bool sliding: slider.pressed
 
     implicitHeight: Theme.controlHeight
 
@@ -30,10 +32,13 @@ Item {
         text: qsTr("Edge")
     }
     Slider {
+        id: slider
+
         anchors.left: edge.right
         anchors.leftMargin: Theme.smallGap
         anchors.right: amount.left
         anchors.rightMargin: Theme.smallGap
+        objectName: "edge"
         spokenName: qsTr("Edge")
         value: row.model.edgeRefine
 

@@ -22,7 +22,10 @@ Item {
         anchors.top: parent.top
         anchors.topMargin: Theme.margin
         model: tab.model
+        sliding: loadedFooter.sliding
         targeted: tab.targeted
+
+        onRemovalStopped: loadedFooter.focusCutout()
     }
     LoadedFooter {
         id: loadedFooter

@@ -11,6 +11,11 @@ TextField {
 
     signal commit(string draft)
 
+    /// Ends the editing without a commit.
+    function giveUp() {
+        draft = name;
+        focus = false;
+    }
     function showName() {
         draft = name;
         cursorPosition = 0;
@@ -35,10 +40,7 @@ TextField {
     }
     Component.onCompleted: showName()
 
-    Keys.onEscapePressed: {
-        draft = name;
-        focus = false;
-    }
+    Keys.onEscapePressed: giveUp()
     onAccepted: {
         commit(draft);
         draft = name;

@@ -8,14 +8,31 @@ Column {
     id: footer
 
     required property PanelModel model
+    readonly property bool sliding: row.sliding
+
+    /// Gives the keyboard back to the control that began the cut-out.
+    function focusCutout() {
+        cutter.forceActiveFocus(Qt.TabFocusReason);
+    }
 
     spacing: Theme.smallGap
 
     IntakeNameField {
+        id: nameField
+
         name: footer.model.stagedName
         width: parent.width
 
         onCommit: draft => footer.model.renameCurrent(draft)
+    }
+    Connections {
+        /// What is typed is no name for the next image.
+        function onStagingChanged() {
+            if (footer.model.staging)
+                nameField.giveUp();
+        }
+
+        target: footer.model
     }
     FactsLine {
         model: footer.model
@@ -32,7 +49,39 @@ Column {
         text: footer.model.librarySaveNote
         width: parent.width
     }
+    NoteLine {
+        advice: footer.model.cutoutSuggestion
+        ink: Theme.warning
+        symbol: "exclamationmark.triangle.fill"
+        text: footer.model.cutoutFailure
+        width: parent.width
+    }
+    NoteLine {
+        ink: Theme.warning
+        maximumLines: 4
+        symbol: "exclamationmark.triangle.fill"
+        text: footer.model.cutoutNote
+        width: parent.width
+    }
+    /// Before there is a cut-out, the way to one.
+    Row {
+        id: before
+
+        height: Theme.controlHeight
+        visible: !footer.model.hasCutout
+        width: parent.width
+
+        CutoutButton {
+            id: cutter
+
+            brief: footer.model.hasCutout && footer.width < 350
+            model: footer.model
+            parent: footer.model.hasCutout ? actions : before
+        }
+    }
     CutoutRow {
+        id: row
+
         model: footer.model
         visible: footer.model.hasCutout
         width: parent.width
@@ -42,6 +91,8 @@ Column {
         width: parent.width
 
         Row {
+            id: actions
+
             spacing: Theme.smallGap
 
             Button {

@@ -9,8 +9,19 @@ Item {
 
     required property PanelModel model
     required property bool targeted
+    /// The edge of the cut-out is being dragged.
+    required property bool sliding
+    readonly property bool cutting: model.cutoutProgress === PanelModel.CutoutProgress.Working
     readonly property bool loaded: model.stage === PanelModel.Stage.Loaded
     readonly property bool failed: model.stage === PanelModel.Stage.Failed
+
+    /// The user gave the cut-out up.
+    signal removalStopped
+
+    function stopRemoval() {
+        stage.model.stopRemoval();
+        stage.removalStopped();
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -36,6 +47,7 @@ Item {
     StagedPicture {
         anchors.fill: parent
         model: stage.model
+        sliding: stage.sliding
         visible: stage.loaded
     }
     Rectangle {
@@ -48,7 +60,21 @@ Item {
     }
     Working {
         anchors.centerIn: parent
-        text: stage.model.staging ? qsTr("Reading the image…") : qsTr("Cutting out…")
-        visible: stage.model.staging || stage.model.cutoutProgress === PanelModel.CutoutProgress.Working
+        text: qsTr("Reading the image…")
+        visible: stage.model.staging
+    }
+    Working {
+        anchors.centerIn: parent
+        stop: qsTr("Stop cutting out")
+        text: qsTr("Cutting out…")
+        visible: stage.cutting
+
+        onStopRequested: stage.stopRemoval()
+    }
+    Shortcut {
+        enabled: stage.cutting
+        sequence: "Esc"
+
+        onActivated: stage.stopRemoval()
     }
 }

@@ -2,12 +2,14 @@ import QtQuick
 import Quillary.Controls
 import Quillary.Drag
 import Quillary.Model
+import Quillary.Panel
 
 /// The staged image over its checkerboard; all of it drags the image out as a file.
 Item {
     id: staged
 
     required property PanelModel model
+    required property bool sliding
 
     Accessible.description: qsTr("Drag into Final Cut")
     Accessible.name: model.stagedName
@@ -24,14 +26,26 @@ Item {
         radius: Theme.stageRadius
         square: 9
     }
+    EdgePreview {
+        id: preview
+
+        active: staged.model.showCutout && (staged.sliding || staged.model.refining)
+        amount: staged.model.edgeRefine
+        pixelSize: picture.pixelSize
+        rawCutout: staged.model.rawCutout
+    }
     PictureView {
         id: picture
 
+        objectName: "stagedPicture"
+
         anchors.fill: parent
         anchors.margins: 6
-        fadeDuration: Theme.fade
+        // The picture and its cut-out are compared: one follows the other at once.
+        fadeDuration: staged.model.hasCutout ? 0 : Theme.fade
         opacity: staged.model.staging ? 0.4 : 1
         picture: staged.model.displayImage
+        standIn: preview.picture
 
         Behavior on opacity {
             NumberAnimation {

@@ -1,0 +1,73 @@
+import QtQuick
+import QtQuick.Templates as T
+import Quillary.Controls
+import Quillary.Model
+
+/// Removes the background with the method that suits the picture; its end opens a menu of the methods.
+Button {
+    id: control
+
+    required property PanelModel model
+    /// Without its text, where there is little room.
+    property bool brief: false
+    readonly property string caption: model.hasCutout ? qsTr("Cut Out Again") : qsTr("Remove Background")
+
+    chevron: "chevron.down"
+    enabled: !model.staging
+    help: brief ? caption : ""
+    objectName: "removeBackground"
+    spokenName: caption
+    symbol: "scissors"
+    text: brief ? "" : caption
+
+    onClicked: control.model.removeBackground()
+    Keys.onDownPressed: methods.open()
+
+    T.AbstractButton {
+        id: opener
+
+        Accessible.name: qsTr("Cutout method")
+        Accessible.role: Accessible.ButtonMenu
+        focusPolicy: Qt.StrongFocus
+        height: parent.height
+        objectName: "cutoutMethod"
+        width: 27
+        x: parent.width - width
+
+        onClicked: methods.open()
+        Keys.onDownPressed: methods.open()
+        Keys.onReturnPressed: methods.open()
+
+        background: Rectangle {
+            color: Theme.controlHover
+            radius: Theme.controlRadius
+            visible: opener.hovered
+
+            FocusRing {
+                shown: opener.visualFocus
+            }
+        }
+        contentItem: Symbol {
+            color: control.ink
+            name: "chevron.down"
+            visible: opener.hovered
+        }
+    }
+    Menu {
+        id: methods
+
+        objectName: "cutoutMethods"
+        y: -height - 4
+
+        MenuItem {
+            text: qsTr("Flat background")
+
+            onTriggered: control.model.removeBackground(PanelModel.CutoutMethod.Solid)
+        }
+        MenuItem {
+            text: qsTr("Subject (photo)")
+
+            onTriggered: control.model.removeBackground(PanelModel.CutoutMethod.Subject)
+        }
+    }
+}

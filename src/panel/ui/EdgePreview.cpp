@@ -1,0 +1,65 @@
+#include "panel/ui/EdgePreview.h"
+
+#include "ui/PictureScaling.h"
+
+namespace quillary {
+
+EdgePreview::EdgePreview(QObject* parent) : QObject(parent), m_reducing(*QThreadPool::globalInstance()) {}
+
+void EdgePreview::setRawCutout(const QImage& image) {
+    if (image.cacheKey() == m_rawCutout.cacheKey()) return;
+    m_rawCutout = image;
+    Q_EMIT rawCutoutChanged();
+    reduce();
+}
+
+void EdgePreview::setPixelSize(QSize pixels) {
+    if (pixels == m_pixelSize) return;
+    m_pixelSize = pixels;
+    Q_EMIT pixelSizeChanged();
+    reduce();
+}
+
+void EdgePreview::setAmount(double amount) {
+    if (amount == m_amount) return;
+    m_amount = amount;
+    Q_EMIT amountChanged();
+    update();
+}
+
+void EdgePreview::setActive(bool on) {
+    if (on == m_active) return;
+    m_active = on;
+    Q_EMIT activeChanged();
+    update();
+}
+
+void EdgePreview::reduce() {
+    m_reducing.cancel();
+    m_reduced.reset();
+    update();
+    if (m_rawCutout.isNull() || m_pixelSize.isEmpty()) return;
+    using Result = std::optional<Reduced>;
+    m_reducing.run(
+        [raw = m_rawCutout, pixels = m_pixelSize](const std::stop_token& stop) -> Result {
+            const QImage handy = PictureScaling::reduced(raw, stop);
+            if (stop.stop_requested()) return {};
+            const QImage small = PictureScaling::scaledDown(handy, pixels);
+            return Reduced{MatteRefiner::Matte(small), static_cast<double>(small.width()) / raw.width()};
+        },
+        [this](Result result) {
+            m_reduced = std::move(result);
+            update();
+        });
+}
+
+void EdgePreview::update() {
+    QImage picture;
+    if (m_active && m_reduced)
+        picture = m_reduced->matte.refined(MatteRefiner::erosionRadius(m_amount) * m_reduced->scale);
+    if (picture.isNull() && m_picture.isNull()) return;
+    m_picture = picture;
+    Q_EMIT pictureChanged();
+}
+
+} // namespace quillary

@@ -3,7 +3,8 @@
 #include "base/Text.h"
 #include "base/Try.h"
 #include "blocks/BlockFiles.h"
-#include "blocks/BlockIndex.h"
+#include "blocks/BlockSummaries.h"
+#include "library/ShelfIndex.h"
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
 
@@ -109,9 +110,9 @@ std::expected<void, ArrangementFailure> ArrangementStore::makeSelfContained(FCPX
 std::vector<Arrangement> ArrangementStore::blocks() {
     const auto root = m_storage.root();
     if (!root) return {};
-    BlockIndex index(*root, BlockIndex::Watch::no);
+    ShelfIndex index(*root / Storage::blocksFolder(), Storage::blockExtensions, false);
     index.refresh();
-    return *index.blocks();
+    return BlockSummaries().read(*index.items());
 }
 
 QStringList ArrangementStore::collections() {

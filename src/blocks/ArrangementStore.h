@@ -40,7 +40,7 @@ public:
                                              const MediaProgress& progress = {});
 
     /// The stored blocks, newest first; what cannot be read is left out. Reads every document: a shelf that stays open
-    /// keeps a BlockIndex instead.
+    /// keeps its BlockSummaries instead.
     std::vector<Arrangement> blocks();
     /// Every collection folder, empty ones too, ascending.
     QStringList collections();

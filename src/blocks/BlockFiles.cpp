@@ -1,5 +1,7 @@
 #include "blocks/BlockFiles.h"
 
+#include "base/Text.h"
+
 namespace quillary {
 
 std::string blockStem(const QString& name) {
@@ -11,6 +13,14 @@ std::string blockStem(const QString& name) {
             c = u'-';
     if (safe.startsWith(u'.')) safe[0] = u'-';
     return safe.toStdString();
+}
+
+std::optional<QString> collectionOfBlock(const std::filesystem::path& block, const std::filesystem::path& root) {
+    const auto below = block.parent_path().lexically_relative(root / Storage::blocksFolder());
+    if (below.empty() || below == ".") return {};
+    QStringList names;
+    for (const auto& name : below) names.append(shown(name));
+    return names.join(collectionSeparator.toString());
 }
 
 std::filesystem::path posterPath(const std::filesystem::path& block) {

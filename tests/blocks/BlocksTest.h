@@ -3,7 +3,7 @@
 #include "base/FileUrl.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockFiles.h"
-#include "blocks/BlockIndex.h"
+#include "blocks/BlockSummaries.h"
 #include "blocks/Clips.h"
 #include "library/LibraryFixture.h"
 #include "platform/FileAttributes.h"

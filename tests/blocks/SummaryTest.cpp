@@ -1,4 +1,5 @@
 #include "blocks/BlocksTest.h"
+#include "library/ShelfIndex.h"
 
 namespace quillary::test {
 
@@ -99,29 +100,34 @@ TEST_F(SummaryTest, ListsBlocksAndReadsOnlyWhatChanged) {
     fs::create_directories(blocks / "Empty");
     EXPECT_THAT(store.collections(), ElementsAre(u"A"_s, u"A / B"_s, u"Empty"_s));
 
-    BlockIndex index(root, BlockIndex::Watch::yes);
-    EXPECT_TRUE(index.refresh());
-    const auto listed = index.blocks();
-    ASSERT_EQ(listed->size(), 2U);
-    EXPECT_EQ((*listed)[0].name, u"new");
-    EXPECT_EQ((*listed)[0].collection, u"A / B"_s);
-    EXPECT_EQ((*listed)[0].summary.seconds, 3);
-    EXPECT_EQ((*listed)[1].collection, std::nullopt);
-    EXPECT_EQ((*listed)[1].posterURL(), std::nullopt);
-    EXPECT_EQ(store.blocks(), *listed);
+    ShelfIndex index(blocks, Storage::blockExtensions, true);
+    BlockSummaries summaries;
+    const auto list = [&] {
+        index.refresh();
+        return summaries.read(*index.items());
+    };
+    auto listed = list();
+    ASSERT_EQ(listed.size(), 2U);
+    EXPECT_EQ(listed[0].name, u"new");
+    EXPECT_EQ(listed[0].collection, u"A / B"_s);
+    EXPECT_EQ(listed[0].summary.seconds, 3);
+    EXPECT_EQ(listed[1].collection, std::nullopt);
+    EXPECT_EQ(listed[1].posterURL(), std::nullopt);
+    EXPECT_EQ(store.blocks(), listed);
 
-    EXPECT_EQ(index.documentsRead(), 3);
-    EXPECT_FALSE(index.refresh());
+    EXPECT_EQ(summaries.documentsRead(), 3);
+    EXPECT_EQ(list(), listed);
+    EXPECT_EQ(summaries.documentsRead(), 3);
     put("old.fcpxml", "<fcpxml><clip name='changed'/></fcpxml>", 1000);
     writeFile(blocks / "A/B/new.png", "a poster");
     fs::rename(blocks / "broken.fcpxml", blocks / "Empty/still broken.fcpxml");
-    EXPECT_TRUE(index.refresh());
-    EXPECT_EQ(index.documentsRead(), 5);
-    EXPECT_EQ((*index.blocks())[1].summary.layers[0].name, u"changed");
-    EXPECT_EQ((*index.blocks())[0].posterURL(), blocks / "A/B/new.png");
+    listed = list();
+    EXPECT_EQ(summaries.documentsRead(), 5);
+    EXPECT_EQ(listed[1].summary.layers[0].name, u"changed");
+    EXPECT_EQ(listed[0].posterURL(), blocks / "A/B/new.png");
     setDate(blocks / "A/B/new.png", 99);
-    EXPECT_TRUE(index.refresh());
-    EXPECT_EQ(index.documentsRead(), 5);
+    EXPECT_NE(list()[0].posterStamp, listed[0].posterStamp);
+    EXPECT_EQ(summaries.documentsRead(), 5);
 }
 
 } // namespace

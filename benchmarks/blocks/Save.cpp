@@ -1,0 +1,63 @@
+// Saving a clip of 25 MB with 12,000 assets whose media are in the library already, against libxml2 alone; and the
+// memory it takes.
+#include "LargeClip.h"
+#include "PlainXml.h"
+#include "blocks/ArrangementStore.h"
+#include "library/Storage.h"
+#include "support/FakeBookmarks.h"
+#include "support/FakeDesktop.h"
+#include "support/FakeSettingsStore.h"
+#include "support/Rounds.h"
+#include "support/TemporaryFolder.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace quillary;
+using namespace quillary::test;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int assets = 12'000;
+
+void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "%s\n", what);
+    std::exit(1);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const TemporaryFolder folder;
+    FakeSettingsStore settings;
+    FakeBookmarks bookmarks;
+    FakeDesktop desktop(folder / "home");
+    Storage storage(settings, bookmarks, desktop);
+    ArrangementStore store(storage);
+    for (int n = 1; n <= assets; ++n) writeFile(folder / "media" / (std::to_string(n) + ".mov"), "media");
+    const QByteArray xml = benchmark::largeClip(assets, folder / "media");
+    const auto first = store.save(xml, {}, {});
+    require(first.has_value(), "cannot save");
+    std::printf("document: %.1f MB\n", static_cast<double>(xml.size()) / 1e6);
+
+    const auto save = [&] {
+        const auto block = store.save(xml, QStringLiteral("Again"), {});
+        require(block && store.remove(block->url), "cannot save");
+    };
+    benchmark::Rounds rounds("save, 12,000 assets", benchmark::Rounds::options(argc, argv));
+    rounds.add("libxml2 parse, XPath, serialise", [&] {
+        const benchmark::PlainXml plain(xml);
+        require(plain.found("//asset") == assets && plain.found("//effect") == 1, "not found");
+        require(plain.serialized() > 0, "not serialised");
+    });
+    rounds.add("ArrangementStore::save", save);
+    rounds.add("ArrangementStore::xml", [&] { require(store.xml(first->url).has_value(), "cannot drag"); });
+    rounds.print();
+
+    const auto memory = benchmark::peakMemoryOf(save);
+    std::printf("peak memory of a save: %.1f times the document\n",
+                (memory.peak - memory.before) / static_cast<double>(xml.size()));
+    return 0;
+}

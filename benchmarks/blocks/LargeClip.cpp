@@ -26,7 +26,7 @@ QByteArray asset(int number, const std::filesystem::path& media) {
             </media-rep>
             <metadata>
                 <md key="com.apple.proapps.studio.rawToLogConversion" value="0"/>
-                <md key="com.apple.proapps.spotlight.kMDItemProfileName" value="HD (1-1-1)"/>
+                <md key="com.apple.proapps.spotlight.kMDItemProfileName" value="HD 1-1-1"/>
                 <md key="com.apple.proapps.studio.cameraISO" value="0"/>
                 <md key="com.apple.proapps.spotlight.kMDItemCodecs"><array><string>Apple ProRes 422</string><string>Linear PCM</string></array></md>
                 <md key="com.apple.proapps.mio.ingestDate" value="2026-01-02 03:04:05 +0100"/>

@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <malloc.h>
 
 using namespace quillary;
 using namespace quillary::test;
@@ -56,6 +57,7 @@ int main(int argc, char** argv) {
     rounds.add("ArrangementStore::xml", [&] { require(store.xml(first->url).has_value(), "cannot drag"); });
     rounds.print();
 
+    malloc_trim(0);
     const auto memory = benchmark::peakMemoryOf(save);
     std::printf("peak memory of a save: %.1f times the document\n",
                 (memory.peak - memory.before) / static_cast<double>(xml.size()));

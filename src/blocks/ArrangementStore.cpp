@@ -96,11 +96,14 @@ std::expected<void, ArrangementFailure> ArrangementStore::makeSelfContained(FCPX
     FinalCutElements elements(root);
     MediaCopier copier(elements, progress);
     auto references = document.media();
-    for (const auto& reference : references)
-        copier.announce({reference.file(), reference.uid}, elements.folderFor(reference.file()));
-    for (auto& reference : references) {
-        const auto file = reference.file();
-        const auto copy = copier.copyMedia({file, reference.uid}, elements.folderFor(file));
+    std::vector<MediaCopier::Source> sources;
+    for (const auto& reference : references) {
+        sources.push_back({reference.file(), reference.uid});
+        copier.announce(sources.back(), elements.folderFor(sources.back().file));
+    }
+    for (std::size_t i = 0; i < references.size(); ++i) {
+        auto& reference = references[i];
+        const auto copy = copier.copyMedia(sources[i], elements.folderFor(sources[i].file));
         if (!copy) return std::unexpected(Failure::noMedia(name, copy.error().description()));
         reference.setFile(*copy);
     }

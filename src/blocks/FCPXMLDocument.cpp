@@ -12,12 +12,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Calls `visit` for every element in document order. Nesting is bounded by the parser.
-template <typename Visit>
-void visitElements(xml::Node element, const Visit& visit) {
+/// Nesting is bounded by the parser.
+void collect(xml::Node element, const char* name, std::vector<xml::Node>& found) {
     for (; element; element = element.nextElement()) {
-        visit(element);
-        visitElements(element.firstElement(), visit);
+        if (element.isNamed(name))
+            found.push_back(element);
+        else if (!element.isNamed("asset"))
+            collect(element.firstElement(), name, found);
     }
 }
 
@@ -93,9 +94,7 @@ xml::Node FCPXMLDocument::spine() const {
 
 std::vector<xml::Node> FCPXMLDocument::elements(const char* name) const {
     std::vector<xml::Node> found;
-    visitElements(m_document.root(), [&](xml::Node element) {
-        if (element.isNamed(name)) found.push_back(element);
-    });
+    collect(m_document.root(), name, found);
     return found;
 }
 

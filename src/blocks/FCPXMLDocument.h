@@ -49,12 +49,14 @@ public:
     /// The storyline of the compound clip that `clip` stands for; no node for every other clip.
     xml::Node spine() const;
 
-    /// Every element of that name, in document order.
+    /// Every element of that name, in document order. Those within one of them, or within an asset, do not count: there
+    /// are none in a valid document.
     std::vector<xml::Node> elements(const char* name) const;
     /// Every reference to a file, in document order.
     std::vector<MediaReference> media() const;
 
-    QByteArray serialize() const { return m_document.serialize(); }
+    /// In UTF-8, whatever encoding it came in: others recognise a clip by its first bytes.
+    QByteArray serialize() const { return m_document.serialize(xml::Document::Encoding::utf8); }
 
 private:
     explicit FCPXMLDocument(xml::Document document) : m_document(std::move(document)) {}

@@ -13,23 +13,36 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using Folder = Storage::Folder;
+
+/// In the order in which copies are looked for.
+constexpr std::array shelves{Folder::images, Folder::videos, Folder::audio, Folder::recent};
+
 constexpr qsizetype prefixLength = 8; ///< characters
 
 } // namespace
 
-fs::path FinalCutElements::folderFor(const std::optional<fs::path>& file) const {
-    using Folder = Storage::Folder;
+FinalCutElements::FinalCutElements(const fs::path& root) {
+    std::ranges::transform(shelves, m_folders.begin(),
+                           [&](Folder shelf) { return root / Storage::relativeFolder(shelf) / folderName; });
+}
+
+const fs::path& FinalCutElements::folderFor(const std::optional<fs::path>& file) const {
     const Folder shelf = file ? Storage::shelf(*file).value_or(Folder::recent) : Folder::images;
-    return m_root / Storage::relativeFolder(shelf) / folderName;
+    return m_folders[static_cast<std::size_t>(std::ranges::find(shelves, shelf) - shelves.begin())];
 }
 
 bool FinalCutElements::holds(const fs::path& file) {
-    return file.parent_path().filename() == folderName;
+    std::string_view folder = file.native();
+    folder.remove_suffix(folder.size() - std::min(folder.rfind('/'), folder.size()));
+    return folder.substr(folder.rfind('/') + 1) == folderName;
 }
 
 std::string FinalCutElements::prefix(const QByteArray& uid) {
     if (uid.isEmpty()) return {};
-    QString text = QString::fromUtf8(uid).first(std::min(prefixLength, QString::fromUtf8(uid).size()));
+    // Eight characters take at most four times as many bytes.
+    QString text = QString::fromUtf8(uid.first(std::min(4 * prefixLength, uid.size())));
+    text.truncate(prefixLength);
     for (QChar& c : text)
         if (c == u'/' || c.category() == QChar::Other_Control) c = u'-';
     if (text.startsWith(u'.')) text[0] = u'-';
@@ -47,12 +60,10 @@ void FinalCutElements::writeUID(const QByteArray& uid, const fs::path& file) {
 const std::vector<FinalCutElements::Entry>& FinalCutElements::entries() {
     if (m_entries) return *m_entries;
     m_entries.emplace();
-    using Folder = Storage::Folder;
-    for (const Folder shelf : {Folder::images, Folder::videos, Folder::audio, Folder::recent}) {
+    for (const fs::path& folder : m_folders) {
         std::error_code failed;
         std::vector<fs::path> files;
-        for (fs::directory_iterator at(m_root / Storage::relativeFolder(shelf) / folderName, failed), end;
-             !failed && at != end; at.increment(failed)) {
+        for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
             std::error_code vanished;
             if (at->is_regular_file(vanished)) files.push_back(at->path());
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <array>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -20,11 +21,11 @@ public:
     static constexpr std::string_view uidAttribute = "com.quillary.assetUID";
 
     /// `root` is that of the library.
-    explicit FinalCutElements(std::filesystem::path root) : m_root(std::move(root)) {}
+    explicit FinalCutElements(const std::filesystem::path& root);
 
     /// The folder for copies of this file, by the shelf of its extension: Recent for extensions of no shelf, Images
     /// when there is no file.
-    std::filesystem::path folderFor(const std::optional<std::filesystem::path>& file) const;
+    const std::filesystem::path& folderFor(const std::optional<std::filesystem::path>& file) const;
     /// Whether a path lies directly in a folder of that name, in whatever library.
     static bool holds(const std::filesystem::path& file);
 
@@ -48,7 +49,7 @@ private:
     };
     const std::vector<Entry>& entries();
 
-    std::filesystem::path m_root;
+    std::array<std::filesystem::path, 4> m_folders; ///< of Images, Videos, Audio, Recent
     std::optional<std::vector<Entry>> m_entries;
     std::map<QByteArray, std::size_t> m_byUID;        ///< the first of each mark
     std::multimap<std::string, std::size_t> m_byName; ///< by file name

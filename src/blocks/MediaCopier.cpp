@@ -14,12 +14,7 @@ using platform::PendingFile;
 
 namespace {
 
-std::optional<std::uintmax_t> sizeOf(const fs::path& file) {
-    std::error_code failed;
-    if (!fs::is_regular_file(file, failed)) return {};
-    const auto size = fs::file_size(file, failed);
-    return failed ? std::nullopt : std::optional(size);
-}
+using platform::regularFileSize;
 
 bool isTaken(const fs::path& path) {
     std::error_code failed;
@@ -34,59 +29,67 @@ NumberedName copyName(const MediaCopier::Source& source) {
 } // namespace
 
 void MediaCopier::announce(const Source& source, const fs::path& folder) {
-    if (!source.file || FinalCutElements::holds(*source.file) || isTaken(folder / copyName(source).at(1))) return;
-    m_total += sizeOf(*source.file).value_or(0);
+    if (m_progress.report) m_announced.emplace_back(source, folder);
 }
 
-bool MediaCopier::isTheAssets(const fs::path& copy, const Source& source, bool numbered) const {
-    const auto copied = sizeOf(copy);
-    if (!copied) return false;
-    const auto size = source.file ? sizeOf(*source.file) : std::nullopt;
-    const bool sameSize = size == copied;
-    if (source.uid.isEmpty()) return sameSize || (!size && !numbered);
+std::uint64_t MediaCopier::announcedBytes() const {
+    std::uint64_t bytes = 0;
+    for (const auto& [source, folder] : m_announced)
+        if (source.file && !FinalCutElements::holds(*source.file) && !isTaken(folder / copyName(source).at(1)))
+            bytes += regularFileSize(*source.file).value_or(0);
+    return bytes;
+}
+
+bool MediaCopier::isTheAssets(const fs::path& copy, std::uintmax_t copied, const Source& source, bool numbered) const {
+    const auto sourceSize = [&] { return source.file ? regularFileSize(*source.file) : std::nullopt; };
+    if (source.uid.isEmpty()) {
+        const auto size = sourceSize();
+        return size == copied || (!size && !numbered);
+    }
     const QByteArray mark = FinalCutElements::readUID(copy);
     if (!mark.isEmpty() && mark != source.uid) return false;
+    if (mark.isEmpty()) FinalCutElements::writeUID(source.uid, copy);
     // An asset that was copied before is not looked at again, unless this document holds two files of one UID.
-    const auto before = m_given.find(copy);
-    const bool ofAnotherFile = before != m_given.end() && before->second != source.file.value_or(fs::path());
-    return sameSize || (!numbered && !(ofAnotherFile && size));
+    const auto before = m_given.find(copy.native());
+    const bool ofAnotherFile = before != m_given.end() && source.file && before->second != source.file->native();
+    if (!numbered && !ofAnotherFile) return true;
+    const auto size = sourceSize();
+    return size == copied || (!numbered && !size);
 }
 
 std::expected<PendingFile, FileError> MediaCopier::filled(const Source& source, const fs::path& folder) {
     if (!source.file) return std::unexpected(FileError{ENOENT});
     TRY(platform::createFolders(folder));
     PendingFile copy = TRY(PendingFile::create(folder));
+    if (m_done == 0) m_total = announcedBytes();
     const auto report = [&](std::uint64_t done, std::uint64_t total) {
         if (m_progress.report) m_progress.report(m_done + done, std::max(m_total, m_done + total));
     };
     TRY(copy.copyFrom(*source.file, report, m_progress.stop));
-    m_done += sizeOf(*source.file).value_or(0);
+    m_done += regularFileSize(*source.file).value_or(0);
     if (!source.uid.isEmpty()) copy.setAttribute(FinalCutElements::uidAttribute, source.uid.toStdString());
     copy.setModified(std::chrono::system_clock::now());
     TRY(copy.sync());
     return copy;
 }
 
-fs::path MediaCopier::given(fs::path copy, const Source& source) {
-    m_given.emplace(copy, source.file.value_or(fs::path()));
-    return copy;
-}
-
 std::expected<fs::path, FileError> MediaCopier::copyMedia(const Source& source, const fs::path& folder) {
-    if (source.file && FinalCutElements::holds(*source.file) && sizeOf(*source.file)) {
+    if (source.file && FinalCutElements::holds(*source.file) && regularFileSize(*source.file)) {
         FinalCutElements::writeUID(source.uid, *source.file);
         return *source.file;
     }
+    const auto given = [&](fs::path path) {
+        m_given.emplace(path.native(), source.file ? source.file->native() : std::string());
+        return path;
+    };
     const NumberedName names = copyName(source);
     std::optional<PendingFile> copy;
     for (unsigned n = 1;;) {
         const std::string name = names.at(n);
         fs::path candidate = folder / name;
-        if (isTaken(candidate)) {
-            if (isTheAssets(candidate, source, n > 1)) {
-                FinalCutElements::writeUID(source.uid, candidate);
-                return given(std::move(candidate), source);
-            }
+        const auto there = regularFileSize(candidate);
+        if (there || isTaken(candidate)) {
+            if (there && isTheAssets(candidate, *there, source, n > 1)) return given(std::move(candidate));
             ++n;
             continue;
         }
@@ -104,7 +107,7 @@ std::expected<fs::path, FileError> MediaCopier::copyMedia(const Source& source, 
         if (!placed && placed.error().code != EEXIST) return std::unexpected(placed.error());
         if (!placed) continue; // Somebody was quicker: perhaps with the same file.
         platform::clearQuarantine(candidate);
-        return given(std::move(candidate), source);
+        return given(std::move(candidate));
     }
 }
 

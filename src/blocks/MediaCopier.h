@@ -9,9 +9,12 @@
 #include <expected>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <optional>
 #include <stop_token>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace quillary {
 
@@ -47,16 +50,18 @@ public:
                                                                         const std::filesystem::path& folder);
 
 private:
-    bool isTheAssets(const std::filesystem::path& copy, const Source& source, bool numbered) const;
+    bool isTheAssets(const std::filesystem::path& copy, std::uintmax_t copied, const Source& source,
+                     bool numbered) const;
+    std::uint64_t announcedBytes() const;
     std::expected<platform::PendingFile, platform::FileError> filled(const Source& source,
                                                                      const std::filesystem::path& folder);
-    std::filesystem::path given(std::filesystem::path copy, const Source& source);
 
     FinalCutElements& m_elements;
     MediaProgress m_progress;
     std::uint64_t m_done = 0;
     std::uint64_t m_total = 0;
-    std::map<std::filesystem::path, std::filesystem::path> m_given; ///< copies of this document, with their sources
+    std::vector<std::pair<Source, std::filesystem::path>> m_announced;
+    std::unordered_map<std::string, std::string> m_given; ///< copies of this document, with their sources
 };
 
 } // namespace quillary

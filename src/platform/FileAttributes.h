@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -18,6 +19,9 @@ void removeAttribute(const std::filesystem::path& file, std::string_view name);
 
 /// Removes the mark with which a system remembers that a file came from outside.
 void clearQuarantine(const std::filesystem::path& file);
+
+/// Bytes of a regular file, or of the one that a link leads to; absent for everything else.
+std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file);
 
 /// Sets the content modification date to the current time.
 void stampNow(const std::filesystem::path& file);

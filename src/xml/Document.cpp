@@ -60,8 +60,9 @@ std::expected<Document, XmlError> Document::parse(QByteArrayView bytes, qsizetyp
     std::optional<XmlError> lost;
     context->_private = &lost;
     context->sax->serror = noteLoss;
+    // Short texts lie in their nodes. Nothing here changes a text in its place, which that would not allow.
     Document document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
-                                        XML_PARSE_NONET));
+                                        XML_PARSE_NONET | XML_PARSE_COMPACT));
     if (!document.m_document || !document.root()) return std::unexpected(errorOf(context->lastError));
     if (lost) return std::unexpected(*std::move(lost));
     return document;
@@ -84,10 +85,11 @@ std::vector<Node> Document::select(const char* expression, Node from) const {
     return nodes;
 }
 
-QByteArray Document::serialize() const {
+QByteArray Document::serialize(Encoding encoding) const {
     const Buffer buffer(xmlBufferCreate());
     if (!buffer) return {};
-    const auto* declared = reinterpret_cast<const char*>(m_document->encoding);
+    const auto* declared =
+        encoding == Encoding::asDeclared ? reinterpret_cast<const char*>(m_document->encoding) : nullptr;
     xmlSaveCtxt* const saving =
         xmlSaveToBuffer(buffer.get(), declared ? declared : "UTF-8", XML_SAVE_AS_XML | XML_SAVE_NO_XHTML);
     if (!saving) return {};

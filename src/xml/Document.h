@@ -32,9 +32,10 @@ public:
     /// mean nothing in it. `from` is where relative expressions begin, the document unless told.
     std::vector<Node> select(const char* expression, Node from = {}) const;
 
-    /// In the encoding that the document declares, UTF-8 when it declares none, always with an XML declaration. Empty
-    /// only when memory is short.
-    QByteArray serialize() const;
+    enum class Encoding { asDeclared, utf8 };
+    /// In the encoding that the document declares, UTF-8 when it declares none, or in UTF-8 whatever it declares;
+    /// always with an XML declaration that tells the encoding. Empty only when memory is short.
+    QByteArray serialize(Encoding encoding = Encoding::asDeclared) const;
 
 private:
     struct Deleter {

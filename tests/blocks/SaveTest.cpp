@@ -1,6 +1,7 @@
 #include "blocks/BlocksTest.h"
 #include "support/SmallFileSystem.h"
 
+#include <QStringEncoder>
 #include <thread>
 
 namespace quillary::test {
@@ -44,6 +45,23 @@ TEST_F(SaveTest, KeepsWhatItDoesNotKnow) {
     EXPECT_EQ(block->name, u"Opening");
     EXPECT_EQ(block->collection, std::nullopt);
     EXPECT_NEAR(block->summary.seconds, 14.014, 1e-9);
+}
+
+TEST_F(SaveTest, KeepsEveryEncodingAsUtf8) {
+    const QString xml = u"<?xml version='1.0' encoding='%1'?><fcpxml><clip name='Änne'/></fcpxml>"_s;
+    const QByteArray wide = QStringEncoder(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom)(xml.arg(u"UTF-16"));
+    for (const QByteArray& document : {xml.arg(u"UTF-8"_s).toUtf8(), xml.arg(u"ISO-8859-1"_s).toLatin1(), wide,
+                                       xml.arg(u"UTF-7"_s).replace(u'Ä', u"+AMQ-"_s).toLatin1()}) {
+        const auto block = save(document, {}, u"Encodings"_s);
+        // All of them are one document.
+        if (!block) {
+            EXPECT_EQ(block.error(), Failure::alreadySaved(u"Änne"_s));
+            continue;
+        }
+        EXPECT_TRUE(readFile(block->url).starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
+        EXPECT_EQ(block->name, u"Änne");
+    }
+    EXPECT_EQ(store.blocks().size(), 1U);
 }
 
 TEST_F(SaveTest, NamesBlocks) {

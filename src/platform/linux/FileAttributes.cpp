@@ -34,6 +34,12 @@ void clearQuarantine(const std::filesystem::path& file) {
     removeAttribute(file, "com.apple.quarantine");
 }
 
+std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    return static_cast<std::uintmax_t>(status.st_size);
+}
+
 void stampNow(const std::filesystem::path& file) {
     const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, timespec{0, UTIME_NOW}};
     utimensat(AT_FDCWD, file.c_str(), times.data(), 0);

@@ -20,7 +20,6 @@ struct FreeWith {
 using ParserContext = std::unique_ptr<xmlParserCtxt, FreeWith<xmlFreeParserCtxt>>;
 using XPathContext = std::unique_ptr<xmlXPathContext, FreeWith<xmlXPathFreeContext>>;
 using XPathObject = std::unique_ptr<xmlXPathObject, FreeWith<xmlXPathFreeObject>>;
-using Buffer = std::unique_ptr<xmlBuffer, FreeWith<xmlBufferFree>>;
 
 /// Once, before the first thread parses.
 void initialize() {
@@ -44,6 +43,11 @@ void noteLoss(void* userData, xmlError* error) {
 }
 
 void passOver(void*, xmlError*) {}
+
+int append(void* bytes, const char* piece, int length) {
+    static_cast<QByteArray*>(bytes)->append(piece, length);
+    return length;
+}
 
 } // namespace
 
@@ -86,16 +90,15 @@ std::vector<Node> Document::select(const char* expression, Node from) const {
 }
 
 QByteArray Document::serialize(Encoding encoding) const {
-    const Buffer buffer(xmlBufferCreate());
-    if (!buffer) return {};
     const auto* declared =
         encoding == Encoding::asDeclared ? reinterpret_cast<const char*>(m_document->encoding) : nullptr;
+    QByteArray bytes;
     xmlSaveCtxt* const saving =
-        xmlSaveToBuffer(buffer.get(), declared ? declared : "UTF-8", XML_SAVE_AS_XML | XML_SAVE_NO_XHTML);
+        xmlSaveToIO(append, nullptr, &bytes, declared ? declared : "UTF-8", XML_SAVE_AS_XML | XML_SAVE_NO_XHTML);
     if (!saving) return {};
     const bool saved = xmlSaveDoc(saving, m_document.get()) != -1;
     if (xmlSaveClose(saving) == -1 || !saved) return {};
-    return {reinterpret_cast<const char*>(xmlBufferContent(buffer.get())), xmlBufferLength(buffer.get())};
+    return bytes;
 }
 
 } // namespace quillary::xml

@@ -136,7 +136,7 @@ public:
 
 private:
     void look() {
-        const bool busy = m_model.staging() || m_model.importing() || !m_model.libraryLoaded() || m_thumbnails.busy();
+        const bool busy = m_model.staging() || m_model.importing() || !m_model.imagesShelf()->loaded() || m_thumbnails.busy();
         m_quiet = busy ? 0 : m_quiet + 1;
         if (m_quiet < quietTicks && m_waited.elapsed() < longestWait) return;
         m_tick.stop();

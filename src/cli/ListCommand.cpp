@@ -7,7 +7,6 @@
 #include "cli/Shelf.h"
 #include "library/BuiltInLibrary.h"
 #include "library/LibraryFilter.h"
-#include "library/NaturalOrder.h"
 #include "values/CollectionNode.h"
 
 #include <QDateTime>
@@ -23,14 +22,6 @@ QDateTime dateOf(const LibraryItem& item) {
 }
 
 using Rows = std::vector<quint32>;
-
-void sortByName(Rows& rows, const LibraryItems& items) {
-    std::vector<std::pair<QString, quint32>> named;
-    named.reserve(rows.size());
-    for (const quint32 row : rows) named.emplace_back(shownStem(items[row].url), row);
-    std::ranges::stable_sort(named, naturallyBefore, &std::pair<QString, quint32>::first);
-    std::ranges::transform(named, rows.begin(), &std::pair<QString, quint32>::second);
-}
 
 class List final : public Command {
     void declare(Grammar& grammar) override {

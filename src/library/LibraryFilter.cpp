@@ -1,6 +1,7 @@
 #include "library/LibraryFilter.h"
 
 #include "base/Text.h"
+#include "library/NaturalOrder.h"
 #include "library/Storage.h"
 #include "values/CollectionNode.h"
 
@@ -91,6 +92,14 @@ std::vector<quint32> visibleRows(const SearchableItems& base, const LibraryQuery
         return isIn(item, query.collection) && (!query.format || item.sourceFormat == query.format) &&
                (!query.favoritesOnly || isFavorite(item));
     });
+}
+
+void sortByName(std::vector<quint32>& rows, const LibraryItems& items) {
+    std::vector<std::pair<QString, quint32>> named;
+    named.reserve(rows.size());
+    for (const quint32 row : rows) named.emplace_back(displayName(items[row]), row);
+    std::ranges::stable_sort(named, naturallyBefore, &std::pair<QString, quint32>::first);
+    std::ranges::transform(named, rows.begin(), &std::pair<QString, quint32>::second);
 }
 
 } // namespace quillary

@@ -91,4 +91,8 @@ struct LibraryQuery {
 std::vector<quint32> visibleRows(const SearchableItems& base, const LibraryQuery& query,
                                  const std::function<bool(const LibraryItem&)>& isFavorite);
 
+/// Puts rows of `items` into the order of the display names, numbers inside them by value; equal names stay as they
+/// are.
+void sortByName(std::vector<quint32>& rows, const LibraryItems& items);
+
 } // namespace quillary

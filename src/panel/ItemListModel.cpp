@@ -37,8 +37,8 @@ std::vector<Range> ranges(const std::vector<bool>& marks) {
 
 } // namespace
 
-ItemListModel::ItemListModel(IsFavorite isFavorite, QObject* parent)
-    : QAbstractListModel(parent), m_isFavorite(std::move(isFavorite)) {}
+ItemListModel::ItemListModel(Answers answers, QObject* parent)
+    : QAbstractListModel(parent), m_answers(std::move(answers)) {}
 
 int ItemListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : count();
@@ -58,20 +58,24 @@ QVariant ItemListModel::data(const QModelIndex& index, int role) const {
     case FormatRole:
         return at.sourceFormat.value_or(QString());
     case FavoriteRole:
-        return m_isFavorite(at);
+        return m_answers.isFavorite && m_answers.isFavorite(at.url);
+    case SelectedRole:
+        return m_answers.isSelected && m_answers.isSelected(at.url);
     case BuiltInRole:
         return at.isBuiltIn;
     case StampRole:
         return QString::number(at.modified.time_since_epoch().count());
+    case DetailsRole:
+        return m_answers.details ? m_answers.details(at) : QVariant();
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> ItemListModel::roleNames() const {
-    return {{UrlRole, "url"},       {NameRole, "name"},     {CollectionRole, "collection"},
-            {FormatRole, "format"}, {FavoriteRole, "star"}, {BuiltInRole, "isBuiltIn"},
-            {StampRole, "stamp"}};
+    return {{UrlRole, "url"},           {NameRole, "name"},     {CollectionRole, "collection"},
+            {FormatRole, "format"},     {FavoriteRole, "star"}, {SelectedRole, "chosen"},
+            {BuiltInRole, "isBuiltIn"}, {StampRole, "stamp"},   {DetailsRole, "details"}};
 }
 
 void ItemListModel::show(std::shared_ptr<const LibraryItems> items) {
@@ -146,13 +150,27 @@ void ItemListModel::show(std::shared_ptr<const LibraryItems> items, std::vector<
     if (changedCount) Q_EMIT countChanged();
 }
 
-void ItemListModel::favoritesChanged() {
-    if (!m_rows.empty()) Q_EMIT dataChanged(index(0), index(count() - 1), {FavoriteRole});
+void ItemListModel::everyRowChanged(Role role) {
+    if (!m_rows.empty()) Q_EMIT dataChanged(index(0), index(count() - 1), {role});
+}
+
+int ItemListModel::rowNamed(const QString& beginning, int from) const {
+    const QString wanted = foldedForSearch(beginning);
+    for (int step = 0; step < count(); ++step) {
+        const int row = (std::max(from, 0) + step) % count();
+        if (foldedForSearch(shownStem(item(row).url)).startsWith(wanted)) return row;
+    }
+    return -1;
+}
+
+int ItemListModel::rowOf(const FileLocation& url) const {
+    const auto row = std::ranges::find_if(m_rows, [&](quint32 at) { return (*m_items)[at].url == url; });
+    return row == m_rows.end() ? -1 : static_cast<int>(row - m_rows.begin());
 }
 
 const LibraryItem* ItemListModel::find(const std::filesystem::path& url) const {
-    const auto row = std::ranges::find_if(m_rows, [&](quint32 at) { return (*m_items)[at].url == url; });
-    return row == m_rows.end() ? nullptr : &(*m_items)[*row];
+    const int row = rowOf(FileLocation(url));
+    return row < 0 ? nullptr : &item(row);
 }
 
 } // namespace quillary

@@ -19,24 +19,52 @@ class ItemListModel : public QAbstractListModel {
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
-    enum Role { UrlRole = Qt::UserRole, NameRole, CollectionRole, FormatRole, FavoriteRole, BuiltInRole, StampRole };
+    enum Role {
+        UrlRole = Qt::UserRole,
+        NameRole,
+        CollectionRole,
+        FormatRole,
+        FavoriteRole,
+        SelectedRole,
+        BuiltInRole,
+        StampRole,
+        DetailsRole
+    };
 
-    using IsFavorite = std::function<bool(const LibraryItem&)>;
-    explicit ItemListModel(IsFavorite isFavorite, QObject* parent = nullptr);
+    /// What the list does not know of its items itself; each may be left out.
+    struct Answers {
+        std::function<bool(const FileLocation&)> isFavorite = {};
+        std::function<bool(const FileLocation&)> isSelected = {};
+        std::function<QVariant(const LibraryItem&)> details = {}; ///< of the shelf's own kind
+    };
+    explicit ItemListModel(Answers answers, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
     int count() const { return static_cast<int>(m_rows.size()); }
 
-    /// Shows the given rows, ascending, of the list.
+    /// Shows the given rows of the list, in this order.
     void show(std::shared_ptr<const LibraryItems> items, std::vector<quint32> rows);
     /// Shows the whole list.
     void show(std::shared_ptr<const LibraryItems> items);
-    /// Every row's star may have changed.
-    void favoritesChanged();
+    /// Every row's star, mark or details may have changed.
+    void favoritesChanged() { everyRowChanged(FavoriteRole); }
+    void selectionChanged() { everyRowChanged(SelectedRole); }
+    void detailsChanged() { everyRowChanged(DetailsRole); }
 
     const LibraryItem& item(int row) const { return (*m_items)[m_rows[static_cast<std::size_t>(row)]]; }
+    /// What views ask of one row without having its item at hand; empty for a row that is not there.
+    Q_INVOKABLE QString urlAt(int row) const { return at(row, UrlRole).toString(); }
+    Q_INVOKABLE QString nameAt(int row) const { return at(row, NameRole).toString(); }
+    Q_INVOKABLE bool starAt(int row) const { return at(row, FavoriteRole).toBool(); }
+    Q_INVOKABLE bool builtInAt(int row) const { return at(row, BuiltInRole).toBool(); }
+
+    /// The first row from `from` on, round to the ones before it, whose name begins with the text, whatever its case;
+    /// -1 when there is none.
+    Q_INVOKABLE int rowNamed(const QString& beginning, int from) const;
+    /// -1 when no row shows that file.
+    int rowOf(const FileLocation& url) const;
     /// Null when no row shows that file.
     const LibraryItem* find(const std::filesystem::path& url) const;
 
@@ -44,7 +72,10 @@ Q_SIGNALS:
     void countChanged();
 
 private:
-    IsFavorite m_isFavorite;
+    void everyRowChanged(Role role);
+    QVariant at(int row, Role role) const { return row < 0 || row >= count() ? QVariant() : data(index(row), role); }
+
+    Answers m_answers;
     std::shared_ptr<const LibraryItems> m_items = std::make_shared<const LibraryItems>();
     std::vector<quint32> m_rows;
 };

@@ -2,8 +2,7 @@
 
 #include "library/AppSettings.h"
 #include "panel/PanelModelWriting.h"
-#include "panel/ShelfListing.h"
-#include "values/CollectionNode.h"
+#include "values/ShelfCounts.h"
 
 #include <array>
 #include <chrono>
@@ -19,13 +18,6 @@ QString labelAt(const std::array<QStringView, Count>& labels, int value) {
     return labels[static_cast<std::size_t>(value)].toString();
 }
 
-QHash<QString, int> counts(const LibraryItems& items) {
-    QStringList paths;
-    for (const LibraryItem& item : items)
-        if (item.collection) paths.append(*item.collection);
-    return rollUp(paths);
-}
-
 } // namespace
 
 QString PanelModel::label(Tab tab) {
@@ -36,10 +28,6 @@ QString PanelModel::label(LibraryKind kind) {
     return labelAt<4>({u"Images", u"Videos", u"Audio", u"Blocks"}, static_cast<int>(kind));
 }
 
-QString PanelModel::label(AudioSort sort) {
-    return labelAt<4>({u"Newest", u"Name", u"Shortest", u"Longest"}, static_cast<int>(sort));
-}
-
 QString PanelModel::label(CutoutMethod method) {
     return labelAt<2>({u"Flat background", u"Subject"}, static_cast<int>(method));
 }
@@ -48,37 +36,24 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     : QObject(parent)
     , m_storage(with.storage)
     , m_settings(with.settings)
-    , m_builtIns(with.builtIns)
     , m_clipboard(with.clipboard)
     , m_settingsModel(with.settings, with.storage)
     , m_tab(with.settings.openOnLibrary() ? Tab::library : Tab::intake)
-    , m_favoritesOnly(with.settings.favouritesOnly())
-    , m_favorites(with.storage.favorites())
     , m_removal(with.work)
     , m_refineTask(with.work)
-    , m_visibleLibrary([this](const LibraryItem& item) { return isFavorite(item); })
-    , m_recentModel([this](const LibraryItem& item) { return isFavorite(item); })
+    , m_favorites(with.storage, with.settings)
+    , m_imagesShelf({with.storage, with.settings, m_favorites, with.work}, with.builtIns, with.saves)
+    , m_videoShelf({with.storage, with.settings, m_favorites, with.work})
+    , m_audioShelf({with.storage, with.settings, m_favorites, with.work})
+    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work})
     , m_staging(with.work)
     , m_export(with.work)
-    , m_saving(with.saves)
-    , m_imagesShelf{std::make_shared<ShelfListing>(Storage::Folder::images), Background(with.work),
-                    ShelfWatch([this] { refreshLibrary(Refresh::changed); })}
-    , m_recentListing(std::make_shared<ShelfListing>(Storage::Folder::recent))
-    , m_recentWatch([this] { refreshLibrary(Refresh::changed); })
-    , m_videosShelf{std::make_shared<ShelfListing>(Storage::Folder::videos), Background(with.work),
-                    ShelfWatch([this] { refreshVideos(); })}
-    , m_audioShelf{std::make_shared<ShelfListing>(Storage::Folder::audio), Background(with.work),
-                   ShelfWatch([this] { refreshAudio(); })} {
-    m_noteTask.setSingleShot(true);
-    m_noteTask.setTimerType(Qt::PreciseTimer);
-    m_noteTask.setInterval(6s);
-    connect(&m_noteTask, &QTimer::timeout, this, [this] { write(m_blockNote, {}, &PanelModel::blockNoteChanged); });
+    , m_saving(with.saves) {
     m_progressTick.setInterval(50ms);
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
+    connect(&m_imagesShelf, &Shelf::noteChanged, this, &PanelModel::librarySaveNoteChanged);
     connect(&m_settingsModel, &SettingsModel::rootChanged, this, [this] {
-        refreshLibrary();
-        refreshVideos();
-        refreshAudio();
+        refreshShelves();
         prepareExport();
     });
 }
@@ -95,34 +70,19 @@ void PanelModel::setLibraryKind(LibraryKind kind) {
     write(m_libraryKind, kind, &PanelModel::libraryKindChanged);
 }
 
-void PanelModel::setSelectedAudio(std::optional<std::filesystem::path> url) {
-    writeIfDifferent(m_selectedAudio, std::move(url), &PanelModel::selectedAudioChanged);
+void PanelModel::refreshShelves() {
+    m_imagesShelf.refresh();
+    m_videoShelf.refresh();
+    m_audioShelf.refresh();
+    m_blocksShelf.refresh();
 }
 
-void PanelModel::setSelectedBlock(std::optional<std::filesystem::path> url) {
-    writeIfDifferent(m_selectedBlock, std::move(url), &PanelModel::selectedBlockChanged);
-}
-
-void PanelModel::note(const QString& text) {
-    write(m_blockNote, std::optional(text), &PanelModel::blockNoteChanged);
-    m_noteTask.start();
-}
-
-QHash<QString, int> PanelModel::imageCounts() const {
-    return counts(library());
-}
-QHash<QString, int> PanelModel::videoCounts() const {
-    return counts(videos());
-}
-QHash<QString, int> PanelModel::audioCounts() const {
-    return counts(audio());
-}
-
-QHash<QString, int> PanelModel::blockCounts() const {
-    QStringList paths;
-    for (const Arrangement& block : m_blocks)
-        if (block.collection) paths.append(*block.collection);
-    return rollUp(paths);
+ShelfCounts PanelModel::shelfCounts() const {
+    return {.images = m_imagesShelf.count(),
+            .videos = m_videoShelf.count(),
+            .audio = m_audioShelf.count(),
+            .blocks = m_blocksShelf.count(),
+            .recent = std::ssize(m_imagesShelf.recent())};
 }
 
 } // namespace quillary

@@ -5,14 +5,14 @@
 #include "cutout/Cutout.h"
 #include "cutout/MatteRefiner.h"
 #include "imaging/ImageIntake.h"
-#include "library/BuiltInLibrary.h"
-#include "library/LibraryFilter.h"
 #include "library/Storage.h"
+#include "panel/AudioShelf.h"
 #include "panel/BatchSave.h"
-#include "panel/ItemListModel.h"
+#include "panel/BlocksShelf.h"
+#include "panel/Favorites.h"
+#include "panel/ImagesShelf.h"
 #include "panel/SettingsModel.h"
-#include "panel/ShelfWatch.h"
-#include "values/Arrangement.h"
+#include "panel/VideoShelf.h"
 
 #include <QImage>
 #include <QObject>
@@ -20,14 +20,13 @@
 #include <QtQml/qqml.h>
 #include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <stop_token>
 
 namespace quillary {
 
 class AppSettings;
-class ShelfListing;
+class BuiltInLibrary;
 
 namespace platform {
 class Clipboard;
@@ -44,11 +43,12 @@ struct DisplayedImage {
 /// The one observable object behind the panel: what the user sees, and the operations that change it.
 ///
 /// Lives on the main thread: every property is read and written there, and work that takes time runs on the pools and
-/// hands its result back. Writing a property notifies its observers, also when the value stays the same; the three
-/// optional locations (`selectedAudio`, `selectedBlock`, `staged`) notify only when they change.
+/// hands its result back. Writing a property notifies its observers, also when the value stays the same; the optional
+/// locations (such as `staged`) notify only when they change.
 ///
-/// The body is split by domain: PanelModel.cpp (state), PanelModelStaging.cpp (the Import tab), PanelModelLibrary.cpp
-/// (the Images shelf), PanelModelImport.cpp (drops and batches).
+/// Each shelf is an object of its own, reached from here, and so are the favourites that they share. The body is split
+/// by domain: PanelModel.cpp (tabs, shelves), PanelModelStaging.cpp (the Import tab), PanelModelImport.cpp (drops and
+/// batches).
 class PanelModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -80,25 +80,11 @@ class PanelModel : public QObject {
     Q_PROPERTY(double edgeRefine READ edgeRefine WRITE setEdgeRefine NOTIFY edgeRefineChanged FINAL)
     Q_PROPERTY(bool refining READ refining NOTIFY refiningChanged FINAL)
 
-    Q_PROPERTY(quillary::ItemListModel* visibleLibrary READ visibleLibraryModel CONSTANT FINAL)
-    Q_PROPERTY(quillary::ItemListModel* recentItems READ recentModel CONSTANT FINAL)
-    Q_PROPERTY(QStringList collections READ collections NOTIFY collectionsChanged FINAL)
-    Q_PROPERTY(QStringList builtInSets READ builtInSets NOTIFY builtInChanged FINAL)
-    Q_PROPERTY(QStringList availableFormats READ availableFormats NOTIFY libraryChanged FINAL)
-    Q_PROPERTY(QString filterKind READ filterKind NOTIFY collectionFilterChanged FINAL)
-    Q_PROPERTY(QString filterName READ filterName NOTIFY collectionFilterChanged FINAL)
-    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged FINAL)
-    Q_PROPERTY(QString formatFilter READ formatFilterText WRITE setFormatFilterText NOTIFY formatFilterChanged FINAL)
-    Q_PROPERTY(bool favoritesOnly READ favoritesOnly WRITE setFavoritesOnly NOTIFY favoritesOnlyChanged FINAL)
-    Q_PROPERTY(int imagesCount READ imagesCount NOTIFY shelfCountsChanged FINAL)
-    Q_PROPERTY(int videosCount READ videosCount NOTIFY shelfCountsChanged FINAL)
-    Q_PROPERTY(int audioCount READ audioCount NOTIFY shelfCountsChanged FINAL)
-    Q_PROPERTY(int blocksCount READ blocksCount NOTIFY shelfCountsChanged FINAL)
-    Q_PROPERTY(bool libraryLoaded READ libraryLoaded NOTIFY libraryChanged FINAL)
-
-    Q_PROPERTY(QString audioNote READ audioNoteText NOTIFY audioNoteChanged FINAL)
-    Q_PROPERTY(QString videoNote READ videoNoteText NOTIFY videoNoteChanged FINAL)
-    Q_PROPERTY(QString blockNote READ blockNoteText NOTIFY blockNoteChanged FINAL)
+    Q_PROPERTY(quillary::Favorites* favorites READ favorites CONSTANT FINAL)
+    Q_PROPERTY(quillary::ImagesShelf* imagesShelf READ imagesShelf CONSTANT FINAL)
+    Q_PROPERTY(quillary::VideoShelf* videoShelf READ videoShelf CONSTANT FINAL)
+    Q_PROPERTY(quillary::AudioShelf* audioShelf READ audioShelf CONSTANT FINAL)
+    Q_PROPERTY(quillary::BlocksShelf* blocksShelf READ blocksShelf CONSTANT FINAL)
 
     Q_PROPERTY(bool importing READ importing NOTIFY importProgressChanged FINAL)
     Q_PROPERTY(int importDone READ importDone NOTIFY importProgressChanged FINAL)
@@ -121,8 +107,6 @@ public:
         Blocks = blocks
     };
     Q_ENUM(LibraryKind)
-    enum class AudioSort { recent, name, shortest, longest };
-    Q_ENUM(AudioSort)
     enum class CutoutMethod { solid, subject, Solid = solid, Subject = subject };
     Q_ENUM(CutoutMethod)
     /// Which case of `State` holds, as views ask for it.
@@ -144,7 +128,6 @@ public:
     /// The texts that pickers show.
     static QString label(Tab tab);
     static QString label(LibraryKind kind);
-    static QString label(AudioSort sort);
     static QString label(CutoutMethod method);
 
     struct Empty {
@@ -213,7 +196,8 @@ public:
     QImage displayImage() const;
     std::optional<QString> resolutionWarning() const;
     const std::optional<std::filesystem::path>& staged() const { return m_staged; }
-    const std::optional<QString>& librarySaveNote() const { return m_librarySaveNote; }
+    /// The Images shelf's note, which the Import tab shows too.
+    const std::optional<QString>& librarySaveNote() const { return m_imagesShelf.note(); }
 
     // --- Cut-outs ---------------------------------------------------------------------------------------------------
 
@@ -240,66 +224,16 @@ public:
     bool showCutout() const { return m_showCutout; }
     void setShowCutout(bool on);
 
-    // --- The Images shelf -------------------------------------------------------------------------------------------
+    // --- The shelves ------------------------------------------------------------------------------------------------
 
-    void refreshLibrary();
-    const LibraryItems& library() const { return m_library.items(); }
-    const LibraryItems& recent() const { return *m_recent; }
-    const LibraryItems& builtIn() const { return m_builtIn.items(); }
-    const QStringList& builtInSets() const { return m_builtInSets; }
-    const QStringList& collections() const { return m_collections; }
-    /// The items that the shelf shows, in order.
-    LibraryItems visibleLibrary() const;
-    ItemListModel* visibleLibraryModel() { return &m_visibleLibrary; }
-    ItemListModel* recentModel() { return &m_recentModel; }
-    /// The source formats present on the shelf, ascending.
-    QStringList availableFormats() const { return m_availableFormats; }
-    const CollectionFilter& collectionFilter() const { return m_collectionFilter; }
-    void setCollectionFilter(const CollectionFilter& filter);
-    Q_INVOKABLE void selectAll() { setCollectionFilter(CollectionFilter::all()); }
-    Q_INVOKABLE void selectUnfiled() { setCollectionFilter(CollectionFilter::unfiled()); }
-    Q_INVOKABLE void selectCollection(const QString& path) { setCollectionFilter(CollectionFilter::named(path)); }
-    Q_INVOKABLE void selectBuiltIn(const QString& set) { setCollectionFilter(CollectionFilter::builtIn(set)); }
-    const QString& searchText() const { return m_searchText; }
-    void setSearchText(const QString& text);
-    const std::optional<QString>& formatFilter() const { return m_formatFilter; }
-    void setFormatFilter(std::optional<QString> format);
-    bool favoritesOnly() const { return m_favoritesOnly; }
-    void setFavoritesOnly(bool on);
-    const QSet<QString>& favorites() const { return m_favorites; }
-    bool isFavorite(const LibraryItem& item) const;
-    void toggleFavorite(const LibraryItem& item);
-    Q_INVOKABLE void createCollection(const QString& name);
-    void rename(const LibraryItem& item, const QString& name, Storage::Folder folder);
-    void saveBuiltInToLibrary(const LibraryItem& item);
-    /// Moves a shelf's file to a collection; none is Unfiled.
-    void move(const LibraryItem& item, const std::optional<QString>& collection);
-    void removeFromLibrary(const LibraryItem& item);
-    /// The file that a drag of the item carries: a built-in vector icon goes out as its PNG.
-    std::expected<std::filesystem::path, QString> fileToDrag(const LibraryItem& item);
-
-    QHash<QString, int> imageCounts() const;
-    QHash<QString, int> videoCounts() const;
-    QHash<QString, int> audioCounts() const;
-    QHash<QString, int> blockCounts() const;
-    const ShelfCounts& shelfCounts() const { return m_shelfCounts; }
-    Q_INVOKABLE int collectionCount(const QString& path) const { return imageCounts().value(path); }
-
-    // --- The other shelves ------------------------------------------------------------------------------------------
-
-    void refreshVideos();
-    void refreshAudio();
-    const LibraryItems& videos() const { return *m_videos; }
-    const LibraryItems& audio() const { return *m_audio; }
-    const std::vector<Arrangement>& blocks() const { return m_blocks; }
-    const std::optional<std::filesystem::path>& selectedAudio() const { return m_selectedAudio; }
-    void setSelectedAudio(std::optional<std::filesystem::path> url);
-    const std::optional<std::filesystem::path>& selectedBlock() const { return m_selectedBlock; }
-    void setSelectedBlock(std::optional<std::filesystem::path> url);
-
-    /// Sets the Blocks shelf's note; it vanishes six seconds after the last one.
-    void note(const QString& text);
-    const std::optional<QString>& blockNote() const { return m_blockNote; }
+    Favorites* favorites() { return &m_favorites; }
+    ImagesShelf* imagesShelf() { return &m_imagesShelf; }
+    VideoShelf* videoShelf() { return &m_videoShelf; }
+    AudioShelf* audioShelf() { return &m_audioShelf; }
+    BlocksShelf* blocksShelf() { return &m_blocksShelf; }
+    /// Lists all four, and what belongs to them.
+    void refreshShelves();
+    ShelfCounts shelfCounts() const;
 
     // --- Drops and batches ------------------------------------------------------------------------------------------
 
@@ -330,39 +264,21 @@ public:
     QString stagedProvenance() const;
     QString stagedBadge() const;
     QString resolutionWarningText() const { return resolutionWarning().value_or(QString()); }
-    QString librarySaveNoteText() const { return m_librarySaveNote.value_or(QString()); }
+    QString librarySaveNoteText() const { return librarySaveNote().value_or(QString()); }
     CutoutProgress cutoutProgress() const;
     QString cutoutFailure() const;
     QString cutoutSuggestion() const;
     /// What is to be told of a cut-out that was made, such as why the user's model was passed over.
     const QString& cutoutNote() const { return m_cutoutNote; }
     bool hasCutout() const { return !m_cutout.isNull(); }
-    QString filterKind() const;
-    QString filterName() const;
-    QString formatFilterText() const { return m_formatFilter.value_or(QString()); }
-    void setFormatFilterText(const QString& format);
-    int imagesCount() const { return static_cast<int>(m_shelfCounts.images); }
-    int videosCount() const { return static_cast<int>(m_shelfCounts.videos); }
-    int audioCount() const { return static_cast<int>(m_shelfCounts.audio); }
-    int blocksCount() const { return static_cast<int>(m_shelfCounts.blocks); }
-    bool libraryLoaded() const { return m_libraryLoaded; }
-    QString audioNoteText() const { return m_audioNote.value_or(QString()); }
-    QString videoNoteText() const { return m_videoNote.value_or(QString()); }
-    QString blockNoteText() const { return m_blockNote.value_or(QString()); }
     bool importing() const { return m_importProgress.has_value(); }
     int importDone() const { return m_importProgress ? m_importProgress->done : 0; }
     int importTotal() const { return m_importProgress ? m_importProgress->total : 0; }
 
     /// A file: URL for a drag that begins now, empty when there is none; the reason goes into the note.
     Q_INVOKABLE QString stagedFileUrl();
-    Q_INVOKABLE QString dragFileUrl(const QString& itemUrl);
-    /// The verbs of a tile, for the item with this file: URL.
-    Q_INVOKABLE void toggleFavoriteOf(const QString& itemUrl);
+    /// `editInIntake` of the image that the Images shelf shows under this file: URL.
     Q_INVOKABLE void editItem(const QString& itemUrl);
-    Q_INVOKABLE void renameItem(const QString& itemUrl, const QString& name);
-    Q_INVOKABLE void moveItem(const QString& itemUrl, const QString& collection);
-    Q_INVOKABLE void removeItem(const QString& itemUrl);
-    Q_INVOKABLE void saveBuiltInItem(const QString& itemUrl);
 
 Q_SIGNALS:
     void tabChanged();
@@ -376,24 +292,6 @@ Q_SIGNALS:
     void rawCutoutChanged();
     void edgeRefineChanged();
     void refiningChanged();
-    void libraryChanged();
-    void recentChanged();
-    void builtInChanged();
-    void collectionsChanged();
-    void collectionFilterChanged();
-    void searchTextChanged();
-    void formatFilterChanged();
-    void favoritesOnlyChanged();
-    void favoritesChanged();
-    void shelfCountsChanged();
-    void videosChanged();
-    void audioChanged();
-    void blocksChanged();
-    void selectedAudioChanged();
-    void selectedBlockChanged();
-    void audioNoteChanged();
-    void videoNoteChanged();
-    void blockNoteChanged();
     void importProgressChanged();
 
 private:
@@ -411,7 +309,6 @@ private:
     void fail(const QString& message, const std::optional<QString>& hint);
     void setState(State state);
     void setStaged(std::optional<std::filesystem::path> url);
-    void setLibrarySaveNote(std::optional<QString> text);
     /// Encodes the picture to export and lays it ready in Recent, so that a drag only has to name it.
     void prepareExport();
     void pruneRecentInBackground();
@@ -423,70 +320,17 @@ private:
     void settleRefine();
     void saveInBackground(std::function<std::expected<QString, QString>()> save);
 
-    void updateVisibleLibrary();
-    LibraryQuery query() const;
-    const SearchableItems& filteredBase() const;
-    void reloadFavorites();
-    using ShelfRefreshed = std::function<void(std::shared_ptr<const LibraryItems>, QStringList)>;
-    /// A shelf that is listed in the background and listed again when it changes on disk.
-    struct Shelf {
-        std::shared_ptr<ShelfListing> listing;
-        Background refresh;
-        ShelfWatch watch;
-    };
-    void refreshShelf(Shelf& shelf, ShelfRefreshed done);
-
-    /// A change on disk never takes a collection away that is still there; a refresh that the panel asks for does when
-    /// it holds no image.
-    enum class Refresh { asked, changed };
-    void refreshLibrary(Refresh cause);
-    struct LibraryListing;
-    void takeOver(LibraryListing found, Refresh cause);
-    void settleFilter(const LibraryListing& found, Refresh cause);
-    const LibraryItem* itemAt(const QString& itemUrl) const;
     void stageDropped(const platform::ItemProvider& item);
     void finishBatch(const BatchResult& result);
     void showImportProgress();
 
     Storage& m_storage;
     AppSettings& m_settings;
-    BuiltInLibrary& m_builtIns;
     platform::Clipboard& m_clipboard;
     SettingsModel m_settingsModel;
     State m_state = Empty{};
     Tab m_tab = Tab::intake;
-    SearchableItems m_library;
-    std::shared_ptr<const LibraryItems> m_recent = std::make_shared<const LibraryItems>();
-    SearchableItems m_builtIn;
-    QStringList m_builtInSets;
-    QStringList m_collections;
-    std::optional<QString> m_librarySaveNote;
     LibraryKind m_libraryKind = LibraryKind::images;
-    std::shared_ptr<const LibraryItems> m_audio = std::make_shared<const LibraryItems>();
-    QStringList m_audioCollections;
-    std::map<std::filesystem::path, double> m_audioDurations; ///< seconds
-    std::optional<QString> m_audioCollection;
-    QString m_audioSearch;
-    AudioSort m_audioSort = AudioSort::recent;
-    std::optional<std::filesystem::path> m_selectedAudio;
-    std::optional<QString> m_audioNote;
-    bool m_favoritesOnly = false;
-    QSet<QString> m_favorites;
-    std::shared_ptr<const LibraryItems> m_videos = std::make_shared<const LibraryItems>();
-    QStringList m_videoCollections;
-    std::optional<QString> m_videoCollection;
-    QString m_videoSearch;
-    std::optional<QString> m_videoNote;
-    std::vector<Arrangement> m_blocks;
-    QStringList m_blockCollections;
-    std::optional<QString> m_blockCollection;
-    QString m_blockSearch;
-    std::optional<std::filesystem::path> m_selectedBlock;
-    std::optional<QString> m_blockNote;
-    QTimer m_noteTask;
-    CollectionFilter m_collectionFilter;
-    QString m_searchText;
-    std::optional<QString> m_formatFilter;
     std::optional<std::filesystem::path> m_staged;
     CutoutState m_cutoutState = CutoutProgress::none;
     QImage m_cutout;
@@ -499,30 +343,21 @@ private:
     bool m_showCutout = true;
     std::optional<BlockedAlias> m_blockedAlias;
     int m_blockedAliasCount = 0;
-    int m_durationsRemaining = 0;
     std::optional<ImportProgress> m_importProgress;
 
-    ShelfCounts m_shelfCounts;
-    QStringList m_availableFormats;
-    bool m_libraryLoaded = false;
-    ItemListModel m_visibleLibrary;
-    ItemListModel m_recentModel;
-    std::filesystem::path m_root;  ///< of the last listing; favourite keys are relative to it
-    FavoriteFiles m_favoriteFiles; ///< `m_favorites` below `m_root`
+    Favorites m_favorites;
+    ImagesShelf m_imagesShelf;
+    VideoShelf m_videoShelf;
+    AudioShelf m_audioShelf;
+    BlocksShelf m_blocksShelf;
 
     Background m_staging;
     Background m_export;
     Background m_saving;
     std::optional<Storage::Prepared> m_prepared; ///< belongs to the picture that `imageToExport` gives now
-    Shelf m_imagesShelf;
-    std::shared_ptr<ShelfListing> m_recentListing;
-    ShelfWatch m_recentWatch;
-    Shelf m_videosShelf;
-    Shelf m_audioShelf;
     std::stop_source m_closing;
     QTimer m_progressTick;
     std::deque<std::shared_ptr<BatchProgress>> m_batches; ///< the running one first
-    std::optional<QString> m_selectAfterRefresh;          ///< a collection made just now
 };
 
 } // namespace quillary

@@ -38,7 +38,7 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
     case DropReader::Contents::clips:
         setTab(Tab::library);
         setLibraryKind(LibraryKind::blocks);
-        note(QStringLiteral("This version cannot keep Final Cut clips yet"));
+        m_blocksShelf.setNote(QStringLiteral("This version cannot keep Final Cut clips yet"));
         break;
     case DropReader::Contents::image:
         stageDropped(items.front());
@@ -76,7 +76,8 @@ void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
     showImportProgress();
     m_progressTick.start();
 
-    const BatchTarget target{m_collectionFilter.collection(), m_videoCollection, m_audioCollection};
+    const BatchTarget target{m_imagesShelf.collectionFilter().collection(), m_videoShelf.videoCollection(),
+                             m_audioShelf.audioCollection()};
     m_saving.every(
         [urls, target, progress, &storage = m_storage, longEdge = m_settings.vectorLongEdge(),
          closing = m_closing.get_token()](const std::stop_token&) {
@@ -89,11 +90,11 @@ void PanelModel::finishBatch(const BatchResult& result) {
     m_batches.pop_front();
     showImportProgress();
     if (m_batches.empty()) m_progressTick.stop();
-    if (result.images > 0) refreshLibrary();
-    if (result.videos > 0) refreshVideos();
-    if (result.sounds > 0) refreshAudio();
+    if (result.images > 0) m_imagesShelf.refresh();
+    if (result.videos > 0) m_videoShelf.refresh();
+    if (result.sounds > 0) m_audioShelf.refresh();
     if (m_tab != Tab::library) setTab(Tab::library);
-    setLibrarySaveNote(result.summary());
+    m_imagesShelf.setNote(result.summary());
 }
 
 void PanelModel::showImportProgress() {

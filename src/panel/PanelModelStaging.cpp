@@ -53,14 +53,10 @@ void PanelModel::setStaged(std::optional<fs::path> url) {
     writeIfDifferent(m_staged, std::move(url), &PanelModel::stagedChanged);
 }
 
-void PanelModel::setLibrarySaveNote(std::optional<QString> text) {
-    write(m_librarySaveNote, std::move(text), &PanelModel::librarySaveNoteChanged);
-}
-
 void PanelModel::handlePaste() {
     const bool blocks = m_tab == Tab::library && m_libraryKind == LibraryKind::blocks;
-    const bool selected =
-        m_selectedBlock && std::ranges::find(m_blocks, *m_selectedBlock, &Arrangement::url) != m_blocks.end();
+    const bool selected = std::ranges::any_of(
+        m_blocksShelf.items(), [this](const LibraryItem& block) { return block.url == m_blocksShelf.selectedBlock(); });
     // With a block selected the pasted picture is its poster, never a new staged image.
     if (blocks && selected) return;
     paste();
@@ -68,7 +64,7 @@ void PanelModel::handlePaste() {
 
 void PanelModel::load(const Maker& make) {
     setStaged({});
-    setLibrarySaveNote({});
+    m_imagesShelf.setNote({});
     resetCutout();
     m_prepared.reset();
     m_export.cancel();
@@ -104,10 +100,14 @@ void PanelModel::editInIntake(const LibraryItem& item) {
     setTab(Tab::intake);
 }
 
+void PanelModel::editItem(const QString& itemUrl) {
+    if (const auto* item = m_imagesShelf.itemAt(itemUrl)) editInIntake(LibraryItem(*item));
+}
+
 void PanelModel::clear() {
     m_staging.cancel();
     setStaged({});
-    setLibrarySaveNote({});
+    m_imagesShelf.setNote({});
     resetCutout();
     setState(Empty{});
     Q_EMIT stagingChanged();
@@ -147,8 +147,8 @@ std::optional<QString> PanelModel::resolutionWarning() const {
 void PanelModel::saveInBackground(std::function<std::expected<QString, QString>()> save) {
     m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
                    [this](const std::expected<QString, QString>& note) {
-                       if (note) refreshLibrary();
-                       setLibrarySaveNote(note ? *note : note.error());
+                       if (note) m_imagesShelf.refresh();
+                       m_imagesShelf.setNote(note ? *note : note.error());
                    });
 }
 
@@ -156,7 +156,7 @@ void PanelModel::saveCurrentToLibrary() {
     if (stage() != Stage::loaded) return;
     settleRefine();
     const bool cutout = m_showCutout && hasCutout();
-    saveInBackground([image = *imageToExport(), collection = m_collectionFilter.collection(), cutout,
+    saveInBackground([image = *imageToExport(), collection = m_imagesShelf.collectionFilter().collection(), cutout,
                       &storage = m_storage]() -> std::expected<QString, QString> {
         const auto written = storage.write(image, Storage::Folder::images, collection);
         if (!written) return std::unexpected(written.error().description());
@@ -201,13 +201,13 @@ std::expected<fs::path, QString> PanelModel::fileOnDisk() {
 void PanelModel::pruneRecentInBackground() {
     m_saving.every([&storage = m_storage,
                     limit = m_settings.recentLimit()](const std::stop_token&) { return storage.pruneRecent(limit); },
-                   [this](int) { refreshLibrary(); });
+                   [this](int) { m_imagesShelf.refresh(); });
 }
 
 QString PanelModel::stagedFileUrl() {
     const auto file = fileOnDisk();
     if (file) return QString::fromLatin1(fileUrl(*file));
-    setLibrarySaveNote(file.error());
+    m_imagesShelf.setNote(file.error());
     return {};
 }
 

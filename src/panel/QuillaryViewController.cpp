@@ -85,9 +85,7 @@ void QuillaryViewController::fadeIn() {
 
 void QuillaryViewController::viewDidAppear() {
     reveal();
-    m_model.refreshLibrary();
-    m_model.refreshVideos();
-    m_model.refreshAudio();
+    m_model.refreshShelves();
 }
 
 } // namespace quillary

@@ -1,6 +1,38 @@
 #include "panel/ShelfListing.h"
 
+#include "values/CollectionNode.h"
+
 namespace quillary {
+
+namespace {
+
+void summarize(ShelfListing::Contents& contents) {
+    QHash<QString, int> own;
+    QSet<QString> formats;
+    for (const LibraryItem& item : contents.items.items()) {
+        if (item.collection)
+            ++own[*item.collection];
+        else
+            ++contents.unfiled;
+        if (item.sourceFormat) formats.insert(*item.sourceFormat);
+    }
+    for (auto at = own.cbegin(); at != own.cend(); ++at)
+        for (const Crumb& step : crumbs(at.key())) contents.counts[step.path] += at.value();
+    contents.collections = own.keys();
+    contents.collections.sort();
+    contents.formats = {formats.begin(), formats.end()};
+    contents.formats.sort();
+}
+
+} // namespace
+
+ShelfListing::ShelfListing(Storage::Folder folder)
+    : m_folder(Storage::relativeFolder(folder))
+    , m_extensions(Storage::extensions(folder))
+    , m_reach(folder == Storage::Folder::recent ? ShelfIndex::Reach::topFolderOnly : ShelfIndex::Reach::everything) {}
+
+ShelfListing::ShelfListing(std::filesystem::path relativeFolder, std::span<const std::string_view> extensions)
+    : m_folder(std::move(relativeFolder)), m_extensions(extensions), m_reach(ShelfIndex::Reach::everything) {}
 
 std::optional<ShelfListing::Contents> ShelfListing::refresh(Storage& storage) {
     const auto root = storage.root();
@@ -8,12 +40,15 @@ std::optional<ShelfListing::Contents> ShelfListing::refresh(Storage& storage) {
     const std::scoped_lock lock(m_mutex);
     if (!m_index || m_root != *root) {
         m_root = *root;
-        const auto reach =
-            m_folder == Storage::Folder::recent ? ShelfIndex::Reach::topFolderOnly : ShelfIndex::Reach::everything;
-        m_index.emplace(m_root / Storage::relativeFolder(m_folder), Storage::extensions(m_folder), true, reach);
+        m_index.emplace(m_root / m_folder, m_extensions, true, m_reach);
     }
     m_index->refresh();
-    return Contents{m_root, m_index->items(), m_index->collectionFolders(), m_index->descriptor()};
+    Contents contents{.root = m_root,
+                      .items = SearchableItems(m_index->items()),
+                      .collectionFolders = m_index->collectionFolders(),
+                      .descriptor = m_index->descriptor()};
+    summarize(contents);
+    return contents;
 }
 
 } // namespace quillary

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "library/LibraryFilter.h"
 #include "library/ShelfIndex.h"
 #include "library/Storage.h"
 
+#include <QHash>
 #include <mutex>
 #include <optional>
 
@@ -11,20 +13,30 @@ namespace quillary {
 /// A shelf's kept listing as workers share it: it follows the library root and lets one worker in at a time.
 class ShelfListing {
 public:
-    explicit ShelfListing(Storage::Folder folder) : m_folder(folder) {}
+    /// Of a shelf of files.
+    explicit ShelfListing(Storage::Folder folder);
+    /// Of any folder below the root. `extensions` as ShelfIndex takes them.
+    ShelfListing(std::filesystem::path relativeFolder, std::span<const std::string_view> extensions);
 
+    /// Everything that is asked of a listing later, made once by the worker.
     struct Contents {
         std::filesystem::path root;
-        std::shared_ptr<const LibraryItems> items;
-        QStringList collectionFolders;
-        int descriptor = -1; ///< becomes readable when the shelf changes; -1 when it is not watched
+        SearchableItems items;           ///< newest first
+        QStringList collections = {};    ///< those that hold a file themselves, ascending
+        QStringList collectionFolders;   ///< empty ones too, ascending
+        QHash<QString, int> counts = {}; ///< by collection path, sub-collections included
+        int unfiled = 0;
+        QStringList formats = {}; ///< the source formats present, ascending
+        int descriptor = -1;      ///< becomes readable when the shelf changes; -1 when it is not watched
     };
 
     /// Absent when the library cannot be opened.
     std::optional<Contents> refresh(Storage& storage);
 
 private:
-    const Storage::Folder m_folder;
+    const std::filesystem::path m_folder;
+    const std::span<const std::string_view> m_extensions;
+    const ShelfIndex::Reach m_reach;
     std::mutex m_mutex;
     std::filesystem::path m_root;
     std::optional<ShelfIndex> m_index;

@@ -11,11 +11,15 @@ Item {
     required property string hint
     property color symbolInk: Theme.secondary
     property int widest: 250
+    /// What can be done about it, below the texts.
+    default property alias actions: column.data
 
     Accessible.name: `${title}. ${line} ${hint}`
     Accessible.role: Accessible.StaticText
 
     Column {
+        id: column
+
         anchors.centerIn: parent
         spacing: 7
         width: Math.min(parent.width - 40, message.widest)

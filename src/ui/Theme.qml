@@ -41,6 +41,7 @@ QtObject {
     readonly property color favorite: dark ? "#F2C94C" : "#B98600"
     /// Cells and borders over pictures.
     readonly property color ink: dark ? "#FFFFFF" : "#000000"
+    readonly property color pictureShade: "#40000000"
 
     readonly property int margin: 10
     readonly property int gap: 8

@@ -173,7 +173,7 @@ TEST_F(CutoutFlowTest, WhatIsShownIsSavedAndDragged) {
     EXPECT_EQ(drawn(root() / "Library/Images/logo cutout.png"), refined(1));
 
     // Brought back from the library, it is staged without its cut-out.
-    model->editInIntake(model->library().front());
+    model->editInIntake(images().library().front());
     settle();
     EXPECT_EQ(model->stagedName(), u"logo cutout"_s);
     EXPECT_FALSE(model->hasCutout());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/FileUrl.h"
 #include "library/AppSettings.h"
 #include "library/BuiltInLibrary.h"
 #include "library/Storage.h"
@@ -76,6 +77,8 @@ protected:
         settle();
     }
     std::filesystem::path root() { return *storage.root(); }
+    ImagesShelf& images() { return *model->imagesShelf(); }
+    static QString url(const LibraryItem& item) { return QString::fromLatin1(fileUrl(item.url)); }
     QString message() const { return model->failureMessage(); }
 
     TemporaryFolder folder;

@@ -39,16 +39,16 @@ TEST_F(PanelModelTest, StartsFromTheSettings) {
     store.setValue(SettingsKey::favouritePaths, QStringList{u"Library/Images/a.png"_s});
     make();
     EXPECT_EQ(model->tab(), PanelModel::Tab::library);
-    EXPECT_TRUE(model->favoritesOnly());
-    EXPECT_EQ(model->favorites(), QSet<QString>{u"Library/Images/a.png"_s});
+    EXPECT_TRUE(model->favorites()->only());
+    EXPECT_EQ(model->favorites()->keys(), QSet<QString>{u"Library/Images/a.png"_s});
 }
 
 TEST_F(PanelModelTest, NotifiesAboutALocationOnlyWhenItChanges) {
-    const QSignalSpy audio(model.get(), &PanelModel::selectedAudioChanged);
-    model->setSelectedAudio(fs::path("/a.wav"));
-    model->setSelectedAudio(fs::path("/a.wav"));
-    model->setSelectedAudio({});
-    model->setSelectedAudio({});
+    const QSignalSpy audio(model->audioShelf(), &AudioShelf::selectedAudioChanged);
+    model->audioShelf()->setSelectedAudio(fs::path("/a.wav"));
+    model->audioShelf()->setSelectedAudio(fs::path("/a.wav"));
+    model->audioShelf()->setSelectedAudio({});
+    model->audioShelf()->setSelectedAudio({});
     EXPECT_EQ(audio.count(), 2);
     const QSignalSpy tab(model.get(), &PanelModel::tabChanged);
     model->setTab(model->tab());
@@ -125,16 +125,16 @@ TEST_F(PanelModelTest, SavesTheStagedImageIntoTheSelectedCollection) {
     stage(file("logo.png", picture(4, 4)));
     for (const auto& filter :
          {CollectionFilter::all(), CollectionFilter::unfiled(), CollectionFilter::builtIn(u"x"_s)}) {
-        model->setCollectionFilter(filter);
+        images().setCollectionFilter(filter);
         model->saveCurrentToLibrary();
     }
-    model->setCollectionFilter(CollectionFilter::named(u"Logos / Clients"_s));
+    images().setCollectionFilter(CollectionFilter::named(u"Logos / Clients"_s));
     model->saveCurrentToLibrary();
     settle();
     EXPECT_EQ(model->librarySaveNote(), u"Saved to your library"_s);
     EXPECT_EQ(namesIn(root() / "Library/Images"), (Names{"Logos", "logo 2.png", "logo 3.png", "logo.png"}));
     EXPECT_EQ(namesIn(root() / "Library/Images/Logos/Clients"), Names{"logo.png"});
-    EXPECT_EQ(model->library().size(), 4U);
+    EXPECT_EQ(images().library().size(), 4U);
     model->load(folder / "logo.png");
     EXPECT_EQ(model->librarySaveNote(), std::nullopt);
 }
@@ -166,7 +166,7 @@ TEST_F(PanelModelTest, EveryDragPrunesRecent) {
         settle();
     }
     EXPECT_EQ(namesIn(root() / "Recent").size(), 2U);
-    EXPECT_EQ(model->recent().size(), 2U);
+    EXPECT_EQ(images().recent().size(), 2U);
 }
 
 TEST_F(PanelModelTest, SortsOutWhatADropBrings) {
@@ -217,7 +217,7 @@ TEST_F(PanelModelTest, FilesABatchWithOneSummary) {
     EXPECT_FALSE(model->importProgress());
     EXPECT_EQ(model->librarySaveNote(), u"Saved 1 · 1 video to Videos · 1 already in your library"_s);
     EXPECT_EQ(model->tab(), PanelModel::Tab::library);
-    EXPECT_EQ(model->videos().size(), 1U);
+    EXPECT_EQ(model->videoShelf()->videos().size(), 1U);
     EXPECT_EQ(model->shelfCounts().images, 2);
 
     writeFile(folder / "notes.txt", "text");
@@ -231,85 +231,87 @@ TEST_F(PanelModelTest, ShowsWhatTheFilterAsksFor) {
     file("library/Quillary/Library/Images/A/B/Deep arrow.png", picture(2, 2));
     writeFile(folder / "BuiltIn/Arrows/Arrow right.svg",
               "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>");
-    model->refreshLibrary();
+    images().refresh();
     settle();
     const auto visible = [this] {
         Names names;
-        for (const LibraryItem& item : model->visibleLibrary()) names.emplace_back(item.url.nameStem());
+        for (const LibraryItem& item : images().visible()) names.emplace_back(item.url.nameStem());
         std::ranges::sort(names);
         return names;
     };
     EXPECT_EQ(visible(), (Names{"Deep arrow", "top"}));
-    model->selectUnfiled();
+    images().pick(Shelf::Place::Unfiled, {});
     EXPECT_EQ(visible(), Names{"top"});
-    model->selectCollection(u"A"_s);
+    images().pick(Shelf::Place::Collection, u"A"_s);
     EXPECT_EQ(visible(), Names{"Deep arrow"});
-    model->selectBuiltIn(u"Arrows"_s);
+    images().pick(Shelf::Place::BuiltIn, u"Arrows"_s);
     EXPECT_EQ(visible(), Names{"Arrow right"});
-    model->selectAll();
-    model->setSearchText(u"  ARROW "_s);
+    images().pick(Shelf::Place::All, {});
+    images().setSearch(u"  ARROW "_s);
     EXPECT_EQ(visible(), Names{"Deep arrow"});
-    model->setSearchText({});
+    images().setSearch({});
 
-    model->toggleFavorite(model->visibleLibrary().front());
-    model->setFavoritesOnly(true);
+    images().toggleFavorite(url(images().visible().front()));
+    model->favorites()->setOnly(true);
     EXPECT_EQ(visible().size(), 1U);
     EXPECT_TRUE(store.value(SettingsKey::favouritesOnly).toBool());
-    model->setFavoritesOnly(false);
+    model->favorites()->setOnly(false);
 
     // A collection that holds no image itself is not listed, so the next refresh leaves it.
-    model->selectCollection(u"A"_s);
-    model->refreshLibrary();
+    images().pick(Shelf::Place::Collection, u"A"_s);
+    images().refresh();
     settle();
-    EXPECT_EQ(model->collectionFilter(), CollectionFilter::all());
-    model->createCollection(u"New: one"_s);
+    EXPECT_EQ(images().collectionFilter(), CollectionFilter::all());
+    images().createCollection(u"New: one"_s);
     settle();
-    EXPECT_EQ(model->collectionFilter(), CollectionFilter::named(u"New- one"_s));
+    EXPECT_EQ(images().collectionFilter(), CollectionFilter::named(u"New- one"_s));
     EXPECT_TRUE(fs::is_directory(root() / "Library/Images/New- one"));
 }
 
 TEST_F(PanelModelTest, AMovedOrRenamedFileKeepsItsStar) {
     file("library/Quillary/Library/Images/a.png", picture(2, 2));
-    model->refreshLibrary();
+    images().refresh();
     settle();
-    model->toggleFavorite(model->library().front());
-    model->rename(LibraryItem(model->library().front()), u"b"_s, Storage::Folder::images);
+    images().toggleFavorite(url(images().library().front()));
+    images().rename(url(images().library().front()), u"b"_s);
     settle();
     EXPECT_EQ(model->librarySaveNote(), u"Renamed to “b”"_s);
-    model->move(LibraryItem(model->library().front()), u"Kept"_s);
+    images().move({url(images().library().front())}, u"Kept"_s);
     settle();
-    ASSERT_EQ(model->library().size(), 1U);
-    EXPECT_EQ(model->library().front().collection, u"Kept"_s);
-    EXPECT_TRUE(model->isFavorite(model->library().front()));
-    EXPECT_EQ(model->favorites(), QSet<QString>{u"Library/Images/Kept/b.png"_s});
+    ASSERT_EQ(images().library().size(), 1U);
+    EXPECT_EQ(images().library().front().collection, u"Kept"_s);
+    EXPECT_TRUE(model->favorites()->contains(images().library().front().url));
+    EXPECT_EQ(model->favorites()->keys(), QSet<QString>{u"Library/Images/Kept/b.png"_s});
 }
 
 TEST_F(PanelModelTest, BuiltInIconsAreCopiedNeverChanged) {
     writeFile(folder / "BuiltIn/Arrows/Arrow.svg",
               "<svg xmlns='http://www.w3.org/2000/svg' width='24' height='24'><rect width='24' height='24'/></svg>");
     store.setValue(SettingsKey::vectorLongEdge, 256);
-    model->refreshLibrary();
+    images().refresh();
     settle();
-    const LibraryItem icon = model->builtIn().front();
-    model->rename(icon, u"x"_s, Storage::Folder::images);
-    model->removeFromLibrary(icon);
+    const LibraryItem icon = images().builtIn().front();
+    images().pick(Shelf::Place::BuiltIn, u"Arrows"_s);
+    images().rename(url(icon), u"x"_s);
+    images().remove({url(icon)});
+    settle();
     EXPECT_TRUE(fs::exists(icon.url.path()));
-    model->saveBuiltInToLibrary(icon);
+    images().saveBuiltInToLibrary(icon);
     settle();
     EXPECT_EQ(model->librarySaveNote(), u"Arrow saved to your library"_s);
-    const auto dragged = model->fileToDrag(icon);
+    const auto dragged = pathOfFileUrl(images().dragFileUrl(url(icon)).toLatin1());
     ASSERT_TRUE(dragged);
     EXPECT_EQ(*dragged, root() / ".rasterized/Arrow.png");
     EXPECT_EQ(QImage(QString::fromStdString(dragged->string())).size(), QSize(256, 256));
 }
 
 TEST_F(PanelModelTest, ABlockNoteVanishesSixSecondsAfterTheLastOne) {
-    model->note(u"first"_s);
-    model->note(u"second"_s);
-    EXPECT_EQ(model->blockNote(), u"second"_s);
+    model->blocksShelf()->setNote(u"first"_s);
+    model->blocksShelf()->setNote(u"second"_s);
+    EXPECT_EQ(model->blocksShelf()->note(), u"second"_s);
     QElapsedTimer since;
     since.start();
-    ASSERT_TRUE(comesTrue([&] { return !model->blockNote(); }));
+    ASSERT_TRUE(comesTrue([&] { return !model->blocksShelf()->note(); }));
     EXPECT_GE(since.elapsed(), 5'900);
     EXPECT_LE(since.elapsed(), 8'000);
 }

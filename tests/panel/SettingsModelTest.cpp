@@ -69,9 +69,9 @@ TEST_F(SettingsModelTest, TheDefaultLocationTakesTheChosenFoldersPlace) {
         QString::fromStdString((chosen.defaultRoot() / "Library" / "Images" / "at home.png").string())));
     PanelModel panel({chosen, settings, builtIns, clipboard, work, saves});
     SettingsModel& location = *panel.settings();
-    panel.refreshLibrary();
-    ASSERT_TRUE(comesTrue([&] { return panel.libraryLoaded(); }));
-    EXPECT_TRUE(panel.library().empty());
+    panel.refreshShelves();
+    ASSERT_TRUE(comesTrue([&] { return panel.imagesShelf()->loaded(); }));
+    EXPECT_TRUE(panel.imagesShelf()->library().empty());
 
     location.refresh();
     EXPECT_TRUE(location.hasChosenFolder());
@@ -87,7 +87,7 @@ TEST_F(SettingsModelTest, TheDefaultLocationTakesTheChosenFoldersPlace) {
     EXPECT_FALSE(location.hasChosenFolder());
     EXPECT_FALSE(location.chosenFolderUnavailable());
     EXPECT_FALSE(location.libraryPath().contains(QStringLiteral("drive")));
-    EXPECT_TRUE(comesTrue([&] { return panel.library().size() == 1; }));
+    EXPECT_TRUE(comesTrue([&] { return panel.imagesShelf()->library().size() == 1; }));
     saves.waitForDone();
     work.waitForDone();
 }

@@ -131,11 +131,9 @@ public:
         quillary::test::writeFile(shelf / "Broken.png", "no picture");
     }
     void refresh() {
-        stage.model.refreshLibrary();
-        stage.model.refreshAudio();
-        stage.model.refreshVideos();
+        stage.model.refreshShelves();
         PanelStage::wait(200);
-        PanelStage::comesTrue([this] { return stage.model.libraryLoaded(); });
+        PanelStage::comesTrue([this] { return stage.model.imagesShelf()->loaded(); });
     }
     void press(Qt::Key key, int times) {
         for (int time = 0; time < times; ++time)
@@ -169,6 +167,7 @@ int main(int argc, char** argv) {
     Gallery gallery(QString::fromLocal8Bit(argv[1]));
     PanelStage& stage = gallery.stage;
     PanelModel& model = stage.model;
+    ImagesShelf& images = *model.imagesShelf();
     const QSize usual(380, 460);
     if (!stage.show(usual)) {
         std::fprintf(stderr, "%s\n", qPrintable(stage.errors));
@@ -212,22 +211,22 @@ int main(int argc, char** argv) {
     gallery.take("library-empty");
     gallery.fillLibrary();
     gallery.refresh();
-    for (int row = 1; row < model.visibleLibraryModel()->count(); row += 5)
-        model.toggleFavorite(model.visibleLibraryModel()->item(row));
+    for (int row = 1; row < images.visibleModel()->count(); row += 5)
+        images.toggleFavorite(images.visibleModel()->index(row).data(ItemListModel::UrlRole).toString());
     gallery.take("library");
     stage.resize({320, 400});
     gallery.take("library-small");
     stage.resize({900, 700});
     gallery.take("library-large");
     stage.resize(usual);
-    model.selectCollection(QStringLiteral("Logos"));
+    images.pick(Shelf::Place::Collection, QStringLiteral("Logos"));
     gallery.take("library-collection");
-    model.selectAll();
-    model.setSearchText(QStringLiteral("badge"));
+    images.pick(Shelf::Place::All, {});
+    images.setSearch(QStringLiteral("badge"));
     gallery.take("library-search");
-    model.setSearchText(QStringLiteral("zebra"));
+    images.setSearch(QStringLiteral("zebra"));
     gallery.take("library-no-match");
-    model.setSearchText({});
+    images.setSearch({});
     if (QObject* menu = gallery.find("collectionMenu")) {
         QMetaObject::invokeMethod(menu, "open");
         gallery.take("library-menu");

@@ -49,8 +49,8 @@ TEST(QmlTest, ThePanelShowsEveryStateWithoutComplaint) {
     const Complaints complaints;
     PanelStage stage;
     ASSERT_TRUE(stage.show({380, 460})) << stage.errors.toStdString();
-    stage.model.refreshLibrary();
-    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.libraryLoaded(); }));
+    stage.model.refreshShelves();
+    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.imagesShelf()->loaded(); }));
     QImage picture(64, 64, QImage::Format_RGBA8888);
     picture.fill(Qt::red);
     stage.model.load(stage.file("red.png", picture));
@@ -98,8 +98,8 @@ TEST(KeyboardTest, TabReachesEveryControlAndEachHasAName) {
 
     picture.save(QString::fromStdString((*stage.storage.root() / "Library" / "Images" / "red.png").string()));
     stage.model.setTab(PanelModel::Tab::library);
-    stage.model.refreshLibrary();
-    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.visibleLibraryModel()->count() > 0; }));
+    stage.model.refreshShelves();
+    EXPECT_TRUE(PanelStage::comesTrue([&] { return stage.model.imagesShelf()->visibleModel()->count() > 0; }));
     PanelStage::wait(50);
     const QStringList library = reached();
     for (const char* name : {"Library", "Collection: All", "Search", "Show favorites only", "Unfiled, 1", "red"})

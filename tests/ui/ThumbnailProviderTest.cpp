@@ -106,10 +106,10 @@ TEST(FolderListModelTest, ListsPlacesWithCounts) {
     FolderListModel here;
     FolderListModel filters;
     filters.setContent(FolderListModel::Content::Filters);
-    here.setModel(&stage.model);
-    filters.setModel(&stage.model);
+    here.setShelf(stage.model.imagesShelf());
+    filters.setShelf(stage.model.imagesShelf());
     QSignalSpy resets(&here, &QAbstractItemModel::modelReset);
-    stage.model.refreshLibrary();
+    stage.model.refreshShelves();
     const auto texts = [](const FolderListModel& model) {
         QStringList rows;
         for (int row = 0; row < model.count(); ++row) {
@@ -121,7 +121,7 @@ TEST(FolderListModelTest, ListsPlacesWithCounts) {
     };
     EXPECT_TRUE(PanelStage::comesTrue([&] { return texts(here) == "Unfiled 2|Recent 0|Logos 2"; })) << texts(here);
     EXPECT_EQ(texts(filters), "All 4|Unfiled 2|Logos 2|Clients 1");
-    stage.model.selectCollection(QStringLiteral("Logos"));
+    stage.model.imagesShelf()->pick(Shelf::Place::Collection, QStringLiteral("Logos"));
     EXPECT_TRUE(PanelStage::comesTrue([&] { return texts(here) == "Unfiled 2|Recent 0|Clients 1"; })) << texts(here);
     EXPECT_EQ(resets.size(), 0);
 }

@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Quillary.Controls
 import Quillary.Library
@@ -9,27 +8,26 @@ import Quillary.Model
 Item {
     id: bar
 
-    required property PanelModel model
-    required property bool filtered
-    required property bool showsRecent
-    required property int matches
-    readonly property bool nested: !filtered && !showsRecent && model.filterKind === "named"
-
-    signal picked(int kind, string path)
-
+    required property Shelf shelf
+    /// What the matches are searched in when everything is shown, such as "Images".
+    property string everything: shelf.title
+    readonly property int matches: shelf.visible.count
+    readonly property bool nested: !shelf.filtered && shelf.place === Shelf.Place.Collection
     readonly property string where: {
-        switch (model.filterKind) {
-        case "named":
-        case "builtIn":
-            return qsTr(" in %1").arg(model.filterName);
-        case "unfiled":
+        switch (shelf.place) {
+        case Shelf.Place.Collection:
+        case Shelf.Place.BuiltIn:
+            return qsTr(" in %1").arg(shelf.placePath);
+        case Shelf.Place.Unfiled:
             return qsTr(" in Unfiled");
+        case Shelf.Place.Recent:
+            return qsTr(" in Recent");
         }
-        return qsTr(" in all Images");
+        return qsTr(" in all %1").arg(everything);
     }
 
     height: visible ? 20 : 0
-    visible: filtered || nested
+    visible: shelf.filtered || nested
 
     Label {
         anchors.left: parent.left
@@ -40,7 +38,7 @@ Item {
         secondary: true
         small: true
         text: (bar.matches === 1 ? qsTr("1 match") : qsTr("%1 matches").arg(bar.matches)) + bar.where
-        visible: bar.filtered
+        visible: bar.shelf.filtered
     }
     TextButton {
         id: clear
@@ -48,53 +46,16 @@ Item {
         anchors.right: parent.right
         height: parent.height
         text: qsTr("Clear")
-        visible: bar.filtered
+        visible: bar.shelf.filtered
 
-        onClicked: {
-            bar.model.searchText = "";
-            bar.model.formatFilter = "";
-            bar.model.favoritesOnly = false;
-        }
+        onClicked: bar.shelf.clearFilters()
     }
-    Row {
-        height: parent.height
-        spacing: 2
+    PathBar {
+        anchors.fill: parent
+        path: bar.nested ? bar.shelf.placePath : ""
+        rootLabel: bar.shelf.title
         visible: bar.nested
 
-        TextButton {
-            height: parent.height
-            text: qsTr("Images")
-
-            onClicked: bar.picked(FolderListModel.All, "")
-        }
-        Repeater {
-            model: bar.nested ? bar.model.filterName.split(" / ") : []
-
-            Row {
-                id: crumb
-
-                required property int index
-                required property string modelData
-                readonly property string path: bar.model.filterName.split(" / ").slice(0, index + 1).join(" / ")
-                readonly property bool last: path === bar.model.filterName
-
-                height: bar.height
-                spacing: 2
-
-                Symbol {
-                    color: Theme.secondary
-                    height: parent.height
-                    name: "chevron.compact.right"
-                    size: 14
-                }
-                TextButton {
-                    enabled: !crumb.last
-                    height: parent.height
-                    text: crumb.modelData
-
-                    onClicked: bar.picked(FolderListModel.Collection, crumb.path)
-                }
-            }
-        }
+        onPicked: path => bar.shelf.pick(path.length > 0 ? Shelf.Place.Collection : Shelf.Place.All, path)
     }
 }

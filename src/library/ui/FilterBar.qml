@@ -4,26 +4,28 @@ import Quillary.Controls
 import Quillary.Library
 import Quillary.Model
 
-/// What narrows the Images shelf: collection, search, favorites, source format.
+/// What narrows a shelf: collection, search, favorites, and what the shelf adds before and after the star.
 Item {
     id: bar
 
-    required property PanelModel model
-    required property bool showsRecent
+    required property Shelf shelf
+    /// Whether a menu offers the places; without it the folder section has to do.
+    property bool offersPlaces: true
+    property alias beforeStar: before.data
+    property alias afterStar: after.data
 
-    signal picked(int kind, string path)
     signal newCollectionRequested
 
-    readonly property string place: {
-        if (showsRecent)
+    readonly property string where: {
+        switch (shelf.place) {
+        case Shelf.Place.Recent:
             return qsTr("Recent");
-        switch (model.filterKind) {
-        case "unfiled":
+        case Shelf.Place.Unfiled:
             return qsTr("Unfiled");
-        case "named":
-            return model.filterName.split(" / ").pop();
-        case "builtIn":
-            return model.filterName;
+        case Shelf.Place.Collection:
+            return shelf.placePath.split(" / ").pop();
+        case Shelf.Place.BuiltIn:
+            return shelf.placePath;
         }
         return qsTr("All");
     }
@@ -35,10 +37,11 @@ Item {
 
         chevron: "chevron.down"
         help: qsTr("Choose a collection")
-        spokenName: qsTr("Collection: %1").arg(bar.place)
+        spokenName: qsTr("Collection: %1").arg(bar.where)
         symbol: "folder"
-        text: bar.place
-        width: Math.min(implicitWidth, bar.width * 0.38)
+        text: bar.where
+        visible: bar.offersPlaces
+        width: visible ? Math.min(implicitWidth, bar.width * 0.38) : 0
 
         onClicked: menu.open()
 
@@ -47,60 +50,52 @@ Item {
 
             objectName: "collectionMenu"
             content: FolderListModel.Filters
-            model: bar.model
             offersNew: true
+            shelf: bar.shelf
             y: collection.height + 4
 
             onNewRequested: bar.newCollectionRequested()
-            onPicked: (kind, path) => bar.picked(kind, path)
+            onPicked: (place, path) => bar.shelf.pick(place, path)
         }
     }
     SearchField {
         anchors.left: collection.right
-        anchors.leftMargin: Theme.smallGap
-        anchors.right: favorites.left
+        anchors.leftMargin: collection.visible ? Theme.smallGap : 0
+        anchors.right: controls.left
         anchors.rightMargin: Theme.smallGap
-        enabled: !bar.showsRecent
-        text: bar.model.searchText
+        text: bar.shelf.search
 
-        onTextEdited: bar.model.searchText = text
-        onTextChanged: if (text.length === 0 && bar.model.searchText.length > 0)
-            bar.model.searchText = ""
+        onTextEdited: bar.shelf.search = text
+        onTextChanged: if (text.length === 0 && bar.shelf.search.length > 0)
+            bar.shelf.search = ""
     }
-    IconButton {
-        id: favorites
-
-        anchors.right: chips.left
-        anchors.rightMargin: chips.width > 0 ? Theme.smallGap : 0
-        checkable: false
-        help: bar.model.favoritesOnly ? qsTr("Showing favorites only") : qsTr("Show favorites only")
-        ink: bar.model.favoritesOnly ? Theme.favorite : Theme.secondary
-        symbol: bar.model.favoritesOnly ? "star.fill" : "star"
-
-        onClicked: bar.model.favoritesOnly = !bar.model.favoritesOnly
-    }
-    ListView {
-        id: chips
+    Row {
+        id: controls
 
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        boundsBehavior: Flickable.StopAtBounds
-        clip: contentWidth > width
-        height: 22
-        interactive: contentWidth > width
-        model: bar.model.availableFormats
-        orientation: ListView.Horizontal
-        spacing: 5
-        width: Math.min(contentWidth, bar.width * 0.3)
+        height: parent.height
+        spacing: 2
 
-        delegate: FormatChip {
-            required property string modelData
+        Row {
+            id: before
 
-            format: modelData
-            on: bar.model.formatFilter === modelData
-            y: 2
+            height: parent.height
+            spacing: Theme.smallGap
+            visible: width > 0
+        }
+        IconButton {
+            help: bar.shelf.favorites.only ? qsTr("Showing favorites only") : qsTr("Show favorites only")
+            ink: bar.shelf.favorites.only ? Theme.favorite : Theme.secondary
+            symbol: bar.shelf.favorites.only ? "star.fill" : "star"
 
-            onClicked: bar.model.formatFilter = on ? "" : modelData
+            onClicked: bar.shelf.favorites.only = !bar.shelf.favorites.only
+        }
+        Row {
+            id: after
+
+            height: parent.height
+            spacing: Theme.smallGap
+            visible: width > 0
         }
     }
 }

@@ -9,32 +9,19 @@ import Quillary.Model
 GridView {
     id: grid
 
-    required property PanelModel panel
-    required property bool showsRecent
+    required property Shelf shelf
     property int mostRows: 3
     readonly property int columns: Math.max(1, Math.floor(width / 126))
     readonly property int rows: Math.ceil(count / columns)
 
-    signal picked(int kind, string path)
-
-    function isCurrent(kind: int, path: string): bool {
-        if (showsRecent || kind === FolderListModel.Recent)
-            return showsRecent && kind === FolderListModel.Recent;
-        switch (kind) {
-        case FolderListModel.Unfiled:
-            return panel.filterKind === "unfiled";
-        case FolderListModel.Collection:
-            return panel.filterKind === "named" && panel.filterName === path;
-        case FolderListModel.BuiltIn:
-            return panel.filterKind === "builtIn" && panel.filterName === path;
-        }
-        return false;
+        function isCurrent(place: int, path: string): bool {
+        return shelf.place === place && shelf.placePath === path;
     }
 
     function pickCurrent() {
         const row = currentItem as Entry;
         if (row)
-            picked(row.kind, row.path);
+            shelf.pick(row.place, row.path);
     }
 
     Accessible.name: qsTr("Folders")
@@ -47,7 +34,7 @@ GridView {
     implicitHeight: Math.min(rows, mostRows) * cellHeight + (rows > mostRows ? 12 : 0)
     interactive: rows > mostRows
     model: FolderListModel {
-        model: grid.panel
+        shelf: grid.shelf
     }
 
     Keys.onReturnPressed: pickCurrent()
@@ -63,7 +50,7 @@ GridView {
         id: entry
 
         required property int index
-        required property int kind
+        required property int place
         required property string path
         required property string label
         required property int total
@@ -76,7 +63,7 @@ GridView {
         width: grid.cellWidth
 
         FolderRow {
-            accented: grid.isCurrent(entry.kind, entry.path)
+            accented: grid.isCurrent(entry.place, entry.path)
             count: entry.total
             focusPolicy: Qt.NoFocus
             label: entry.label
@@ -85,7 +72,7 @@ GridView {
 
             onClicked: {
                 grid.currentIndex = entry.index;
-                grid.picked(entry.kind, entry.path);
+                grid.shelf.pick(entry.place, entry.path);
             }
 
             FocusRing {

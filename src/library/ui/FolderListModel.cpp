@@ -9,27 +9,27 @@ namespace quillary {
 namespace {
 
 using Row = FolderListModel::Row;
-using Kind = FolderListModel::Kind;
+using Place = Shelf::Place;
 
 void appendTree(std::vector<Row>& rows, const std::vector<CollectionNode>& nodes, const QHash<QString, int>& counts,
                 int depth) {
     for (const CollectionNode& node : nodes) {
-        rows.push_back({Kind::Collection, node.name, node.path, depth, counts.value(node.path)});
+        rows.push_back({Place::Collection, node.name, node.path, depth, counts.value(node.path)});
         appendTree(rows, node.children, counts, depth + 1);
     }
 }
 
-QString symbolOf(Kind kind) {
-    switch (kind) {
-    case Kind::All:
+QString symbolOf(Place place) {
+    switch (place) {
+    case Place::All:
         return QStringLiteral("square.grid.2x2");
-    case Kind::Unfiled:
+    case Place::Unfiled:
         return QStringLiteral("tray");
-    case Kind::Recent:
+    case Place::Recent:
         return QStringLiteral("clock.arrow.circlepath");
-    case Kind::Collection:
+    case Place::Collection:
         return QStringLiteral("folder");
-    case Kind::BuiltIn:
+    case Place::BuiltIn:
         return QStringLiteral("shippingbox");
     }
     return {};
@@ -43,18 +43,15 @@ FolderListModel::FolderListModel(QObject* parent) : QAbstractListModel(parent) {
     connect(&m_update, &QTimer::timeout, this, &FolderListModel::update);
 }
 
-void FolderListModel::setModel(PanelModel* model) {
-    if (m_model == model) return;
-    if (m_model) m_model->disconnect(&m_update);
-    m_model = model;
+void FolderListModel::setShelf(Shelf* shelf) {
+    if (m_shelf == shelf) return;
+    if (m_shelf) m_shelf->disconnect(&m_update);
+    m_shelf = shelf;
     const auto start = qOverload<>(&QTimer::start);
-    if (m_model) {
-        for (const auto changed : {&PanelModel::libraryChanged, &PanelModel::recentChanged, &PanelModel::builtInChanged,
-                                   &PanelModel::collectionsChanged, &PanelModel::collectionFilterChanged})
-            connect(m_model, changed, &m_update, start);
-    }
+    if (m_shelf)
+        for (const auto changed : {&Shelf::listed, &Shelf::placeChanged}) connect(m_shelf, changed, &m_update, start);
     update();
-    Q_EMIT modelChanged();
+    Q_EMIT shelfChanged();
 }
 
 void FolderListModel::setContent(Content content) {
@@ -72,26 +69,28 @@ void FolderListModel::setActive(bool on) {
 }
 
 std::vector<Row> FolderListModel::rows() const {
-    if (!m_model || !m_active) return {};
-    const auto unfiled = static_cast<int>(
-        std::ranges::count_if(m_model->library(), [](const LibraryItem& item) { return !item.collection; }));
-    const QHash<QString, int> counts = m_model->imageCounts();
+    if (!m_shelf || !m_active) return {};
+    const QHash<QString, int>& counts = m_shelf->counts();
+    const auto extras = m_content == Content::Targets ? std::vector<Shelf::ExtraPlace>() : m_shelf->extraPlaces();
     std::vector<Row> found;
-    if (m_content == Content::Filters)
-        found.push_back({Kind::All, tr("All"), {}, 0, static_cast<int>(m_model->library().size())});
-    found.push_back({Kind::Unfiled, tr("Unfiled"), {}, 0, unfiled});
-    if (m_content == Content::Here) {
-        found.push_back({Kind::Recent, tr("Recent"), {}, 0, static_cast<int>(m_model->recent().size())});
-        for (const FolderEntry& folder : childFolders(m_model->collectionFilter().collection(), m_model->collections()))
-            found.push_back({Kind::Collection, folder.name, folder.path, 0, counts.value(folder.path)});
-    } else {
-        appendTree(found, collectionTree(m_model->collections()), counts, 0);
-    }
-    if (m_content == Content::Targets) return found;
-    for (const QString& set : m_model->builtInSets()) {
-        const auto icons = std::ranges::count(m_model->builtIn(), std::optional(set), &LibraryItem::collection);
-        found.push_back({Kind::BuiltIn, set, set, 0, static_cast<int>(icons)});
-    }
+    const auto add = [&](Place place) {
+        for (const Shelf::ExtraPlace& extra : extras)
+            if (extra.place == place)
+                found.push_back(
+                    {place, extra.label, place == Place::BuiltIn ? extra.label : QString(), 0, extra.count});
+    };
+    if (m_content == Content::Filters) found.push_back({Place::All, tr("All"), {}, 0, m_shelf->count()});
+    found.push_back({Place::Unfiled, tr("Unfiled"), {}, 0, m_shelf->unfiledCount()});
+    if (m_content == Content::Here) add(Place::Recent);
+    if (m_content == Content::Here)
+        for (const FolderEntry& folder : childFolders(m_shelf->collectionFilter().collection(), m_shelf->collections()))
+            found.push_back({Place::Collection, folder.name, folder.path, 0, counts.value(folder.path)});
+    else
+        appendTree(
+            found,
+            collectionTree(m_content == Content::Targets ? m_shelf->collectionFolders() : m_shelf->collections()),
+            counts, 0);
+    add(Place::BuiltIn);
     return found;
 }
 
@@ -133,8 +132,8 @@ QVariant FolderListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
     const Row& row = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
-    case KindRole:
-        return static_cast<int>(row.kind);
+    case PlaceRole:
+        return static_cast<int>(row.place);
     case Qt::DisplayRole:
     case LabelRole:
         return row.label;
@@ -145,14 +144,14 @@ QVariant FolderListModel::data(const QModelIndex& index, int role) const {
     case CountRole:
         return row.count;
     case SymbolRole:
-        return symbolOf(row.kind);
+        return symbolOf(row.place);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> FolderListModel::roleNames() const {
-    return {{KindRole, "kind"},   {LabelRole, "label"}, {PathRole, "path"},
+    return {{PlaceRole, "place"}, {LabelRole, "label"}, {PathRole, "path"},
             {DepthRole, "depth"}, {CountRole, "total"}, {SymbolRole, "symbol"}};
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel/PanelModel.h"
+#include "panel/Shelf.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
@@ -8,12 +8,12 @@
 
 namespace quillary {
 
-/// The places of the Images shelf that a user can pick, with their counts, kept up to date in steps that leave the
+/// The places of a shelf that a user can pick, with their counts, kept up to date in steps that leave the
 /// other rows alone. A collection counts what lies in its sub-collections too. Main thread.
 class FolderListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(quillary::PanelModel* model READ model WRITE setModel NOTIFY modelChanged REQUIRED FINAL)
+    Q_PROPERTY(quillary::Shelf* shelf READ shelf WRITE setShelf NOTIFY shelfChanged REQUIRED FINAL)
     Q_PROPERTY(Content content READ content WRITE setContent NOTIFY contentChanged FINAL)
     /// While it is off the list is empty and follows nothing.
     Q_PROPERTY(bool active READ active WRITE setActive NOTIFY activeChanged FINAL)
@@ -23,28 +23,26 @@ public:
     enum class Content {
         Here,    ///< Unfiled, Recent, the folders directly in the selected collection, the built-in sets
         Filters, ///< All, Unfiled, every collection, the built-in sets
-        Targets  ///< Unfiled and every collection: where a file can go
+        Targets  ///< Unfiled and every collection folder: where a file can go
     };
     Q_ENUM(Content)
-    enum class Kind { All, Unfiled, Recent, Collection, BuiltIn };
-    Q_ENUM(Kind)
-    enum Role { KindRole = Qt::UserRole, LabelRole, PathRole, DepthRole, CountRole, SymbolRole };
+    enum Role { PlaceRole = Qt::UserRole, LabelRole, PathRole, DepthRole, CountRole, SymbolRole };
 
     struct Row {
-        Kind kind = Kind::All;
+        Shelf::Place place = Shelf::Place::All;
         QString label;
         QString path;  ///< of the collection, or the set's name
         int depth = 0; ///< of a collection in the whole tree
         int count = 0;
 
-        bool sameFolder(const Row& other) const { return kind == other.kind && path == other.path; }
+        bool sameFolder(const Row& other) const { return place == other.place && path == other.path; }
         bool operator==(const Row&) const = default;
     };
 
     explicit FolderListModel(QObject* parent = nullptr);
 
-    PanelModel* model() const { return m_model; }
-    void setModel(PanelModel* model);
+    Shelf* shelf() const { return m_shelf; }
+    void setShelf(Shelf* shelf);
     Content content() const { return m_content; }
     void setContent(Content content);
     bool active() const { return m_active; }
@@ -56,7 +54,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 Q_SIGNALS:
-    void modelChanged();
+    void shelfChanged();
     void contentChanged();
     void activeChanged();
     void countChanged();
@@ -65,7 +63,7 @@ private:
     std::vector<Row> rows() const;
     void update();
 
-    QPointer<PanelModel> m_model;
+    QPointer<Shelf> m_shelf;
     Content m_content = Content::Here;
     bool m_active = true;
     std::vector<Row> m_rows;

@@ -8,11 +8,11 @@ import Quillary.Model
 T.Popup {
     id: menu
 
-    required property PanelModel model
+    required property Shelf shelf
     required property int content
     property bool offersNew: false
 
-    signal picked(int kind, string path)
+    signal picked(int place, string path)
     signal newRequested
 
     focus: true
@@ -31,16 +31,16 @@ T.Popup {
     contentItem: FolderMenuList {
         content: menu.content
         filled: menu.visible
-        panel: menu.model
+        shelf: menu.shelf
         offersNew: menu.offersNew
 
         onNewRequested: {
             menu.close();
             menu.newRequested();
         }
-        onPicked: (kind, path) => {
+        onPicked: (place, path) => {
             menu.close();
-            menu.picked(kind, path);
+            menu.picked(place, path);
         }
     }
     enter: Transition {

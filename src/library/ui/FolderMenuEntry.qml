@@ -7,7 +7,7 @@ T.ItemDelegate {
     id: entry
 
     required property int index
-    required property int kind
+    required property int place
     required property string path
     required property string label
     required property int depth

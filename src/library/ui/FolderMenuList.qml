@@ -9,13 +9,13 @@ import Quillary.Model
 FocusScope {
     id: menu
 
-    required property PanelModel panel
+    required property Shelf shelf
     required property int content
     required property bool filled
     required property bool offersNew
     readonly property int footerHeight: offersNew ? 9 + Theme.controlHeight : 0
 
-    signal picked(int kind, string path)
+    signal picked(int place, string path)
     signal newRequested
 
     Accessible.name: qsTr("Collections")
@@ -28,7 +28,7 @@ FocusScope {
         function chooseCurrent() {
             const entry = currentItem as FolderMenuEntry;
             if (entry)
-                menu.picked(entry.kind, entry.path);
+                menu.picked(entry.place, entry.path);
         }
 
         Accessible.name: qsTr("Collections")
@@ -43,7 +43,7 @@ FocusScope {
         model: FolderListModel {
             active: menu.filled
             content: menu.content
-            model: menu.panel
+            shelf: menu.shelf
         }
 
         Keys.onDownPressed: event => {
@@ -58,7 +58,7 @@ FocusScope {
         delegate: FolderMenuEntry {
             width: list.width
 
-            onClicked: menu.picked(kind, path)
+            onClicked: menu.picked(place, path)
             onPointed: list.currentIndex = index
         }
 

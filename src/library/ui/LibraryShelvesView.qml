@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Quillary.Controls
 import Quillary.Library
@@ -16,9 +17,9 @@ Item {
         anchors.margins: Theme.margin
         anchors.top: parent.top
         currentIndex: shelves.model.libraryKind
-        details: [`${shelves.model.imagesCount}`, `${shelves.model.videosCount}`, `${shelves.model.audioCount}`, `${shelves.model.blocksCount}`]
+        details: [`${shelves.model.imagesShelf.count}`, `${shelves.model.videoShelf.count}`, `${shelves.model.audioShelf.count}`, `${shelves.model.blocksShelf.count}`]
         fill: true
-        labels: [qsTr("Images"), qsTr("Videos"), qsTr("Audio"), qsTr("Blocks")]
+        labels: [shelves.model.imagesShelf.title, shelves.model.videoShelf.title, shelves.model.audioShelf.title, shelves.model.blocksShelf.title]
         spokenName: qsTr("Shelf")
         width: Math.min(parent.width - 2 * Theme.margin, 440)
 
@@ -32,42 +33,25 @@ Item {
         anchors.right: parent.right
         anchors.top: picker.bottom
         anchors.topMargin: Theme.gap
-    }
-    LibraryView {
-        anchors.fill: body
-        enabled: visible
-        model: shelves.model
-        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Images
-    }
-    PlainShelf {
-        anchors.fill: body
-        count: shelves.model.videosCount
-        folder: "Library/Videos"
-        hint: qsTr("Drop clips here, or drag a single clip out of Final Cut’s browser. You can also put files straight into Library/Videos in the Finder.")
-        note: shelves.model.videoNote
-        symbol: "film.stack"
-        title: qsTr("No videos yet")
-        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Videos
-    }
-    PlainShelf {
-        anchors.fill: body
-        count: shelves.model.audioCount
-        folder: "Library/Audio"
-        hint: qsTr("Drop sound effects here, or point Library/Audio at the folders you already keep them in — subfolders become collections.")
-        note: shelves.model.audioNote
-        symbol: "waveform"
-        title: qsTr("No audio yet")
-        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Audio
-    }
-    PlainShelf {
-        anchors.fill: body
-        count: shelves.model.blocksCount
-        folder: "Library/Blocks"
-        hint: qsTr("In Final Cut: select your clips, press ⌥G to make a compound clip, drag it from the browser onto this panel, then ⌘Z to undo the compound.")
-        note: shelves.model.blockNote
-        symbol: "square.3.layers.3d"
-        title: qsTr("No blocks yet")
-        visible: shelves.model.libraryKind === PanelModel.LibraryKind.Blocks
+
+        LibraryView {
+            anchors.fill: parent
+            enabled: visible
+            model: shelves.model
+            visible: shelves.model.libraryKind === PanelModel.LibraryKind.Images
+        }
+        OtherShelf {
+            kind: PanelModel.LibraryKind.Videos
+            view: "qrc:/qt/qml/Quillary/Media/VideosView.qml"
+        }
+        OtherShelf {
+            kind: PanelModel.LibraryKind.Audio
+            view: "qrc:/qt/qml/Quillary/Media/AudioView.qml"
+        }
+        OtherShelf {
+            kind: PanelModel.LibraryKind.Blocks
+            view: "qrc:/qt/qml/Quillary/Blocks/BlocksView.qml"
+        }
     }
     ImportProgress {
         id: progress
@@ -76,5 +60,28 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         model: shelves.model
+    }
+
+    /// A shelf of another module: made when it is first shown, kept from then on.
+    component OtherShelf: Loader {
+        id: loader
+
+        required property int kind
+        required property url view
+        readonly property bool wanted: shelves.model.libraryKind === kind
+
+        function make() {
+            if (wanted && !item)
+                setSource(view, {
+                    "model": shelves.model
+                });
+        }
+
+        anchors.fill: parent
+        enabled: wanted
+        visible: wanted
+
+        onWantedChanged: make()
+        Component.onCompleted: make()
     }
 }

@@ -1,30 +1,16 @@
 import QtQuick
 import Quillary.Controls
-import Quillary.Drag
+import Quillary.Library
 
-/// One image of the browser: its thumbnail on a checkerboard, its name, its star. Drags out as a file.
-Item {
+/// One image of the browser: its thumbnail on a checkerboard, its name, its star and its mark.
+ShelfItem {
     id: tile
 
-    required property string url
-    required property string name
-    required property string stamp
-    required property bool star
-    required property bool isBuiltIn
-    required property bool isSelected
-    required property bool focusShown
-    /// Of the picture; its height follows.
-    required property real pictureWidth
-    readonly property real pictureHeight: Math.round(pictureWidth * 0.9)
+    readonly property real pictureHeight: grid.pictureHeight
 
-    signal tapped(int modifiers)
-    signal menuRequested(point at)
-    signal fileRequested(DragRequest request)
-
-    Accessible.description: qsTr("Drag into Final Cut · click to select")
-    Accessible.name: star ? qsTr("%1, favorite").arg(name) : name
-    Accessible.role: Accessible.ListItem
-    Accessible.selected: isSelected
+    help: qsTr("Drag into Final Cut · click to select")
+    helpY: pictureHeight + 14
+    picture: thumbnail
 
     Checkerboard {
         height: tile.pictureHeight
@@ -32,10 +18,10 @@ Item {
         opacity: 0.7
         radius: Theme.tileRadius
         square: 7
-        width: tile.pictureWidth
+        width: tile.width
     }
     Image {
-        id: picture
+        id: thumbnail
 
         asynchronous: true
         fillMode: Image.PreserveAspectFit
@@ -45,7 +31,7 @@ Item {
         source: "image://thumbnail/" + tile.url + "?" + tile.stamp
         sourceSize.height: 198
         sourceSize.width: 220
-        width: tile.pictureWidth
+        width: tile.width
 
         Behavior on opacity {
             NumberAnimation {
@@ -58,29 +44,15 @@ Item {
         height: tile.pictureHeight
         name: "questionmark.square.dashed"
         size: 26
-        visible: picture.status === Image.Error
-        width: tile.pictureWidth
+        visible: thumbnail.status === Image.Error
+        width: tile.width
     }
-    Rectangle {
-        border.color: Theme.accent
-        border.width: 2
-        color: "transparent"
-        height: tile.pictureHeight + 4
-        radius: Theme.tileRadius + 2
-        visible: tile.isSelected || tile.focusShown
-        width: tile.pictureWidth + 4
-        x: -2
-        y: -2
-    }
-    Symbol {
-        color: Theme.favorite
-        name: "star.fill"
-        size: 14
-        style: Text.Outline
-        styleColor: "#40000000"
-        visible: tile.star
-        x: 4
-        y: 3
+    TileFrame {
+        focused: tile.focusShown
+        height: tile.pictureHeight
+        selected: tile.chosen
+        starred: tile.star
+        width: tile.width
     }
     Label {
         Accessible.ignored: true
@@ -90,36 +62,7 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         small: true
         text: tile.name
-        width: tile.pictureWidth
+        width: tile.width
         y: tile.pictureHeight + 4
-    }
-
-    MouseArea {
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        height: tile.pictureHeight + 20
-        width: tile.pictureWidth
-
-        onClicked: mouse => tile.menuRequested(Qt.point(mouse.x, mouse.y))
-    }
-    FileDragSource {
-        height: tile.pictureHeight + 20
-        picture: picture
-        title: tile.name
-        width: tile.pictureWidth
-
-        onTapped: modifiers => tile.tapped(modifiers)
-        onUrlRequested: request => tile.fileRequested(request)
-    }
-    HoverHandler {
-        id: hover
-    }
-    Loader {
-        active: hover.hovered
-        y: tile.pictureHeight + 14
-
-        sourceComponent: ToolTip {
-            shown: true
-            text: qsTr("Drag into Final Cut · click to select")
-        }
     }
 }

@@ -2,81 +2,167 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Quillary.Controls
-import Quillary.Library
 import Quillary.Model
 
-/// The tiles of a list of images, in columns of 76 to 110 points, 10 apart. The arrow keys move, Return opens the menu, F2
-/// renames.
+/// The visible files of a shelf, as tiles in columns or, with `list`, one below the other; a gap follows each column. The keyboard does what the
+/// mouse does: the arrow keys, Home, End, Page Up and Page Down move (with Shift they extend the selection, with Control
+/// they leave it), typing goes to a name, Space selects, Return renames, Delete removes, Menu opens the menu.
 GridView {
     id: grid
 
-    required property PanelModel panel
-    required property ItemListModel items
-    readonly property int columns: Math.max(1, Math.floor(width / 86))
-    readonly property real pictureWidth: Math.min(110, Math.floor(width / columns) - 10)
-    /// The chosen image's URL.
-    property string selected: ""
+    required property Shelf shelf
+    property bool list: false
+    /// Of a tile; columns are as many as fit.
+    property int leastWidth: 76
+    property int mostWidth: 110
+    property int gap: 10
+    /// Height of a tile's picture as a part of its width.
+    property real aspect: 0.9
+    /// Below the picture; in a list the height of a row.
+    property int captionHeight: 22
+    readonly property int columns: list ? 1 : Math.max(1, Math.floor(width / (leastWidth + gap)))
+    readonly property real tileWidth: list ? width - gap : Math.min(mostWidth, Math.floor(width / columns) - gap)
+    readonly property real pictureHeight: list ? 0 : Math.round(tileWidth * aspect)
+    /// The text typed in quick succession.
+    property string typed: ""
 
-    signal menuRequested(tile: LibraryTile, at: point)
-    signal renameRequested(tile: LibraryTile)
+    /// At a place of the grid.
+    signal menuRequested(int row, point at)
+    signal renameRequested(int row)
 
-    function tileAt(row: int): LibraryTile {
-        return itemAtIndex(row) as LibraryTile;
+    function click(row: int, modifiers: int) {
+        forceActiveFocus(Qt.MouseFocusReason);
+        currentIndex = row;
+        shelf.selection.toggle(row, modifiers);
+    }
+    function openMenuAt(row: int, item: Item, x: real, y: real) {
+        if (!shelf.selection.holds(row))
+            click(row, 0);
+        menuRequested(row, grid.mapFromItem(item, x, y));
     }
     function openMenu() {
-        const tile = currentItem as LibraryTile;
-        if (tile)
-            menuRequested(tile, Qt.point(tile.pictureWidth / 2, tile.pictureHeight / 2));
+        if (currentItem)
+            openMenuAt(currentIndex, currentItem, currentItem.width / 2, currentItem.height / 2);
+    }
+    function rename() {
+        if (currentItem && !shelf.visible.builtInAt(currentIndex))
+            renameRequested(currentIndex);
+    }
+    function removeSelected() {
+        if (shelf.selection.count > 0)
+            shelf.remove(shelf.selection.urls());
+        else if (currentItem)
+            shelf.remove([shelf.visible.urlAt(currentIndex)]);
+    }
+    function go(row: int, modifiers: int) {
+        if (count === 0)
+            return;
+        const from = Math.max(0, currentIndex);
+        currentIndex = Math.max(0, Math.min(count - 1, row));
+        if (modifiers & Qt.ShiftModifier)
+            shelf.selection.extend(from, currentIndex);
+        else if (!(modifiers & Qt.ControlModifier))
+            shelf.selection.toggle(currentIndex, 0);
+    }
+    function type(text: string) {
+        typed += text;
+        forgetting.restart();
+        const row = shelf.visible.rowNamed(typed, typed.length > 1 ? currentIndex : currentIndex + 1);
+        if (row >= 0)
+            go(row, 0);
+    }
+    /// Whether the key meant something here.
+    function handle(key: int, modifiers: int, text: string): bool {
+        const page = columns * Math.max(1, Math.floor(height / cellHeight));
+        const none = currentIndex < 0;
+        switch (key) {
+        case Qt.Key_Left:
+            go(none ? 0 : currentIndex - 1, modifiers);
+            return true;
+        case Qt.Key_Right:
+            go(currentIndex + 1, modifiers);
+            return true;
+        case Qt.Key_Up:
+            if (currentIndex >= columns || list)
+                go(currentIndex - columns, modifiers);
+            return true;
+        case Qt.Key_Down:
+            go(none ? 0 : currentIndex + columns, modifiers);
+            return true;
+        case Qt.Key_PageUp:
+            go(currentIndex - page, modifiers);
+            return true;
+        case Qt.Key_PageDown:
+            go(currentIndex + page, modifiers);
+            return true;
+        case Qt.Key_Home:
+            go(0, modifiers);
+            return true;
+        case Qt.Key_End:
+            go(count - 1, modifiers);
+            return true;
+        case Qt.Key_Return:
+        case Qt.Key_Enter:
+        case Qt.Key_F2:
+            rename();
+            return true;
+        case Qt.Key_Delete:
+            removeSelected();
+            return true;
+        case Qt.Key_Menu:
+            openMenu();
+            return true;
+        case Qt.Key_F10:
+            if (modifiers & Qt.ShiftModifier)
+                openMenu();
+            return modifiers & Qt.ShiftModifier;
+        case Qt.Key_Escape:
+            if (shelf.selection.count === 0)
+                return false;
+            shelf.selection.clear();
+            return true;
+        case Qt.Key_A:
+            if (!(modifiers & Qt.ControlModifier))
+                break;
+            shelf.selection.selectAll();
+            return true;
+        case Qt.Key_Space:
+            if (typed.length > 0)
+                break;
+            shelf.selection.toggle(currentIndex, Qt.ControlModifier);
+            return true;
+        }
+        if (text.length === 0 || text < " " || modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))
+            return false;
+        type(text);
+        return true;
     }
 
-    Accessible.name: qsTr("Images")
+    Accessible.name: shelf.title
     Accessible.role: Accessible.List
     activeFocusOnTab: count > 0
     boundsBehavior: Flickable.StopAtBounds
     bottomMargin: 8
     cacheBuffer: 240
-    cellHeight: Math.round(pictureWidth * 0.9) + 32
-    cellWidth: Math.floor(pictureWidth) + 10
+    cellHeight: list ? captionHeight : pictureHeight + captionHeight + gap
+    cellWidth: list ? width : tileWidth + gap
     clip: true
-    leftMargin: 0
-    model: items
+    keyNavigationEnabled: false
+    model: shelf.visible
     pixelAligned: true
     topMargin: 3
 
-    Keys.onMenuPressed: openMenu()
-    Keys.onPressed: event => {
-        if (event.key === Qt.Key_F2 && currentItem) {
-            renameRequested(currentItem as LibraryTile);
-            event.accepted = true;
-        }
-    }
-    Keys.onReturnPressed: openMenu()
-    Keys.onSpacePressed: {
-        const tile = currentItem as LibraryTile;
-        if (tile)
-            selected = selected === tile.url ? "" : tile.url;
-    }
-
-    delegate: LibraryTile {
-        required property int index
-
-        focusShown: grid.activeFocus && GridView.isCurrentItem
-        isSelected: grid.selected === url
-        pictureWidth: grid.pictureWidth
-
-        onFileRequested: request => request.url = grid.panel.dragFileUrl(url)
-        onMenuRequested: at => {
-            grid.currentIndex = index;
-            grid.menuRequested(this, at);
-        }
-        onTapped: {
-            grid.forceActiveFocus(Qt.MouseFocusReason);
-            grid.currentIndex = index;
-            grid.selected = url;
-        }
-    }
+    Keys.onPressed: event => event.accepted = handle(event.key, event.modifiers, event.text)
 
     T.ScrollBar.vertical: ScrollBar {
         visible: grid.contentHeight > grid.height
+    }
+
+    Timer {
+        id: forgetting
+
+        interval: 1000
+
+        onTriggered: grid.typed = ""
     }
 }

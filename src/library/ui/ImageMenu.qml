@@ -1,26 +1,20 @@
 import QtQuick
 import Quillary.Controls
+import Quillary.Library
 import Quillary.Model
 
 /// What can be done with one image of the browser.
-Menu {
+ShelfMenu {
     id: menu
 
     required property PanelModel model
-    property string url: ""
-    property string name: ""
-    property bool star: false
-    property bool isBuiltIn: false
-    property bool isRecent: false
-
-    signal renameRequested
-    signal moveRequested
+    readonly property bool isRecent: shelf.place === Shelf.Place.Recent
 
     MenuItem {
         symbol: menu.star ? "star" : "star.fill"
         text: menu.star ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")
 
-        onTriggered: menu.model.toggleFavoriteOf(menu.url)
+        onTriggered: menu.shelf.setFavorite(menu.urls, !menu.star)
     }
     MenuItem {
         symbol: "scissors"
@@ -31,7 +25,7 @@ Menu {
     MenuItem {
         symbol: "pencil"
         text: qsTr("Rename…")
-        visible: !menu.isBuiltIn
+        visible: !menu.isBuiltIn && !menu.several
 
         onTriggered: menu.renameRequested()
     }
@@ -50,14 +44,14 @@ Menu {
         text: qsTr("Save to My Library")
         visible: menu.isBuiltIn
 
-        onTriggered: menu.model.saveBuiltInItem(menu.url)
+        onTriggered: menu.model.imagesShelf.saveBuiltIn(menu.url)
     }
     MenuItem {
         dangerous: true
         symbol: "trash"
-        text: qsTr("Remove from Library")
-        visible: !menu.isBuiltIn && !menu.isRecent
+        text: menu.isRecent ? qsTr("Remove from Recent") : qsTr("Remove from Library")
+        visible: !menu.isBuiltIn
 
-        onTriggered: menu.model.removeItem(menu.url)
+        onTriggered: menu.shelf.remove(menu.urls)
     }
 }

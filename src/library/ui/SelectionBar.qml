@@ -1,0 +1,77 @@
+import QtQuick
+import Quillary.Controls
+import Quillary.Library
+import Quillary.Model
+
+/// What can be done with the selected files; no height while there are none.
+Item {
+    id: bar
+
+    required property Shelf shelf
+    property string removeLabel: qsTr("Remove")
+    /// Whether files can leave their place: not in Recent, and built-in icons never do.
+    readonly property bool movable: shelf.place !== Shelf.Place.Recent && shelf.place !== Shelf.Place.BuiltIn
+    property alias actions: extra.data
+
+    height: visible ? 44 : 0
+    visible: shelf.selection.count > 0
+
+    Divider {
+        anchors.left: parent.left
+        anchors.leftMargin: -Theme.margin
+        anchors.right: parent.right
+        anchors.rightMargin: -Theme.margin
+    }
+    Row {
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.gap
+
+        Label {
+            Accessible.role: Accessible.StaticText
+            font.weight: Font.DemiBold
+            height: Theme.controlHeight
+            text: qsTr("%1 selected").arg(bar.shelf.selection.count)
+        }
+        Button {
+            id: mover
+
+            chevron: "chevron.down"
+            text: qsTr("Move to")
+            visible: bar.movable
+
+            onClicked: targets.open()
+
+            CollectionMoveMenu {
+                id: targets
+
+                shelf: bar.shelf
+                y: -height - 4
+
+                onTargetPicked: path => bar.shelf.move(bar.shelf.selection.urls(), path)
+            }
+        }
+        Row {
+            id: extra
+
+            spacing: Theme.gap
+        }
+    }
+    Row {
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.smallGap
+
+        Button {
+            text: qsTr("Deselect")
+
+            onClicked: bar.shelf.selection.clear()
+        }
+        Button {
+            dangerous: true
+            text: bar.removeLabel
+            visible: bar.shelf.place !== Shelf.Place.BuiltIn
+
+            onClicked: bar.shelf.remove(bar.shelf.selection.urls())
+        }
+    }
+}

@@ -1,0 +1,82 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quillary.Controls
+import Quillary.Drag
+import Quillary.Library
+
+/// One file of a shelf as it behaves in every shelf's grid: a click selects, a drag takes the file out, a right click
+/// opens the menu. What it looks like lies inside.
+Item {
+    id: item
+
+    required property int index
+    required property string url
+    required property string name
+    required property string stamp
+    required property bool star
+    required property bool chosen
+    required property bool isBuiltIn
+    required property TileGrid grid
+    /// What a drag shows; its name without one.
+    property Item picture: null
+    property string help: ""
+    /// Where the tool tip stands.
+    property real helpY: height - 8
+    /// Whether a drag can start anywhere on it.
+    property bool dragsAnywhere: true
+    readonly property bool focusShown: grid.activeFocus && grid.currentIndex === index
+    readonly property alias hovered: hover.hovered
+    default property alias look: visuals.data
+
+    height: grid.list ? grid.captionHeight : grid.pictureHeight + grid.captionHeight
+    width: grid.tileWidth
+
+    Accessible.description: help
+    Accessible.name: star ? qsTr("%1, favorite").arg(name) : name
+    Accessible.role: Accessible.ListItem
+    Accessible.selectable: true
+    Accessible.selected: chosen
+    Accessible.onPressAction: grid.click(index, 0)
+
+    Item {
+        id: visuals
+
+        anchors.fill: parent
+    }
+    MouseArea {
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        anchors.fill: parent
+        z: -1
+
+        // A click with the command key held comes here: the drag source leaves it to what lies beneath.
+        onClicked: mouse => {
+            if (mouse.button === Qt.RightButton)
+                item.grid.openMenuAt(item.index, item, mouse.x, mouse.y);
+            else
+                item.grid.click(item.index, mouse.modifiers);
+        }
+    }
+    FileDragSource {
+        anchors.fill: parent
+        enabled: item.dragsAnywhere
+        picture: item.picture
+        title: item.name
+        visible: item.dragsAnywhere
+        z: -1
+
+        onTapped: modifiers => item.grid.click(item.index, modifiers)
+        onUrlRequested: request => request.url = item.grid.shelf.dragFileUrl(item.url)
+    }
+    HoverHandler {
+        id: hover
+    }
+    Loader {
+        active: hover.hovered && item.help.length > 0
+        y: item.helpY
+
+        sourceComponent: ToolTip {
+            shown: true
+            text: item.help
+        }
+    }
+}

@@ -1,0 +1,212 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quillary.Controls
+import Quillary.Library
+import Quillary.Model
+
+/// A shelf of the Library tab: what narrows it, its folders, its files, what can be done with them. A shelf gives its
+/// texts, the delegate of its files (a ShelfItem) and their menu, and may add controls and a footer.
+Item {
+    id: view
+
+    required property Shelf shelf
+    /// The files' menu; `urls` and the like are set before it opens.
+    required property ShelfMenu menu
+    /// Makes a ShelfItem.
+    required property Component delegate
+    property alias grid: grid
+    property alias offersPlaces: filters.offersPlaces
+    property alias beforeStar: filters.beforeStar
+    property alias afterStar: filters.afterStar
+    property alias selectionActions: selectionBar.actions
+    property alias emptyActions: message.actions
+    /// Below the grid, above the selection bar.
+    property alias footer: footer.data
+
+    required property string emptySymbol
+    required property string emptyTitle
+    required property string emptyLine
+    property string emptyHint: ""
+    /// What an empty place other than the whole shelf says.
+    property string emptyPlaceLine: qsTr("Files you move here will show up")
+    property string everything: shelf.title
+    property string removeLabel: qsTr("Delete")
+    required property string renameTitle
+    required property string newCollectionTitle
+    required property string newCollectionFootnote
+    /// A line below the grid while nothing is selected.
+    property string hint: ""
+
+    readonly property bool empty: grid.count === 0 && shelf.loaded
+    readonly property bool nothingSaved: empty && !shelf.filtered && shelf.count === 0 && shelf.place === Shelf.Place.All
+
+    function askForCollection() {
+        newCollection.ask("");
+    }
+
+    FilterBar {
+        id: filters
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        shelf: view.shelf
+
+        onNewCollectionRequested: view.askForCollection()
+    }
+    ContextBar {
+        id: context
+
+        anchors.left: filters.left
+        anchors.right: filters.right
+        anchors.top: filters.bottom
+        anchors.topMargin: visible ? 4 : 0
+        everything: view.everything
+        shelf: view.shelf
+    }
+    FolderGrid {
+        id: folders
+
+        anchors.left: filters.left
+        anchors.right: filters.right
+        anchors.rightMargin: -6
+        anchors.top: context.bottom
+        anchors.topMargin: Theme.gap
+        height: visible ? implicitHeight : 0
+        mostRows: view.height > 520 ? 5 : 3
+        shelf: view.shelf
+        visible: view.shelf.search.trim().length === 0 && view.shelf.loaded && !(view.nothingSaved && view.shelf.collections.length === 0 && count < 2)
+    }
+    TileGrid {
+        id: grid
+
+        objectName: "tiles"
+        anchors.bottom: note.top
+        anchors.left: filters.left
+        anchors.right: filters.right
+        anchors.rightMargin: -gap
+        anchors.top: folders.bottom
+        anchors.topMargin: folders.visible ? 0 : 4
+        delegate: view.delegate
+        shelf: view.shelf
+
+        onMenuRequested: (row, at) => view.openMenu(row, at)
+        onRenameRequested: row => view.askForName(shelf.visible.urlAt(row), shelf.visible.nameAt(row))
+    }
+    Message {
+        id: message
+
+        readonly property bool recent: view.shelf.place === Shelf.Place.Recent
+
+        anchors.fill: grid
+        hint: view.nothingSaved ? view.emptyHint : ""
+        line: view.nothingSaved ? view.emptyLine : view.shelf.filtered ? "" : recent ? qsTr("Everything you drag out is kept here") : view.emptyPlaceLine
+        symbol: view.nothingSaved ? view.emptySymbol : view.shelf.filtered ? "magnifyingglass" : recent ? "clock.arrow.circlepath" : "folder"
+        title: view.nothingSaved ? view.emptyTitle : view.shelf.filtered ? qsTr("Nothing matches") : qsTr("Nothing here yet")
+        visible: view.empty
+        widest: 290
+    }
+    NoteLine {
+        id: note
+
+        anchors.bottom: line.top
+        anchors.left: filters.left
+        anchors.right: filters.right
+        height: visible ? 26 : 0
+        symbol: "checkmark.circle.fill"
+        text: view.shelf.note
+    }
+    Item {
+        id: line
+
+        anchors.bottom: footer.top
+        anchors.left: filters.left
+        anchors.right: filters.right
+        height: visible ? hintText.implicitHeight + 10 : 0
+        visible: view.hint.length > 0 && !selectionBar.visible
+
+        Label {
+            id: hintText
+
+            secondary: true
+            small: true
+            text: view.hint
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+    }
+    Item {
+        id: footer
+
+        anchors.bottom: selectionBar.top
+        anchors.left: filters.left
+        anchors.right: filters.right
+        height: childrenRect.height
+    }
+    SelectionBar {
+        id: selectionBar
+
+        anchors.bottom: parent.bottom
+        anchors.left: filters.left
+        anchors.right: filters.right
+        removeLabel: view.removeLabel
+        shelf: view.shelf
+    }
+
+    function openMenu(row: int, at: point) {
+        menu.url = shelf.visible.urlAt(row);
+        menu.name = shelf.visible.nameAt(row);
+        menu.star = shelf.visible.starAt(row);
+        menu.isBuiltIn = shelf.visible.builtInAt(row);
+        menu.urls = shelf.selection.holds(row) ? shelf.selection.urls() : [menu.url];
+        menu.popup(grid, at.x, at.y);
+    }
+    function askForName(url: string, name: string) {
+        renaming.url = url;
+        renaming.ask(name);
+    }
+    Connections {
+        function onRenameRequested() {
+            view.askForName(view.menu.url, view.menu.name);
+        }
+        function onMoveRequested() {
+            targets.urls = view.menu.urls;
+            targets.x = view.menu.x;
+            targets.y = view.menu.y;
+            targets.open();
+        }
+
+        target: view.menu
+    }
+    CollectionMoveMenu {
+        id: targets
+
+        property list<string> urls: []
+
+        shelf: view.shelf
+
+        onTargetPicked: path => view.shelf.move(urls, path)
+    }
+    NameSheet {
+        id: newCollection
+
+        objectName: "newCollection"
+        action: qsTr("Create")
+        footnote: view.newCollectionFootnote
+        title: view.newCollectionTitle
+
+        onNamed: name => view.shelf.createCollection(name)
+    }
+    NameSheet {
+        id: renaming
+
+        property string url: ""
+
+        objectName: "renaming"
+        action: qsTr("Rename")
+        title: view.renameTitle
+
+        onNamed: name => view.shelf.rename(url, name)
+    }
+}

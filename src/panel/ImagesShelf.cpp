@@ -1,0 +1,135 @@
+#include "panel/ImagesShelf.h"
+
+#include "base/Text.h"
+#include "imaging/ImageIntake.h"
+#include "library/AppSettings.h"
+#include "library/BuiltInLibrary.h"
+
+#include <algorithm>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+ImagesShelf::ImagesShelf(const Services& with, BuiltInLibrary& builtIns, QThreadPool& saves, QObject* parent)
+    : Shelf(with, std::make_shared<ShelfListing>(Storage::Folder::images), parent)
+    , m_builtIns(builtIns)
+    , m_recentListing(std::make_shared<ShelfListing>(Storage::Folder::recent))
+    , m_recentRefresh(with.work)
+    , m_builtInRead(with.work)
+    , m_saving(saves)
+    , m_recentWatch([this] { listRecent(); }) {}
+
+void ImagesShelf::refresh() {
+    Shelf::refresh();
+    listRecent();
+    if (builtIn().empty()) readBuiltIns();
+}
+
+void ImagesShelf::listRecent() {
+    m_recentRefresh.run(
+        [listing = m_recentListing, &storage = storage()](const std::stop_token&) { return listing->refresh(storage); },
+        [this](std::optional<ShelfListing::Contents> found) {
+            if (!found) return;
+            m_recent = *std::move(found);
+            if (m_showsRecent) updateVisible();
+            m_recentWatch.watch(m_recent.descriptor);
+            Q_EMIT listed();
+        });
+}
+
+void ImagesShelf::readBuiltIns() {
+    struct Icons {
+        SearchableItems items;
+        QStringList sets;
+    };
+    m_builtInRead.run(
+        [&builtIns = m_builtIns](const std::stop_token&) {
+            return Icons{SearchableItems(std::make_shared<const LibraryItems>(builtIns.items())), builtIns.sets()};
+        },
+        [this](Icons icons) {
+            m_builtIn = std::move(icons.items);
+            m_builtInSets = std::move(icons.sets);
+            if (place() == Place::BuiltIn) updateVisible();
+            Q_EMIT listed();
+        });
+}
+
+std::vector<Shelf::ExtraPlace> ImagesShelf::extraPlaces() const {
+    std::vector<ExtraPlace> places{{Place::Recent, tr("Recent"), static_cast<int>(recent().size())}};
+    for (const QString& set : m_builtInSets)
+        places.emplace_back(Place::BuiltIn, set,
+                            static_cast<int>(std::ranges::count(builtIn(), set, &LibraryItem::collection)));
+    return places;
+}
+
+void ImagesShelf::setCollectionFilter(const CollectionFilter& filter) {
+    m_showsRecent = false;
+    Shelf::setCollectionFilter(filter);
+}
+
+void ImagesShelf::pick(Place place, const QString& path) {
+    if (place != Place::Recent) return Shelf::pick(place, path);
+    m_showsRecent = true;
+    Shelf::setCollectionFilter(CollectionFilter::all());
+}
+
+Shelf::Place ImagesShelf::place() const {
+    return m_showsRecent ? Place::Recent : Shelf::place();
+}
+
+void ImagesShelf::setFormatFilter(std::optional<QString> format) {
+    m_formatFilter = std::move(format);
+    Q_EMIT formatFilterChanged();
+    tellFiltered();
+    updateVisible();
+}
+
+void ImagesShelf::setFormatFilterText(const QString& format) {
+    setFormatFilter(format.isEmpty() ? std::nullopt : std::optional(format));
+}
+
+void ImagesShelf::clearFilters() {
+    setFormatFilter({});
+    Shelf::clearFilters();
+}
+
+const SearchableItems& ImagesShelf::base() const {
+    if (m_showsRecent) return m_recent.items;
+    return place() == Place::BuiltIn ? m_builtIn : Shelf::base();
+}
+
+LibraryQuery ImagesShelf::query() const {
+    LibraryQuery asked = Shelf::query();
+    asked.format = m_formatFilter;
+    return asked;
+}
+
+std::expected<fs::path, QString> ImagesShelf::fileToDrag(const LibraryItem& item) {
+    if (!item.isBuiltIn) return Shelf::fileToDrag(item);
+    auto png = m_builtIns.rasterizedPNG(item, storage(), settings().vectorLongEdge());
+    if (!png) return std::unexpected(png.error().description());
+    return *std::move(png);
+}
+
+void ImagesShelf::saveBuiltIn(const QString& url) {
+    if (const auto* item = itemAt(url); item && item->isBuiltIn) saveBuiltInToLibrary(LibraryItem(*item));
+}
+
+void ImagesShelf::saveBuiltInToLibrary(const LibraryItem& item) {
+    m_saving.every(
+        [item, collection = collectionFilter().collection(), longEdge = settings().vectorLongEdge(),
+         &storage = storage()](const std::stop_token&) -> std::expected<QString, QString> {
+            const auto image = ImageIntake::read(item.url, longEdge);
+            if (!image) return std::unexpected(image.error().description());
+            const auto written = storage.write(*image, Storage::Folder::images, collection);
+            if (!written) return std::unexpected(written.error().description());
+            return shownStem(*written) + QStringLiteral(" saved to your library");
+        },
+        [this](const std::expected<QString, QString>& text) {
+            if (text) refresh();
+            setNote(text ? *text : text.error());
+        });
+}
+
+} // namespace quillary

@@ -1,0 +1,305 @@
+#include "panel/Shelf.h"
+
+#include "base/FileUrl.h"
+#include "base/Text.h"
+
+#include <QThread>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+template <typename Value>
+std::expected<Value, QString> described(std::expected<Value, StorageError> result) {
+    if (!result) return std::unexpected(result.error().description());
+    if constexpr (std::is_void_v<Value>)
+        return {};
+    else
+        return *std::move(result);
+}
+
+/// What several files have to tell: the first reason, and how many more there are.
+QString told(const QStringList& reasons) {
+    if (reasons.size() < 2) return reasons.value(0);
+    return reasons.front() + QStringLiteral(" · and %1 more").arg(reasons.size() - 1);
+}
+
+} // namespace
+
+/// What a verb brings home.
+struct Shelf::Outcome {
+    std::vector<ShelfSelection::Relocation> relocations = {};
+    QString note = {};
+    std::optional<QString> created = {}; ///< a collection
+};
+
+Shelf::Shelf(const Services& with, std::shared_ptr<ShelfListing> listing, QObject* parent)
+    : QObject(parent)
+    , m_storage(with.storage)
+    , m_settings(with.settings)
+    , m_favorites(with.favorites)
+    , m_work(with.work)
+    , m_visible({.isFavorite = [this](const FileLocation& file) { return m_favorites.contains(file); },
+                 .isSelected = [this](const FileLocation& file) { return m_selection.contains(file); },
+                 .details = [this](const LibraryItem& item) { return details(item); }})
+    , m_selection(m_visible)
+    , m_listing(std::move(listing))
+    , m_refresh(with.work)
+    , m_verbs(with.work)
+    , m_watch([this] { list(); }) {
+    connect(&m_favorites, &Favorites::changed, this, [this] {
+        m_visible.favoritesChanged();
+        if (m_favorites.only()) updateVisible();
+    });
+    connect(&m_favorites, &Favorites::onlyChanged, this, [this] {
+        tellFiltered();
+        updateVisible();
+    });
+}
+
+Shelf::~Shelf() = default;
+
+void Shelf::refresh() {
+    m_settles = true;
+    list();
+}
+
+void Shelf::list() {
+    m_refresh.run(
+        [listing = m_listing, &storage = m_storage](const std::stop_token&) { return listing->refresh(storage); },
+        [this](std::optional<ShelfListing::Contents> found) {
+            if (found) takeOver(*std::move(found));
+        });
+}
+
+void Shelf::takeOver(ShelfListing::Contents found) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    m_contents = std::move(found);
+    m_loaded = true;
+    m_favorites.follow(m_contents.root);
+    settleFilter();
+    takenOver();
+    updateVisible();
+    m_watch.watch(m_contents.descriptor);
+    Q_EMIT listed();
+}
+
+void Shelf::settleFilter() {
+    const bool settles = std::exchange(m_settles, false);
+    if (m_selectAfterRefresh) {
+        setCollectionFilter(CollectionFilter::named(*std::exchange(m_selectAfterRefresh, {})));
+        return;
+    }
+    const auto* named = std::get_if<CollectionFilter::Named>(&m_collectionFilter.value);
+    if (!named || collections().contains(named->path)) return;
+    if (settles || !collectionFolders().contains(named->path)) setCollectionFilter(CollectionFilter::all());
+}
+
+LibraryItems Shelf::visible() const {
+    LibraryItems shown;
+    for (int row = 0; row < m_visible.count(); ++row) shown.push_back(m_visible.item(row));
+    return shown;
+}
+
+void Shelf::setCollectionFilter(const CollectionFilter& filter) {
+    m_settles = false;
+    m_collectionFilter = filter;
+    Q_EMIT placeChanged();
+    updateVisible();
+}
+
+void Shelf::pick(Place place, const QString& path) {
+    switch (place) {
+    case Place::All:
+        return setCollectionFilter(CollectionFilter::all());
+    case Place::Unfiled:
+        return setCollectionFilter(CollectionFilter::unfiled());
+    case Place::Collection:
+        return setCollectionFilter(CollectionFilter::named(path));
+    case Place::BuiltIn:
+        return setCollectionFilter(CollectionFilter::builtIn(path));
+    case Place::Recent:
+        break;
+    }
+}
+
+Shelf::Place Shelf::place() const {
+    constexpr Place places[] = {Place::Collection, Place::BuiltIn, Place::All, Place::Unfiled};
+    return places[m_collectionFilter.value.index()];
+}
+
+QString Shelf::placePath() const {
+    if (const auto* named = std::get_if<CollectionFilter::Named>(&m_collectionFilter.value)) return named->path;
+    if (const auto* set = std::get_if<CollectionFilter::BuiltIn>(&m_collectionFilter.value)) return set->set;
+    return {};
+}
+
+void Shelf::setSearch(const QString& text) {
+    m_search = text;
+    Q_EMIT searchChanged();
+    tellFiltered();
+    updateVisible();
+}
+
+bool Shelf::filtered() const {
+    return !m_search.trimmed().isEmpty() || m_favorites.only();
+}
+
+void Shelf::tellFiltered() {
+    Q_EMIT filteredChanged();
+}
+
+void Shelf::clearFilters() {
+    setSearch({});
+    m_favorites.setOnly(false);
+}
+
+void Shelf::setNote(std::optional<QString> text) {
+    m_note = std::move(text);
+    Q_EMIT noteChanged();
+}
+
+LibraryQuery Shelf::query() const {
+    return {.collection = m_collectionFilter, .favoritesOnly = m_favorites.only(), .search = m_search};
+}
+
+void Shelf::arrange(std::vector<quint32>& rows, const LibraryItems& items) const {
+    Q_UNUSED(rows)
+    Q_UNUSED(items)
+}
+
+QVariant Shelf::details(const LibraryItem& item) const {
+    Q_UNUSED(item)
+    return {};
+}
+
+void Shelf::updateVisible() {
+    const SearchableItems& all = base();
+    auto rows = visibleRows(all, query(), [this](const LibraryItem& item) { return m_favorites.contains(item.url); });
+    arrange(rows, all.items());
+    m_visible.show(all.shared(), std::move(rows));
+    m_selection.prune();
+}
+
+const LibraryItem* Shelf::itemAt(const QString& url) const {
+    const auto path = pathOfFileUrl(url.toLatin1());
+    return path ? m_visible.find(*path) : nullptr;
+}
+
+std::vector<fs::path> Shelf::ownFiles(const QStringList& urls) const {
+    std::vector<fs::path> files;
+    std::unordered_set<FileLocation> wanted;
+    for (const QString& url : urls)
+        if (const auto path = pathOfFileUrl(url.toLatin1())) wanted.emplace(*path);
+    for (int row = 0; row < m_visible.count() && files.size() < wanted.size(); ++row) {
+        const LibraryItem& item = m_visible.item(row);
+        if (!item.isBuiltIn && wanted.contains(item.url)) files.push_back(item.url);
+    }
+    return files;
+}
+
+void Shelf::toggleFavorite(const QString& url) {
+    if (const auto* item = itemAt(url)) m_favorites.toggle(item->url);
+}
+
+void Shelf::setFavorite(const QStringList& urls, bool favorite) {
+    std::vector<fs::path> files;
+    for (const QString& url : urls)
+        if (const auto* item = itemAt(url)) files.push_back(item->url);
+    m_favorites.set(files, favorite);
+}
+
+void Shelf::rename(const QString& url, const QString& name) {
+    for (const fs::path& file : ownFiles({url}))
+        run([file, name](const FileVerbs& verbs) -> Outcome {
+            const auto renamed = verbs.rename(file, name);
+            if (!renamed) return {.note = renamed.error()};
+            return {.relocations = {{file, *renamed}},
+                    .note = QStringLiteral("Renamed to “%1”").arg(shownStem(*renamed))};
+        });
+}
+
+void Shelf::move(const QStringList& urls, const QString& collection) {
+    run([files = ownFiles(urls),
+         to = collection.isEmpty() ? std::nullopt : std::optional(collection)](const FileVerbs& verbs) {
+        Outcome outcome;
+        QStringList reasons;
+        for (const fs::path& file : files) {
+            if (const auto moved = verbs.move(file, to))
+                outcome.relocations.emplace_back(file, *moved);
+            else
+                reasons.append(moved.error());
+        }
+        outcome.note = told(reasons);
+        return outcome;
+    });
+}
+
+void Shelf::remove(const QStringList& urls) {
+    run([files = ownFiles(urls)](const FileVerbs& verbs) -> Outcome {
+        QStringList reasons;
+        for (const fs::path& file : files)
+            if (const auto removed = verbs.remove(file); !removed) reasons.append(removed.error());
+        return {.note = told(reasons)};
+    });
+}
+
+void Shelf::createCollection(const QString& name) {
+    run([path = Storage::sanitize(name)](const FileVerbs& verbs) -> Outcome {
+        if (verbs.createCollection(path)) return {.created = path};
+        return {.note = QStringLiteral("Could not create the collection “%1”.").arg(path)};
+    });
+}
+
+void Shelf::run(std::function<Outcome(const FileVerbs&)> verb) {
+    m_verbs.every([verb = std::move(verb), verbs = fileVerbs()](const std::stop_token&) { return verb(verbs); },
+                  [this](const Outcome& outcome) { finish(outcome); });
+}
+
+void Shelf::finish(const Outcome& outcome) {
+    if (!outcome.relocations.empty()) {
+        m_selection.follow(outcome.relocations);
+        relocated(outcome.relocations);
+        m_favorites.reload();
+    }
+    if (outcome.created) m_selectAfterRefresh = outcome.created;
+    refresh();
+    if (!outcome.note.isEmpty()) setNote(outcome.note);
+}
+
+void Shelf::relocated(std::span<const ShelfSelection::Relocation> relocations) {
+    Q_UNUSED(relocations)
+}
+
+Shelf::FileVerbs Shelf::fileVerbs(Storage& storage, Storage::Folder folder) {
+    return {
+        .rename = [&storage](const fs::path& file, const QString& name) -> Moved {
+            return described(storage.rename(file, name));
+        },
+        .move = [&storage](const fs::path& file, const std::optional<QString>& collection) -> Moved {
+            return described(storage.move(file, collection));
+        },
+        .remove = [&storage](const fs::path& file) { return described(storage.remove(file)); },
+        .createCollection = [&storage, folder](const QString& path) { return storage.createCollection(path, folder); },
+    };
+}
+
+std::expected<fs::path, QString> Shelf::fileToDrag(const LibraryItem& item) {
+    std::error_code ignored;
+    if (fs::exists(item.url.path(), ignored)) return item.url;
+    refresh();
+    return std::unexpected(QStringLiteral("“%1” is no longer there.").arg(shownStem(item.url)));
+}
+
+QString Shelf::dragFileUrl(const QString& url) {
+    const auto* item = itemAt(url);
+    if (!item) return {};
+    const auto file = fileToDrag(*item);
+    if (file) return QString::fromLatin1(fileUrl(*file));
+    setNote(file.error());
+    return {};
+}
+
+} // namespace quillary

@@ -16,6 +16,9 @@ CommandError::CommandError(const ArrangementFailure& error) : message(error.desc
     if (const QString advice = error.recoverySuggestion(); !advice.isEmpty()) suggestion = advice;
 }
 
+CommandError::CommandError(const BackgroundRemovalError& error)
+    : message(error.description()), suggestion(error.recoverySuggestion()) {}
+
 CommandError CommandError::usage(QString text, std::optional<QString> advice) {
     return CommandError(std::move(text), std::move(advice), ExitStatus::usage);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "blocks/ArrangementFailure.h"
+#include "cutout/BackgroundRemovalError.h"
 #include "imaging/ImageIntakeError.h"
 #include "library/StorageError.h"
 
@@ -27,6 +28,7 @@ struct CommandError {
     // Not explicit, so that TRY hands errors of the folders below on.
     CommandError(const StorageError& error);
     CommandError(const ImageIntakeError& error);
+    CommandError(const BackgroundRemovalError& error);
     CommandError(const ArrangementFailure& error);
 
     static CommandError usage(QString text, std::optional<QString> advice = {});

@@ -95,6 +95,7 @@ CommandLine::State::State() {
     Grammar root(app, commands);
     root.command<PanelCommand>("panel", "Open the panel");
     declareClipboardAndFiles(root);
+    declareCutout(root);
     declareSave(root);
     declareListing(root);
     declareLookingAfter(root);

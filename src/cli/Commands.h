@@ -8,6 +8,7 @@ namespace quillary::cli {
 // Each adds the words of one family of commands; the bodies lie in a file of that name.
 
 void declareClipboardAndFiles(Grammar& root); ///< intake, paste, thumbnail
+void declareCutout(Grammar& root);
 void declareSave(Grammar& root);
 void declareListing(Grammar& root);      ///< list, collections
 void declareLookingAfter(Grammar& root); ///< favorite, move, rename, delete

@@ -1,7 +1,9 @@
 #include "base/Text.h"
 #include "base/Try.h"
 #include "cli/Commands.h"
+#include "cli/CutoutMethod.h"
 #include "cli/ImageFile.h"
+#include "cutout/MatteRefiner.h"
 #include "library/AppSettings.h"
 #include "library/Storage.h"
 
@@ -12,14 +14,16 @@ namespace {
 class RecentAdd final : public Command {
     void declare(Grammar& grammar) override {
         grammar.path("FILE", m_file, Value::file, "The picture; “-” reads standard input");
-        grammar.text("--cutout", m_cutout, "METHOD", "Not in this version yet");
+        grammar.choice("--cutout", m_cutout, cutoutMethods(), "Cut its background out first, as the panel does");
     }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
-        if (m_cutout)
-            return std::unexpected(CommandError::usage(QStringLiteral("This version cannot cut out backgrounds yet.")));
         TRY(services.storage.root());
-        const PastedImage image = TRY(readImage(m_file, services.settings));
+        PastedImage image = TRY(readImage(m_file, services.settings));
+        if (m_cutout) {
+            const auto cut = TRY(cutOut(image.image, m_cutout, services.settings, output));
+            image = image.cutOut(MatteRefiner::refine(cut.image, MatteRefiner::usualAmount));
+        }
         const auto written = TRY(services.storage.write(image, Storage::Folder::recent, {}));
         services.storage.pruneRecent(services.settings.recentLimit());
         if (output.json())

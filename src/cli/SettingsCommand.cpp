@@ -5,6 +5,7 @@
 #include "platform/Bookmarks.h"
 #include "platform/SettingsStore.h"
 
+#include <QDir>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,7 +14,7 @@ namespace quillary::cli {
 
 namespace {
 
-enum class Kind { whole, fraction, flag, text, folder, folders, texts };
+enum class Kind { whole, fraction, flag, file, text, folder, folders, texts };
 
 struct Key {
     QString name;
@@ -21,8 +22,8 @@ struct Key {
     const char* expected; ///< what a value must be; null for what only the program writes
 };
 
-const std::array<Key, 9>& keys() {
-    static const std::array<Key, 9> all{{
+const std::array<Key, 10>& keys() {
+    static const std::array<Key, 10> all{{
         {SettingsKey::rootFolderBookmark, Kind::folder, nullptr},
         {SettingsKey::extraScopeBookmarks, Kind::folders, nullptr},
         {SettingsKey::blocksLastRootPath, Kind::text, nullptr},
@@ -32,6 +33,7 @@ const std::array<Key, 9>& keys() {
         {SettingsKey::vectorLongEdge, Kind::whole, "a whole number of pixels"},
         {SettingsKey::previewVolume, Kind::fraction, "a number from 0 to 1"},
         {SettingsKey::openOnLibrary, Kind::flag, "true or false"},
+        {SettingsKey::subjectModel, Kind::file, "the path of an ONNX file, or an empty text for none"},
     }};
     return all;
 }
@@ -54,6 +56,7 @@ std::optional<bool> truth(const QString& word) {
 
 /// Invalid when the word is no value of the kind.
 QVariant parsed(const QString& word, Kind kind) {
+    if (kind == Kind::file) return word.isEmpty() ? word : QDir::current().absoluteFilePath(word);
     bool ok = false;
     if (kind == Kind::whole) {
         const int number = word.toInt(&ok);
@@ -80,6 +83,7 @@ QJsonValue value(const Key& key, const CommandServices& services) {
     if (key.name == SettingsKey::previewVolume) return settings.previewVolume();
     if (key.name == SettingsKey::openOnLibrary) return settings.openOnLibrary();
     if (key.name == SettingsKey::favouritesOnly) return settings.favouritesOnly();
+    if (key.name == SettingsKey::subjectModel) return jsonPath(settings.subjectModel());
 
     const QVariant stored = settings.store().value(key.name);
     if (key.kind == Kind::texts) return QJsonArray::fromStringList(stored.toStringList());

@@ -6,6 +6,10 @@
 
 namespace quillary::Cutout {
 
+QString label(Method method) {
+    return method == Method::solid ? QStringLiteral("Flat background") : QStringLiteral("Subject");
+}
+
 Expected choose(std::optional<Method> method, const std::function<Expected()>& solid,
                 const std::function<Expected()>& subject) {
     if (method == Method::subject) return subject();

@@ -15,10 +15,10 @@ namespace quillary {
 /// Cutting a picture out with a chosen method or with the one that suits it. Stateless; any thread.
 namespace Cutout {
 
-enum class Method {
-    solid,  ///< "Flat background"
-    subject ///< "Subject"
-};
+enum class Method { solid, subject };
+
+/// What users call it: "Flat background", "Subject".
+QString label(Method method);
 
 struct Result {
     QImage image; ///< the size of the input, Format_RGBA8888_Premultiplied, fit to be drawn

@@ -28,10 +28,6 @@ QString PanelModel::label(LibraryKind kind) {
     return labelAt<4>({u"Images", u"Videos", u"Audio", u"Blocks"}, static_cast<int>(kind));
 }
 
-QString PanelModel::label(CutoutMethod method) {
-    return labelAt<2>({u"Flat background", u"Subject"}, static_cast<int>(method));
-}
-
 PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     : QObject(parent)
     , m_storage(with.storage)

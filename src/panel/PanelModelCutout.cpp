@@ -20,6 +20,10 @@ PanelModel::CutoutMethod methodOf(Cutout::Method engine) {
 
 } // namespace
 
+QString PanelModel::label(CutoutMethod method) {
+    return Cutout::label(engineOf(method));
+}
+
 void PanelModel::removeBackground() {
     startRemoval({});
 }

@@ -24,11 +24,13 @@ TEST_F(UsageTest, WrongWordsEndWithTwoAndOneDocument) {
         {"save a.png --frob", "“--frob” was not expected"},
         {"move a.png", "--collection is required"},
         {"recent", "needs a command"},
-        {"recent add a.png --cutout auto", "cannot cut out"},
+        {"recent add a.png --cutout frob", "is none of"},
         {"library use . --library x", "--library"},
         {"settings frob", "There is no setting “frob”."},
         {"panel --tab frob", "is none of"},
-        {"cutout a.png --output b.png", "There is no command"},
+        {"cutout a.png", "--output is required"},
+        {"cutout a.png --output b.png --edge 1.5", "“1.5” is no edge."},
+        {"cutout a.png --output b.png --edge nan", "“nan” is no edge."},
     };
     for (const auto& [words, told] : cases) {
         const Ended ended = json(QString::fromUtf8(words).split(u' '));

@@ -32,13 +32,16 @@ def program(name):
     return os.path.join(PROGRAMS, name)
 
 
-def png(width, height, color):
-    """A flat picture as PNG bytes."""
+def png(width, height, color, middle=None):
+    """A flat picture as PNG bytes, its middle third of another colour if one is given."""
     def chunk(kind, data):
         body = kind + data
         return len(data).to_bytes(4, "big") + body + zlib.crc32(body).to_bytes(4, "big")
     header = width.to_bytes(4, "big") + height.to_bytes(4, "big") + bytes([8, 2, 0, 0, 0])
-    rows = (b"\0" + bytes(color) * width) * height
+    flat = b"\0" + bytes(color) * width
+    third = width // 3
+    row = b"\0" + bytes(color) * third + bytes(middle or color) * (width - 2 * third) + bytes(color) * third
+    rows = flat * (height // 3) + row * (height - 2 * (height // 3)) + flat * (height // 3)
     return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
 
 
@@ -174,6 +177,34 @@ class Road(unittest.TestCase):
         self.assertEqual(file, self.root / "Recent" / "Red card.png")
         self.assertEqual((self.intake(file)["pixelWidth"], self.intake(file)["pixelHeight"]), (1200, 800))
         self.assertEqual(self.drag_out(), file, "a second drag carries the same file")
+
+    def test_a_cutout_is_saved_and_dragged_in_place_of_its_picture(self):
+        self.open_panel()
+        side = 1200
+        logo = self.folder / "logo.png"
+        logo.write_bytes(png(side, side, (255, 255, 255), (32, 64, 192)))
+        self.copy("text/uri-list", b"file://" + os.fsencode(logo) + b"\r\n")
+        self.paste()
+        self.click(self.left + 80, self.bottom - 54)  # Remove Background
+        time.sleep(1)
+        self.save()
+        self.saved("logo cutout.png")
+        file = self.drag_out()
+        self.assertEqual(file, self.root / "Recent" / "logo cutout.png")
+        answer = self.intake(file)
+        self.assertEqual((answer["pixelWidth"], answer["hasAlphaChannel"]), (side, True))
+
+        # The edge is dragged to its end, the picture out right after it.
+        self.desktop.drag((self.left + 240, self.bottom - 54), (self.left + 325, self.bottom - 54))
+        tighter = self.drag_out()
+        self.assertEqual(tighter.name, "logo cutout 2.png")
+        self.assertLess(self.opaque(tighter), self.opaque(file))
+
+    def opaque(self, file):
+        """The share of the picture's pixels that are opaque."""
+        mean = subprocess.run(["convert", str(file), "-alpha", "extract", "-threshold", "99%", "-format", "%[fx:mean]",
+                               "info:"], stdout=subprocess.PIPE, check=True, timeout=30).stdout
+        return float(mean)
 
     def test_vectors_are_rasterised(self):
         self.open_panel()

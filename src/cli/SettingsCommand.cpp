@@ -83,7 +83,8 @@ QJsonValue value(const Key& key, const CommandServices& services) {
     if (key.name == SettingsKey::previewVolume) return settings.previewVolume();
     if (key.name == SettingsKey::openOnLibrary) return settings.openOnLibrary();
     if (key.name == SettingsKey::favouritesOnly) return settings.favouritesOnly();
-    if (key.name == SettingsKey::subjectModel) return jsonPath(settings.subjectModel());
+    if (key.name == SettingsKey::subjectModel)
+        return settings.subjectModel().empty() ? QJsonValue() : jsonPath(settings.subjectModel());
 
     const QVariant stored = settings.store().value(key.name);
     if (key.kind == Kind::texts) return QJsonArray::fromStringList(stored.toStringList());

@@ -64,6 +64,8 @@ public:
     std::expected<std::optional<std::filesystem::path>, StorageError> customRoot();
     /// The root in use: the chosen folder, else the default one. Lays out and migrates each root once.
     std::expected<std::filesystem::path, StorageError> root();
+    /// Whether the root stands in for the chosen folder for this run alone.
+    bool isForThisRun() const { return m_rootForThisRun.has_value(); }
     void setCustomRoot(const std::filesystem::path& folder);
     void clearCustomRoot();
     /// Whether a chosen folder is stored but cannot be opened now; settled by the last `root`.

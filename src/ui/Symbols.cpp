@@ -28,6 +28,7 @@ constexpr std::array entries{
     Entry{"gearshape", u'\ue8b8'},
     Entry{"magnifyingglass", u'\ue8b6'},
     Entry{"pencil", u'\ue3c9'},
+    Entry{"photo.badge.plus", u'\ue43e'},
     Entry{"photo.on.rectangle.angled", u'\ue413'},
     Entry{"questionmark.square.dashed", u'\ue3ad'},
     Entry{"scissors", u'\ue14e'},

@@ -39,6 +39,10 @@ QtObject {
     readonly property color warning: dark ? "#F2B45A" : "#8F5A00"
     readonly property color danger: dark ? "#FF7A7A" : "#BF2B2B"
     readonly property color favorite: dark ? "#F2C94C" : "#B98600"
+    /// The drawing of a block's layers.
+    readonly property color layerTitle: Qt.rgba(0.5, 0.47, 0.87, 1)
+    readonly property color layerGraphic: Qt.rgba(0.36, 0.79, 0.65, 1)
+    readonly property color layerClip: Qt.rgba(0.22, 0.54, 0.87, 1)
     /// Cells and borders over pictures.
     readonly property color ink: dark ? "#FFFFFF" : "#000000"
     readonly property color pictureShade: "#40000000"

@@ -16,7 +16,7 @@ import time
 import unittest
 import zlib
 from pathlib import Path
-from urllib.parse import unquote_to_bytes
+from urllib.parse import quote, unquote_to_bytes
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "desktop"))
 from session import SKIPPED, Missing, Session, require, wait_until  # noqa: E402
@@ -260,11 +260,58 @@ class Road(unittest.TestCase):
         wait_until(lambda: (self.root / "Library/Audio/sound.wav").exists(), 10, "the batch")
         self.saved("one.png", "two.png")
 
+    def test_a_compound_clip_comes_in_and_goes_out_again(self):
+        media = self.folder / "editor" / "Café 1.mov"
+        media.parent.mkdir()
+        media.write_bytes(b"frames")
+        src = b"file://" + quote(str(media)).encode()
+        # Ten megabytes, as a long project has.
+        filler = b"".join(b"<!-- " + b"q" * 1_000_000 + b" -->" for _ in range(10))
+        clip = (b'<?xml version="1.0" encoding="UTF-8"?>\n<!DOCTYPE fcpxml>\n<fcpxml version="1.13"><resources>'
+                b'<asset id="r1" uid="0123456789ABCDEF" name="c"><media-rep kind="original-media" src="' + src +
+                b'"><bookmark>Ym9v</bookmark></media-rep></asset>'
+                b'<media id="r2" name="Intro" modDate="x" uid="y"><sequence duration="2s"><spine><asset-clip ref="r1" '
+                b'name="c"/></spine></sequence></media></resources><ref-clip ref="r2" name="Intro" duration="2s"/>' +
+                filler + b"</fcpxml>\n")
+        offer = self.folder / "clip"
+        offer.write_bytes(clip)
+        self.open_panel()
+        self.drag_in([f"com.apple.finalcutpro.xml.v1-13={offer}", f"com.apple.flexo.proFFPasteboardUTI={offer}"])
+        block = self.root / "Library/Blocks/Intro.fcpxml"
+        wait_until(block.exists, 20, "the block")
+        copy = self.root / "Library/Videos/Final Cut Elements/01234567-Café 1.mov"
+        self.assertEqual(copy.read_bytes(), b"frames")
+        media.unlink()
+
+        time.sleep(1.5)
+        kept = self.folder / "kept"
+        kept.mkdir()
+        target = self.desktop.start([program("drop_target"), "--place", "700,100,400,300", "--keep", str(kept)])
+        target.wait_for("ready")
+        left, top, right, bottom = self.arranged(TARGET, 700, 100)
+        self.desktop.drag((self.left + 60, self.top + 185), ((left + right) // 2, (top + bottom) // 2))
+        drop = target.wait_for("drop", 30)
+        target.stop()
+        types = ["com.apple.finalcutpro.xml", *(f"com.apple.finalcutpro.xml.v1-{n}" for n in (14, 13, 12)),
+                 "public.utf8-plain-text", "text/plain;charset=utf-8"]
+        self.assertEqual(drop["formats"], types)
+        printed = self.desktop.run([program("quillary"), "--library", str(self.folder / "library"), "block", "xml",
+                                    str(block)], stdout=subprocess.PIPE).stdout
+        for place in range(len(types)):
+            self.assertEqual((kept / str(place)).read_bytes(), printed, types[place])
+        self.assertIn(quote(str(copy)).encode(), printed)
+        self.assertNotIn(b"uid=", printed)
+        self.assertIn(filler, printed)
+
     def drop(self, path):
         offer = self.folder / "drag"
         offer.write_bytes(b"file://" + os.fsencode(path) + b"\r\n")
-        source = self.desktop.start([program("drag_source"), "--place", "700,100,400,300", "--count", "2", "--data",
-                                     f"text/uri-list={offer}"])
+        self.drag_in([f"text/uri-list={offer}"])
+
+    def drag_in(self, offers):
+        """Drags what another program offers into the panel: "TYPE=FILE", any number of them."""
+        data = [word for offer in offers for word in ("--data", offer)]
+        source = self.desktop.start([program("drag_source"), "--place", "700,100,400,300", "--count", "2", *data])
         source.wait_for("ready")
         time.sleep(0.5)
         begin = self.source_window()

@@ -1,11 +1,13 @@
 // A window that takes every drop as a copy and reports what it holds: {"event":"drop","formats":[…],"uriList":base64,
 // "sizes":{type:bytes},"possibleActions":n,"announced":[…]}, where "announced" are the types that the other program
-// told the X server, before the toolkit makes its own of them. Ends after --count drops or --timeout seconds.
+// told the X server, before the toolkit makes its own of them. With --keep FOLDER the data of each format is written
+// there, named by its place among the formats. Ends after --count drops or --timeout seconds.
 #include "support/desktop/AnnouncedTypes.h"
 #include "support/desktop/Report.h"
 
 #include <QCommandLineParser>
 #include <QDropEvent>
+#include <QFile>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QMimeData>
@@ -19,7 +21,8 @@ namespace {
 
 class DropTarget : public QRasterWindow {
 public:
-    DropTarget(int count, const AnnouncedTypes& announced) : m_left(count), m_announced(announced) {}
+    DropTarget(int count, QString keep, const AnnouncedTypes& announced)
+        : m_left(count), m_keep(std::move(keep)), m_announced(announced) {}
 
 protected:
     bool event(QEvent* event) override {
@@ -47,7 +50,12 @@ private:
     void take(const QDropEvent* event) {
         const QMimeData* data = event->mimeData();
         QJsonObject sizes;
-        for (const QString& type : data->formats()) sizes.insert(type, data->data(type).size());
+        int place = 0;
+        for (const QString& type : data->formats()) {
+            const QByteArray bytes = data->data(type);
+            sizes.insert(type, bytes.size());
+            if (!m_keep.isEmpty()) keep(bytes, place++);
+        }
         report(
             QStringLiteral("drop"),
             {{QStringLiteral("formats"), QJsonArray::fromStringList(data->formats())},
@@ -58,7 +66,13 @@ private:
         if (--m_left == 0) QTimer::singleShot(200, qGuiApp, &QCoreApplication::quit);
     }
 
+    void keep(const QByteArray& bytes, int place) const {
+        QFile file(m_keep + u'/' + QString::number(place));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) qFatal("cannot write");
+    }
+
     int m_left;
+    QString m_keep;
     const AnnouncedTypes& m_announced;
 };
 
@@ -72,12 +86,13 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.addOption({QStringLiteral("place"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,300,300")});
     parser.addOption({QStringLiteral("count"), QString(), QStringLiteral("N"), QStringLiteral("1")});
+    parser.addOption({QStringLiteral("keep"), QString(), QStringLiteral("FOLDER")});
     parser.addOption({QStringLiteral("timeout"), QString(), QStringLiteral("SECONDS"), QStringLiteral("60")});
     parser.process(application);
 
     AnnouncedTypes announced;
     if (QGuiApplication::platformName() == u"xcb") application.installNativeEventFilter(&announced);
-    DropTarget window(parser.value(QStringLiteral("count")).toInt(), announced);
+    DropTarget window(parser.value(QStringLiteral("count")).toInt(), parser.value(QStringLiteral("keep")), announced);
     new PointerReport(&window);
     window.setTitle(QStringLiteral("drop_target"));
     window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));

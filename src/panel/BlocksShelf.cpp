@@ -1,18 +1,28 @@
 #include "panel/BlocksShelf.h"
 
-#include "blocks/ArrangementStore.h"
+#include "base/FileUrl.h"
+#include "blocks/FCPXMLPasteboard.h"
+#include "drag/DragRequest.h"
+#include "imaging/ImageIntake.h"
+#include "library/AppSettings.h"
+#include "platform/Clipboard.h"
+#include "platform/ItemProvider.h"
+#include "platform/Pasteboard.h"
 
-#include <array>
+#include <algorithm>
 #include <chrono>
 
 namespace quillary {
 
+namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using namespace std::string_view_literals;
 
 namespace {
 
-constexpr std::array documents{"fcpxml"sv};
+const QString saving = QStringLiteral("Saving…");
+const QString noClip = QStringLiteral("That drag carried no Final Cut clip");
+const QString noImage = QStringLiteral("No image on the clipboard — take a screenshot first (⌘⇧4)");
+const QString posterSet = QStringLiteral("Poster set");
 
 template <typename Value>
 std::expected<Value, QString> described(std::expected<Value, ArrangementStore::Failure> result) {
@@ -23,20 +33,72 @@ std::expected<Value, QString> described(std::expected<Value, ArrangementStore::F
         return *std::move(result);
 }
 
+QString told(int saved, const QString& failure) {
+    if (!failure.isEmpty()) return failure;
+    if (saved == 0) return noClip;
+    return saved == 1 ? QStringLiteral("Saved 1 block") : QStringLiteral("Saved %1 blocks").arg(saved);
+}
+
 } // namespace
 
-BlocksShelf::BlocksShelf(const Services& with, QObject* parent)
-    : Shelf(with, std::make_shared<ShelfListing>(Storage::blocksFolder(), documents), parent) {
+BlocksShelf::BlocksShelf(const Services& with, const BlockServices& also, QObject* parent)
+    : BlocksShelf(with, also, std::make_shared<BlocksListing>(with.settings), parent) {}
+
+BlocksShelf::BlocksShelf(const Services& with, const BlockServices& also, std::shared_ptr<BlocksListing> listing,
+                         QObject* parent)
+    : Shelf(with, listing, parent)
+    , m_blocksListing(std::move(listing))
+    , m_blocks(m_blocksListing->blocks())
+    , m_clipboard(also.clipboard)
+    , m_saving(also.saves) {
     m_noteTask.setSingleShot(true);
     m_noteTask.setTimerType(Qt::PreciseTimer);
     m_noteTask.setInterval(6s);
     connect(&m_noteTask, &QTimer::timeout, this, [this] { setNote({}); });
+    m_progressTick.setInterval(100ms);
+    connect(&m_progressTick, &QTimer::timeout, this, &BlocksShelf::saveProgressChanged);
+    connect(selection(), &ShelfSelection::changed, this, &BlocksShelf::followSelection);
+    connect(this, &BlocksShelf::selectedBlockChanged, this, &BlocksShelf::selectedDetailsChanged);
 }
 
-void BlocksShelf::setSelectedBlock(std::optional<std::filesystem::path> url) {
+void BlocksShelf::takenOver() {
+    m_blocks = m_blocksListing->blocks();
+    visibleModel()->detailsChanged();
+    Q_EMIT selectedDetailsChanged();
+}
+
+const Arrangement* BlocksShelf::find(const std::optional<fs::path>& url) const {
+    if (!url) return nullptr;
+    const auto found = std::ranges::find(m_blocks->list, *url, &Arrangement::url);
+    return found == m_blocks->list.end() ? nullptr : &*found;
+}
+
+std::vector<Arrangement> BlocksShelf::visibleBlocks() const {
+    std::vector<Arrangement> shown;
+    for (const LibraryItem& item : visible())
+        if (const Arrangement* block = find(item.url)) shown.push_back(*block);
+    return shown;
+}
+
+QVariant BlocksShelf::details(const LibraryItem& item) const {
+    const Arrangement* block = find(item.url);
+    return QVariant::fromValue(block ? BlockDetails::of(*block) : BlockDetails());
+}
+
+BlockDetails BlocksShelf::selectedDetails() const {
+    const Arrangement* block = find(m_selectedBlock);
+    return block ? BlockDetails::of(*block) : BlockDetails();
+}
+
+void BlocksShelf::setSelectedBlock(std::optional<fs::path> url) {
     if (m_selectedBlock == url) return;
     m_selectedBlock = std::move(url);
     Q_EMIT selectedBlockChanged();
+}
+
+void BlocksShelf::followSelection() {
+    const auto files = selection()->files();
+    setSelectedBlock(files.size() == 1 ? std::optional(files.front()) : std::nullopt);
 }
 
 void BlocksShelf::setNote(std::optional<QString> text) {
@@ -44,16 +106,93 @@ void BlocksShelf::setNote(std::optional<QString> text) {
     Shelf::setNote(std::move(text));
 }
 
+double BlocksShelf::saveProgress() const {
+    if (m_savesUnderWay == 0) return -1;
+    const auto total = m_copying->total.load();
+    return total > 0 ? static_cast<double>(m_copying->done) / static_cast<double>(total) : 0;
+}
+
+void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& providers) {
+    note(saving);
+    ++m_savesUnderWay;
+    m_progressTick.start();
+    m_saving.every(
+        [providers, &storage = storage(), collection = blockCollection(), copying = m_copying](const std::stop_token&) {
+            ArrangementStore store(storage);
+            const MediaProgress progress{[copying](std::uint64_t done, std::uint64_t total) {
+                copying->total = total;
+                copying->done = done;
+            }};
+            int saved = 0;
+            QString failure;
+            for (const auto& provider : providers) {
+                const auto xml = FCPXMLPasteboard::xml(provider);
+                if (!xml) continue;
+                if (const auto block = store.save(*xml, {}, collection, progress))
+                    ++saved;
+                else
+                    failure = block.error().description();
+            }
+            return told(saved, failure);
+        },
+        [this](const QString& text) {
+            if (--m_savesUnderWay == 0) m_progressTick.stop();
+            m_copying->done = m_copying->total = 0;
+            Q_EMIT saveProgressChanged();
+            finish(text);
+        });
+}
+
+void BlocksShelf::finish(const QString& text) {
+    refresh();
+    note(text);
+}
+
+void BlocksShelf::pastePoster(const QString& url) {
+    const auto block = url.isEmpty() ? m_selectedBlock : pathOfFileUrl(url.toLatin1());
+    if (!find(block)) return;
+    m_saving.every(
+        [pasteboard = m_clipboard.contents(), &storage = storage(), block = *block,
+         longEdge = settings().vectorLongEdge()](const std::stop_token& stop) {
+            const auto image = ImageIntake::read(*pasteboard, longEdge, stop);
+            if (!image) return noImage;
+            const auto set = ArrangementStore(storage).setPoster(image->image, block);
+            return set ? posterSet : set.error().description();
+        },
+        [this](const QString& text) { finish(text); });
+}
+
+void BlocksShelf::removePoster(const QString& url) {
+    const auto block = pathOfFileUrl(url.toLatin1());
+    if (!find(block)) return;
+    m_saving.every([&storage = storage(),
+                    block = *block](const std::stop_token&) { return ArrangementStore(storage).removePoster(block); },
+                   [this](const std::expected<void, ArrangementFailure>& removed) {
+                       refresh();
+                       if (!removed) note(removed.error().description());
+                   });
+}
+
+void BlocksShelf::fillDrag(DragRequest* request, const QString& url) {
+    const auto file = pathOfFileUrl(url.toLatin1());
+    const Arrangement* block = find(file);
+    if (!block) return;
+    if (const auto xml = ArrangementStore(storage()).xml(block->url))
+        request->item = FCPXMLPasteboard::provider(*xml, block->name);
+    else
+        finish(QStringLiteral("“%1” is no longer there.").arg(block->name));
+}
+
 Shelf::FileVerbs BlocksShelf::fileVerbs() const {
     const auto store = std::make_shared<ArrangementStore>(storage());
     return {
-        .rename = [store](const std::filesystem::path& block, const QString& name) -> Moved {
+        .rename = [store](const fs::path& block, const QString& name) -> Moved {
             return described(store->rename(block, name));
         },
-        .move = [store](const std::filesystem::path& block, const std::optional<QString>& collection) -> Moved {
+        .move = [store](const fs::path& block, const std::optional<QString>& collection) -> Moved {
             return described(store->move(block, collection));
         },
-        .remove = [store](const std::filesystem::path& block) { return described(store->remove(block)); },
+        .remove = [store](const fs::path& block) { return described(store->remove(block)); },
         .createCollection = [store](const QString& path) { return store->createCollection(path); },
     };
 }

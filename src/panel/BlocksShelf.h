@@ -1,41 +1,112 @@
 #pragma once
 
+#include "blocks/ArrangementStore.h"
+#include "panel/BlockDetails.h"
+#include "panel/BlocksListing.h"
 #include "panel/Shelf.h"
-#include "values/Arrangement.h"
 
 #include <QTimer>
+#include <atomic>
 
 namespace quillary {
 
-/// The Blocks shelf: compound clips kept as documents. Main thread.
+namespace platform {
+class Clipboard;
+class ItemProvider;
+} // namespace platform
+
+/// The Blocks shelf: compound clips kept with their media, each with a poster or a drawing of its layers. Main thread.
 class BlocksShelf : public quillary::Shelf { // qualified: the QML type system looks it up by this name
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("given by the model")
+    /// What the one selected block tells; that of no block when none or several are selected.
+    Q_PROPERTY(quillary::BlockDetails selectedDetails READ selectedDetails NOTIFY selectedDetailsChanged FINAL)
+    Q_PROPERTY(bool hasSelectedBlock READ hasSelectedBlock NOTIFY selectedDetailsChanged FINAL)
+    /// How far the copies of a save are, 0 to 1; -1 while nothing is saved.
+    Q_PROPERTY(double saveProgress READ saveProgress NOTIFY saveProgressChanged FINAL)
 
 public:
-    explicit BlocksShelf(const Services& with, QObject* parent = nullptr);
+    /// `saves` has one thread and is waited for when the program ends. Both outlive the shelf.
+    struct BlockServices {
+        platform::Clipboard& clipboard;
+        QThreadPool& saves;
+    };
+    BlocksShelf(const Services& with, const BlockServices& also, QObject* parent = nullptr);
 
     QString title() const override { return tr("Blocks"); }
+
+    // --- What is on it ------------------------------------------------------------------------------------------
+
     void refreshBlocks() { refresh(); }
+    const std::vector<Arrangement>& blocks() const { return m_blocks->list; }
+    const QStringList& blockCollections() const { return collections(); }
     /// None for all.
     std::optional<QString> blockCollection() const { return collectionFilter().collection(); }
+    const QString& blockSearch() const { return search(); }
+    bool isSearchingBlocks() const { return !search().trimmed().isEmpty(); }
+    /// The blocks that are shown, in order.
+    std::vector<Arrangement> visibleBlocks() const;
+
     const std::optional<std::filesystem::path>& selectedBlock() const { return m_selectedBlock; }
     void setSelectedBlock(std::optional<std::filesystem::path> url);
+    bool hasSelectedBlock() const { return find(m_selectedBlock) != nullptr; }
+    BlockDetails selectedDetails() const;
 
-    /// The note vanishes six seconds after the last one.
+    // --- Keeping clips --------------------------------------------------------------------------------------------
+
+    /// Stores every clip that was dropped in the selected collection, in the background.
+    void captureBlocks(const std::vector<platform::ItemProvider>& providers);
+    double saveProgress() const;
+
+    // --- Posters --------------------------------------------------------------------------------------------------
+
+    /// The picture on the clipboard becomes the poster of the block with this file: URL, or of the selected one.
+    Q_INVOKABLE void pastePoster(const QString& url = {});
+    Q_INVOKABLE void removePoster(const QString& url);
+
+    /// The line that tells what was done last; it vanishes six seconds after it was set.
+    const std::optional<QString>& blockNote() const { return Shelf::note(); }
+    using Shelf::note;
+    void note(const QString& text) { setNote(text); }
     void setNote(std::optional<QString> text) override;
+
+    void fillDrag(quillary::DragRequest* request, const QString& url) override;
 
 Q_SIGNALS:
     void selectedBlockChanged();
+    void selectedDetailsChanged();
+    void saveProgressChanged();
 
 protected:
+    void takenOver() override;
+    const SearchableItems& base() const override { return m_blocks->items; }
+    QVariant details(const LibraryItem& item) const override;
     /// A block takes its poster along.
     FileVerbs fileVerbs() const override;
     void relocated(std::span<const ShelfSelection::Relocation> relocations) override;
 
 private:
+    BlocksShelf(const Services& with, const BlockServices& also, std::shared_ptr<BlocksListing> listing,
+                QObject* parent);
+
+    /// Shared with the worker that copies.
+    struct Copying {
+        std::atomic<std::uint64_t> done = 0;
+        std::atomic<std::uint64_t> total = 0;
+    };
+    const Arrangement* find(const std::optional<std::filesystem::path>& url) const;
+    void followSelection();
+    void finish(const QString& told);
+
+    std::shared_ptr<BlocksListing> m_blocksListing;
+    std::shared_ptr<const BlocksListing::Blocks> m_blocks;
     std::optional<std::filesystem::path> m_selectedBlock;
+    platform::Clipboard& m_clipboard;
+    Background m_saving;
+    int m_savesUnderWay = 0;
+    std::shared_ptr<Copying> m_copying = std::make_shared<Copying>();
+    QTimer m_progressTick;
     QTimer m_noteTask;
 };
 

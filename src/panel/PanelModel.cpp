@@ -41,7 +41,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_imagesShelf({with.storage, with.settings, m_favorites, with.work}, with.builtIns, with.saves)
     , m_videoShelf({with.storage, with.settings, m_favorites, with.work})
     , m_audioShelf({with.storage, with.settings, m_favorites, with.work})
-    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work})
+    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work}, {with.clipboard, with.saves})
     , m_staging(with.work)
     , m_export(with.work)
     , m_saving(with.saves) {

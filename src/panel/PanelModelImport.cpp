@@ -38,7 +38,7 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
     case DropReader::Contents::clips:
         setTab(Tab::library);
         setLibraryKind(LibraryKind::blocks);
-        m_blocksShelf.setNote(QStringLiteral("This version cannot keep Final Cut clips yet"));
+        m_blocksShelf.captureBlocks(items);
         break;
     case DropReader::Contents::image:
         stageDropped(items.front());

@@ -55,11 +55,11 @@ void PanelModel::setStaged(std::optional<fs::path> url) {
 
 void PanelModel::handlePaste() {
     const bool blocks = m_tab == Tab::library && m_libraryKind == LibraryKind::blocks;
-    const bool selected = std::ranges::any_of(
-        m_blocksShelf.items(), [this](const LibraryItem& block) { return block.url == m_blocksShelf.selectedBlock(); });
     // With a block selected the pasted picture is its poster, never a new staged image.
-    if (blocks && selected) return;
-    paste();
+    if (blocks && m_blocksShelf.hasSelectedBlock())
+        m_blocksShelf.pastePoster();
+    else
+        paste();
 }
 
 void PanelModel::load(const Maker& make) {

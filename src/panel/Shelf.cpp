@@ -293,6 +293,10 @@ std::expected<fs::path, QString> Shelf::fileToDrag(const LibraryItem& item) {
     return std::unexpected(QStringLiteral("“%1” is no longer there.").arg(shownStem(item.url)));
 }
 
+void Shelf::fillDrag(DragRequest* request, const QString& url) {
+    request->url = dragFileUrl(url);
+}
+
 QString Shelf::dragFileUrl(const QString& url) {
     const auto* item = itemAt(url);
     if (!item) return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Background.h"
+#include "drag/DragRequest.h"
 #include "library/LibraryFilter.h"
 #include "library/Storage.h"
 #include "panel/Favorites.h"
@@ -123,6 +124,8 @@ public:
     Q_INVOKABLE void createCollection(const QString& name);
     /// A file: URL for a drag that begins now, empty when there is none; the reason goes into the note.
     Q_INVOKABLE QString dragFileUrl(const QString& url);
+    /// Writes what a drag of the file carries into the request; nothing where it cannot be dragged.
+    Q_INVOKABLE virtual void fillDrag(quillary::DragRequest* request, const QString& url);
     /// Null for what is not shown.
     const LibraryItem* itemAt(const QString& url) const;
 

@@ -30,8 +30,10 @@ public:
         int descriptor = -1;      ///< becomes readable when the shelf changes; -1 when it is not watched
     };
 
+    virtual ~ShelfListing() = default;
+
     /// Absent when the library cannot be opened.
-    std::optional<Contents> refresh(Storage& storage);
+    virtual std::optional<Contents> refresh(Storage& storage);
 
 private:
     const std::filesystem::path m_folder;

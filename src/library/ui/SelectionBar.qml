@@ -12,6 +12,8 @@ Item {
     /// Whether files can leave their place: not in Recent, and built-in icons never do.
     readonly property bool movable: shelf.place !== Shelf.Place.Recent && shelf.place !== Shelf.Place.BuiltIn
     property alias actions: extra.data
+    /// Whether "Deselect" fits beside everything else; the Escape key does the same.
+    readonly property bool roomy: verbs.implicitWidth + Theme.gap + deselect.implicitWidth + Theme.smallGap + remover.implicitWidth <= width
 
     height: visible ? 44 : 0
     visible: shelf.selection.count > 0
@@ -23,6 +25,8 @@ Item {
         anchors.rightMargin: -Theme.margin
     }
     Row {
+        id: verbs
+
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.gap
 
@@ -62,11 +66,16 @@ Item {
         spacing: Theme.smallGap
 
         Button {
+            id: deselect
+
             text: qsTr("Deselect")
+            visible: bar.roomy
 
             onClicked: bar.shelf.selection.clear()
         }
         Button {
+            id: remover
+
             dangerous: true
             text: bar.removeLabel
             visible: bar.shelf.place !== Shelf.Place.BuiltIn

@@ -65,7 +65,7 @@ Item {
         z: -1
 
         onTapped: modifiers => item.grid.click(item.index, modifiers)
-        onUrlRequested: request => request.url = item.grid.shelf.dragFileUrl(item.url)
+        onUrlRequested: request => item.grid.shelf.fillDrag(request, item.url)
     }
     HoverHandler {
         id: hover

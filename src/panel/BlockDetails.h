@@ -1,0 +1,34 @@
+#pragma once
+
+#include "values/Arrangement.h"
+
+#include <QList>
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace quillary {
+
+/// What a block's tile tells beside its name, as its views read it.
+struct BlockDetails {
+    Q_GADGET
+    QML_VALUE_TYPE(blockDetails)
+    /// The number of layers and the length, such as "2 layers · 10.0s".
+    Q_PROPERTY(QString subtitle MEMBER subtitle FINAL)
+    Q_PROPERTY(bool usesGlidemark MEMBER usesGlidemark FINAL)
+    /// A file: URL, empty without a poster; the stamp changes with the picture.
+    Q_PROPERTY(QString poster MEMBER poster FINAL)
+    Q_PROPERTY(QString posterStamp MEMBER posterStamp FINAL)
+    /// The kind of each layer (Arrangement::Layer::Kind), from the highest lane down; within a lane in document order.
+    Q_PROPERTY(QList<int> bars MEMBER bars FINAL)
+
+public:
+    static BlockDetails of(const Arrangement& block);
+
+    QString subtitle;
+    bool usesGlidemark = false;
+    QString poster;
+    QString posterStamp;
+    QList<int> bars;
+};
+
+} // namespace quillary

@@ -1,0 +1,213 @@
+#include "base/FileUrl.h"
+#include "blocks/Clips.h"
+#include "blocks/FCPXMLPasteboard.h"
+#include "drag/DragRequest.h"
+#include "panel/PanelModelFixture.h"
+#include "platform/FileAttributes.h"
+
+#include <QBuffer>
+
+namespace quillary::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
+
+class BlocksShelfTest : public PanelModelTest {
+protected:
+    BlocksShelf& shelf() { return *model->blocksShelf(); }
+    fs::path blocksFolder() { return root() / "Library/Blocks"; }
+    QString note() { return shelf().note().value_or(QString()); }
+    static QString url(const fs::path& file) { return QString::fromLatin1(fileUrl(file)); }
+
+    QByteArray clip(const QByteArray& name) {
+        const fs::path file = folder / "media" / (name.toStdString() + ".mov");
+        writeFile(file, "media of " + name.toStdString());
+        return compound(name, {{.uid = "", .file = file}});
+    }
+    static platform::ItemProvider offered(const QByteArray& xml) { return FCPXMLPasteboard::provider(xml, u"x"_s); }
+    void drop(const std::vector<platform::ItemProvider>& items) {
+        model->handleDrop(items);
+        settle();
+        settle();
+    }
+    QStringList names() {
+        QStringList shown;
+        for (const Arrangement& block : shelf().visibleBlocks()) shown.append(block.name);
+        shown.sort();
+        return shown;
+    }
+    void select(const fs::path& block) {
+        shelf().selection()->clear();
+        shelf().selection()->toggle(shelf().visibleModel()->rowOf(block), 0);
+    }
+    void copyPicture() {
+        QByteArray png;
+        QBuffer buffer(&png);
+        picture(30, 20).save(&buffer, "PNG");
+        clipboard.board = std::make_shared<FakePasteboard>();
+        clipboard.board->put(u"image/png"_s, png);
+    }
+};
+
+TEST_F(BlocksShelfTest, ADropAnywhereIsKept) {
+    model->handleDrop({offered(clip("One")), offered(clip("Two"))});
+    EXPECT_EQ(model->tab(), PanelModel::Tab::library);
+    EXPECT_EQ(model->libraryKind(), PanelModel::LibraryKind::blocks);
+    EXPECT_EQ(note(), u"Saving…");
+    EXPECT_GE(shelf().saveProgress(), 0);
+    EXPECT_TRUE(comesTrue([&] { return names().size() == 2; }));
+    EXPECT_EQ(note(), u"Saved 2 blocks");
+    EXPECT_EQ(shelf().saveProgress(), -1);
+    EXPECT_EQ(names(), QStringList({u"One"_s, u"Two"_s}));
+
+    drop({offered(clip("One"))});
+    EXPECT_EQ(note(), u"“One” is already saved");
+    shelf().createCollection(u"Titles"_s);
+    EXPECT_TRUE(comesTrue([&] { return shelf().blockCollection() == u"Titles"_s; }));
+    drop({offered(clip("One"))});
+    EXPECT_EQ(note(), u"Saved 1 block");
+    EXPECT_TRUE(fs::exists(blocksFolder() / "Titles/One.fcpxml"));
+    EXPECT_EQ(names(), QStringList{u"One"_s});
+    EXPECT_EQ(shelf().blocks().size(), 3U);
+}
+
+TEST_F(BlocksShelfTest, WhatIsNoClipIsToldAndStoresNothing) {
+    platform::ItemProvider opaque;
+    opaque.registerData(FCPXMLPasteboard::flexoType, "opaque");
+    drop({opaque});
+    EXPECT_EQ(note(), u"That drag carried no Final Cut clip");
+    shelf().captureBlocks({platform::ItemProvider::file(file("plain.png", picture(2, 2)))});
+    settle();
+    EXPECT_EQ(note(), u"That drag carried no Final Cut clip");
+    drop({offered(singleClip({.file = folder / "gone.mov"}))});
+    EXPECT_EQ(note(), u"Couldn’t copy the media for “Single”");
+    EXPECT_TRUE(shelf().blocks().empty());
+    // Two notes within six seconds: the second stays its full time.
+    shelf().note(u"another"_s);
+    EXPECT_EQ(shelf().blockNote(), u"another"_s);
+}
+
+TEST_F(BlocksShelfTest, ListsSearchesAndTellsTheDetails) {
+    writeFile(blocksFolder() / "broken.fcpxml", "<fcpxml>");
+    drop({offered(richCompound(folder / "media")), offered(clip("Plain"))});
+    EXPECT_EQ(names(), QStringList({u"Opening"_s, u"Plain"_s}));
+    shelf().setSearch(u" oPEN "_s);
+    EXPECT_TRUE(shelf().isSearchingBlocks());
+    EXPECT_EQ(names(), QStringList{u"Opening"_s});
+    const fs::path opening = blocksFolder() / "Opening.fcpxml";
+    shelf().toggleFavorite(url(opening));
+    shelf().setSearch({});
+    shelf().favorites()->setOnly(true);
+    EXPECT_EQ(names(), QStringList{u"Opening"_s});
+
+    EXPECT_FALSE(shelf().hasSelectedBlock());
+    select(opening);
+    EXPECT_EQ(shelf().selectedBlock(), opening);
+    const BlockDetails details = shelf().selectedDetails();
+    EXPECT_EQ(details.subtitle, u"12 layers · 14.0s");
+    EXPECT_TRUE(details.usesGlidemark);
+    // The third of the highest lane, then the title, …, the sounds at the bottom.
+    EXPECT_EQ(details.bars.first(3), QList<int>({2, 0, 1}));
+    EXPECT_EQ(details.bars.last(), 2);
+    EXPECT_EQ(BlockDetails::of({.url = {}, .name = {}, .summary = {.layers = {{}}}}).subtitle, u"1 layer");
+}
+
+TEST_F(BlocksShelfTest, TheClipboardsPictureBecomesThePosterOfTheSelectedBlock) {
+    drop({offered(clip("One"))});
+    const fs::path block = blocksFolder() / "One.fcpxml";
+    select(block);
+    clipboard.board->put(u"text/plain;charset=utf-8"_s, "no picture");
+    model->handlePaste();
+    settle();
+    EXPECT_EQ(note(), u"No image on the clipboard — take a screenshot first (⌘⇧4)");
+    copyPicture();
+    model->handlePaste();
+    settle();
+    settle();
+    EXPECT_EQ(note(), u"Poster set");
+    EXPECT_EQ(model->stage(), PanelModel::Stage::empty);
+    EXPECT_TRUE(fs::exists(blocksFolder() / "One.png"));
+    EXPECT_EQ(shelf().selectedDetails().poster, url(blocksFolder() / "One.png"));
+    shelf().removePoster(url(block));
+    settle();
+    settle();
+    EXPECT_FALSE(fs::exists(blocksFolder() / "One.png"));
+    EXPECT_TRUE(shelf().selectedDetails().poster.isEmpty());
+
+    // Without a selected block, or on another shelf, a paste is a paste.
+    model->setLibraryKind(PanelModel::LibraryKind::images);
+    model->handlePaste();
+    settle();
+    EXPECT_EQ(model->stage(), PanelModel::Stage::loaded);
+    EXPECT_FALSE(fs::exists(blocksFolder() / "One.png"));
+}
+
+TEST_F(BlocksShelfTest, BlocksTakeTheirPosterStarAndSelectionAlong) {
+    drop({offered(clip("One"))});
+    const fs::path block = blocksFolder() / "One.fcpxml";
+    writeFile(blocksFolder() / "One.png", "poster");
+    select(block);
+    shelf().toggleFavorite(url(block));
+    shelf().rename(url(block), u"Two"_s);
+    const fs::path renamed = blocksFolder() / "Two.fcpxml";
+    EXPECT_TRUE(comesTrue([&] { return shelf().hasSelectedBlock() && shelf().selectedBlock() == renamed; }));
+    EXPECT_EQ(note(), u"Renamed to “Two”");
+    shelf().move({url(renamed)}, u"A / B"_s);
+    const fs::path moved = blocksFolder() / "A/B/Two.fcpxml";
+    EXPECT_TRUE(comesTrue([&] { return shelf().hasSelectedBlock() && shelf().selectedBlock() == moved; }));
+    EXPECT_TRUE(fs::exists(blocksFolder() / "A/B/Two.png"));
+    EXPECT_TRUE(shelf().favorites()->contains(moved));
+    EXPECT_EQ(shelf().counts().value(u"A"_s), 1);
+    shelf().remove({url(moved)});
+    EXPECT_TRUE(comesTrue([&] { return shelf().blocks().empty(); }));
+    EXPECT_FALSE(shelf().selectedBlock());
+    EXPECT_FALSE(fs::exists(blocksFolder() / "A/B/Two.png"));
+}
+
+TEST_F(BlocksShelfTest, ADragCarriesTheDocument) {
+    drop({offered(clip("One"))});
+    DragRequest request;
+    shelf().fillDrag(&request, url(blocksFolder() / "One.fcpxml"));
+    ASSERT_TRUE(request.item);
+    EXPECT_EQ(request.item->types(), FCPXMLPasteboard::types());
+    EXPECT_EQ(request.item->suggestedName(), u"One"_s);
+    EXPECT_TRUE(request.item->data(FCPXMLPasteboard::primary)->contains("<ref-clip"));
+    fs::remove(blocksFolder() / "One.fcpxml");
+    DragRequest gone;
+    shelf().fillDrag(&gone, url(blocksFolder() / "One.fcpxml"));
+    EXPECT_FALSE(gone.item);
+    EXPECT_EQ(note(), u"“One” is no longer there.");
+}
+
+TEST_F(BlocksShelfTest, BlocksFollowALibraryThatMoved) {
+    Storage kept(store, bookmarks, desktop);
+    const fs::path first = *kept.root();
+    ASSERT_TRUE(ArrangementStore(kept).save(clip("One"), {}, {}));
+    BlocksListing listing(settings);
+    ASSERT_TRUE(listing.refresh(kept));
+    EXPECT_EQ(store.value(SettingsKey::blocksLastRootPath), QString::fromStdString(first));
+
+    const fs::path second = folder / "drive/Quillary";
+    fs::create_directories(second.parent_path());
+    fs::copy(first, second, fs::copy_options::recursive);
+    kept.setCustomRoot(second);
+    ASSERT_TRUE(listing.refresh(kept));
+    fs::remove_all(first);
+    const std::string stored = readFile(second / "Library/Blocks/One.fcpxml");
+    EXPECT_TRUE(stored.contains(fileUrl(second / "Library/Videos/Final Cut Elements/One.mov").toStdString()));
+    EXPECT_FALSE(stored.contains(fileUrl(first).toStdString() + "/"));
+    const auto written = fs::last_write_time(second / "Library/Blocks/One.fcpxml");
+    ASSERT_TRUE(listing.refresh(kept));
+    EXPECT_EQ(fs::last_write_time(second / "Library/Blocks/One.fcpxml"), written);
+    EXPECT_EQ(readFile(second / "Library/Blocks/One.fcpxml"), stored);
+
+    // A library for one run is not remembered, and its blocks are not rewritten.
+    ASSERT_TRUE(listing.refresh(storage));
+    EXPECT_EQ(store.value(SettingsKey::blocksLastRootPath), QString::fromStdString(second));
+}
+
+} // namespace
+
+} // namespace quillary::test

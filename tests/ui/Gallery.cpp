@@ -1,4 +1,6 @@
 #include "PanelStage.h"
+#include "blocks/ArrangementStore.h"
+#include "blocks/Clips.h"
 #include "support/Jam.h"
 
 #include <QDir>
@@ -148,6 +150,65 @@ public:
         auto* sheet = loader ? loader->property("item").value<QObject*>() : nullptr;
         return sheet ? sheet->findChild<QObject*>(QString::fromLatin1(name)) : nullptr;
     }
+    void keep(const char* name, const QByteArray& xml, const char* collection = nullptr) {
+        const auto filed = collection ? std::optional(QString::fromUtf8(collection)) : std::nullopt;
+        const auto block = ArrangementStore(stage.storage).save(xml, QString::fromUtf8(name), filed);
+        if (!block) std::fprintf(stderr, "%s\n", qPrintable(block.error().description()));
+    }
+    void takeBlocks() {
+        BlocksShelf& blocks = *stage.model.blocksShelf();
+        stage.model.setLibraryKind(PanelModel::LibraryKind::blocks);
+        take("blocks-empty");
+        const auto media = stage.folder / "media";
+        const auto clip = [&](const char* layers) {
+            return test::fcpxml(13, "", QByteArray("<ref-clip name='x' duration='65/10s'>") + layers + "</ref-clip>");
+        };
+        keep("Intro sting", test::richCompound(media));
+        keep("End card", clip("<title lane='1'/>"));
+        keep("Lower third — name", clip("<title lane='2'/><video lane='1'/><gap lane='-1'/>"));
+        keep("A long name of a block with many layers",
+             clip(QByteArray("<title lane='1'/><clip lane='2'/><video lane='3'/>").repeated(12).constData()));
+        keep("Opening titles", clip("<video lane='1'/>"));
+        keep("Filed away", clip("<title lane='3'/>"), "Intros / 2026");
+        const auto folder = *stage.storage.root() / Storage::blocksFolder();
+        (void)ArrangementStore(stage.storage)
+            .setPoster(photo(1600, 900, QColor(0x4A3A68), QColor(0xC45A72)), folder / "Intro sting.fcpxml");
+        blocks.refresh();
+        PanelStage::comesTrue([&] { return blocks.blocks().size() == 6; });
+        const auto select = [&](const char* name) {
+            blocks.selection()->clear();
+            blocks.selection()->toggle(blocks.visibleModel()->rowNamed(QString::fromUtf8(name), 0), 0);
+        };
+        take("blocks");
+        select("Lower");
+        blocks.note(QStringLiteral("Saved 1 block"));
+        take("blocks-selected");
+        select("Intro");
+        take("blocks-poster");
+        stage.resize({320, 400});
+        take("blocks-small");
+        stage.resize({900, 700});
+        take("blocks-large");
+        stage.resize({380, 460});
+        blocks.selection()->selectAll();
+        take("blocks-several");
+        blocks.selection()->clear();
+        blocks.pick(Shelf::Place::Collection, QStringLiteral("Intros / 2026"));
+        take("blocks-collection");
+        blocks.pick(Shelf::Place::All, {});
+        blocks.setSearch(QStringLiteral("in"));
+        take("blocks-search");
+        blocks.setSearch({});
+        for (auto* view : stage.root->findChildren<QObject*>(QStringLiteral("blockTiles"))) {
+            select("Intro");
+            view->setProperty("currentIndex", blocks.visibleModel()->rowNamed(QStringLiteral("Intro"), 0));
+            QMetaObject::invokeMethod(view, "openMenu");
+            take("blocks-menu");
+            press(Qt::Key_Escape, 1);
+        }
+        blocks.selection()->clear();
+        stage.model.setLibraryKind(PanelModel::LibraryKind::images);
+    }
     QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
 
     PanelStage stage;
@@ -245,6 +306,7 @@ int main(int argc, char** argv) {
         gallery.take("library-sheet");
         QMetaObject::invokeMethod(sheet, "close");
     }
+    gallery.takeBlocks();
     const auto settings = [&](bool shown) { stage.root->setProperty("showingSettings", shown); };
     const auto scrollSettings = [&] {
         if (QObject* groups = gallery.inSettings("settingsGroups"))
@@ -281,9 +343,6 @@ int main(int argc, char** argv) {
         sheet->findChild<QObject*>(QStringLiteral("settingsGroups"))->setProperty("contentY", 150);
         gallery.take("settings-unavailable");
     }
-    model.setLibraryKind(PanelModel::LibraryKind::blocks);
-    gallery.take("blocks-empty");
-    model.setLibraryKind(PanelModel::LibraryKind::images);
 
     stage.root->setProperty("dark", false);
     gallery.take("light-library");

@@ -1,6 +1,7 @@
 #include "panel/BlocksShelf.h"
 
 #include "base/FileUrl.h"
+#include "base/Text.h"
 #include "blocks/FCPXMLPasteboard.h"
 #include "drag/DragRequest.h"
 #include "imaging/ImageIntake.h"
@@ -31,6 +32,17 @@ std::expected<Value, QString> described(std::expected<Value, ArrangementStore::F
         return {};
     else
         return *std::move(result);
+}
+
+bool isDocument(const platform::ItemProvider& item) {
+    return item.fileURL() && lowercaseExtension(*item.fileURL()) == Storage::blockExtensions.front();
+}
+
+std::optional<QByteArray> clipIn(const platform::ItemProvider& item) {
+    if (auto xml = FCPXMLPasteboard::xml(item)) return xml;
+    if (!isDocument(item)) return {};
+    auto bytes = FCPXMLDocument::bytesOf(*item.fileURL());
+    return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
 }
 
 QString told(int saved, const QString& failure) {
@@ -112,6 +124,10 @@ double BlocksShelf::saveProgress() const {
     return total > 0 ? static_cast<double>(m_copying->done) / static_cast<double>(total) : 0;
 }
 
+bool BlocksShelf::isClip(const platform::ItemProvider& item) {
+    return FCPXMLPasteboard::carriesClips(item) || isDocument(item);
+}
+
 void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& providers) {
     note(saving);
     ++m_savesUnderWay;
@@ -126,7 +142,7 @@ void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& provi
             int saved = 0;
             QString failure;
             for (const auto& provider : providers) {
-                const auto xml = FCPXMLPasteboard::xml(provider);
+                const auto xml = clipIn(provider);
                 if (!xml) continue;
                 if (const auto block = store.save(*xml, {}, collection, progress))
                     ++saved;

@@ -55,6 +55,8 @@ public:
 
     // --- Keeping clips --------------------------------------------------------------------------------------------
 
+    /// Whether a dropped item is for this shelf: a clip, or a file with a clip's document.
+    static bool isClip(const platform::ItemProvider& item);
     /// Stores every clip that was dropped in the selected collection, in the background.
     void captureBlocks(const std::vector<platform::ItemProvider>& providers);
     double saveProgress() const;

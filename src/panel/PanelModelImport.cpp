@@ -34,7 +34,7 @@ QString imageType(const platform::ItemProvider& item) {
 } // namespace
 
 void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
-    switch (DropReader::contents(items, &FCPXMLPasteboard::carriesClips)) {
+    switch (DropReader::contents(items, &BlocksShelf::isClip)) {
     case DropReader::Contents::clips:
         setTab(Tab::library);
         setLibraryKind(LibraryKind::blocks);

@@ -64,13 +64,17 @@ TEST_F(BlocksShelfTest, ADropAnywhereIsKept) {
 
     drop({offered(clip("One"))});
     EXPECT_EQ(note(), u"“One” is already saved");
+    writeFile(folder / "exported.FCPXML", clip("From a file").toStdString());
+    drop({platform::ItemProvider::file(folder / "exported.FCPXML")});
+    EXPECT_TRUE(fs::exists(blocksFolder() / "From a file.fcpxml"));
+    EXPECT_EQ(note(), u"Saved 1 block");
     shelf().createCollection(u"Titles"_s);
     EXPECT_TRUE(comesTrue([&] { return shelf().blockCollection() == u"Titles"_s; }));
     drop({offered(clip("One"))});
     EXPECT_EQ(note(), u"Saved 1 block");
     EXPECT_TRUE(fs::exists(blocksFolder() / "Titles/One.fcpxml"));
     EXPECT_EQ(names(), QStringList{u"One"_s});
-    EXPECT_EQ(shelf().blocks().size(), 3U);
+    EXPECT_EQ(shelf().blocks().size(), 4U);
 }
 
 TEST_F(BlocksShelfTest, WhatIsNoClipIsToldAndStoresNothing) {

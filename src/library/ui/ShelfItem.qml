@@ -69,14 +69,21 @@ Item {
     }
     HoverHandler {
         id: hover
-    }
-    Loader {
-        active: hover.hovered && item.help.length > 0
-        y: item.helpY
 
-        sourceComponent: ToolTip {
-            shown: true
-            text: item.help
+        onHoveredChanged: {
+            if (hovered && item.help.length > 0)
+                tip.setSource("qrc:/qt/qml/Quillary/Controls/ToolTip.qml", {
+                    "shown": true,
+                    "text": item.help
+                });
+            else
+                tip.source = "";
         }
+    }
+    // By its address: a component written here could not be made for the tiles of other modules.
+    Loader {
+        id: tip
+
+        y: item.helpY
     }
 }

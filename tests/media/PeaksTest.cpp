@@ -1,0 +1,123 @@
+#include "media/Peaks.h"
+
+#include "media/MediaLength.h"
+#include "media/PeakLoop.h"
+#include "media/TestMedia.h"
+#include "support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace quillary::media {
+
+namespace {
+
+using namespace test;
+
+/// The definition, sample by sample.
+std::vector<float> plainPeaks(const std::vector<std::int16_t>& samples, std::int64_t total, int count) {
+    const std::int64_t perBucket = std::max<std::int64_t>(std::max<std::int64_t>(total, count) / count, 1);
+    std::vector<float> peaks(static_cast<std::size_t>(count));
+    int running = 0;
+    std::int64_t n = 0;
+    for (const int sample : samples) {
+        running = std::max(running, sample == -32768 ? 32767 : std::abs(sample));
+        if (++n % perBucket == 0) {
+            float& bucket = peaks[static_cast<std::size_t>(std::min<std::int64_t>(count - 1, n / perBucket - 1))];
+            bucket = std::max(bucket, static_cast<float>(running) / 32767);
+            running = 0;
+        }
+    }
+    if (n == 0) return {};
+    peaks.resize(static_cast<std::size_t>(std::max<std::int64_t>(1, std::min<std::int64_t>(count, n / perBucket))));
+    const float top = *std::ranges::max_element(peaks);
+    if (top > 0.01f)
+        for (float& peak : peaks) peak /= top;
+    return peaks;
+}
+
+class PeaksTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+};
+
+TEST_F(PeaksTest, TheLoopIsTheDefinitionForAnyLengthAndAnyPieces) {
+    std::mt19937 random(7);
+    for (const std::int64_t length : {0, 1, 2, 5, 1999, 2000, 2001, 3999, 4000, 4001, 88200, 123457}) {
+        for (const std::int64_t expected : {length, length / 2, length * 3}) {
+            for (const int count : {1, 7, 2000}) {
+                std::vector<std::int16_t> samples(static_cast<std::size_t>(length));
+                for (auto& sample : samples) sample = static_cast<std::int16_t>(random());
+                if (length > 4) samples[3] = -32768;
+                PeakLoop loop(expected, count);
+                for (std::size_t at = 0; at < samples.size();) {
+                    const std::size_t piece = std::min<std::size_t>(1 + random() % 5000, samples.size() - at);
+                    loop.add({samples.data() + at, piece});
+                    at += piece;
+                }
+                EXPECT_EQ(loop.finish(), plainPeaks(samples, expected, count))
+                    << length << ' ' << expected << ' ' << count;
+            }
+        }
+    }
+}
+
+TEST_F(PeaksTest, NearlySilentSoundsStayFlat) {
+    PeakLoop loop(4, 4);
+    loop.add(std::vector<std::int16_t>{300, -327, 0, 1});
+    EXPECT_EQ(loop.finish(), (std::vector<float>{300 / 32767.f, 327 / 32767.f, 0, 1 / 32767.f}));
+}
+
+TEST_F(PeaksTest, EqualThePlainReadingInEveryFormat) {
+    const Pcm stereo{44100, 2, 44100 * 5 + 321};
+    const Pcm surround{48000, 8, 48000};
+    struct Case {
+        std::string name;
+        SoundFile kind;
+    };
+    for (const auto& [name, kind] : std::vector<Case>{
+             {"a.wav", {"wav", "pcm_s16le", stereo}},
+             {"8.wav", {"wav", "pcm_u8", stereo}},
+             {"24.wav", {"wav", "pcm_s24le", stereo}},
+             {"float.wav", {"wav", "pcm_f32le", stereo}},
+             {"surround.wav", {"wav", "pcm_s16le", surround}},
+             {"a.aiff", {"aiff", "pcm_s16be", stereo}},
+             {"a.caf", {"caf", "pcm_s24le", surround}},
+             {"a.flac", {"flac", "flac", stereo}},
+             {"a.mp3", {"mp3", "libmp3lame", stereo}},
+             {"a.m4a", {"ipod", "aac", stereo}},
+             {"a.aac", {"adts", "aac", stereo}},
+         }) {
+        if (name == "8.wav") {
+            Pcm pcm = kind.pcm;
+            pcm.bits = 8;
+            writeFile(folder / name, waveFile(pcm, wobblingTone(330, pcm.rate)));
+        } else {
+            encode(folder / name, kind, wobblingTone(330, kind.pcm.rate));
+        }
+        const Decoded plain = decodePlainly(folder / name);
+        const auto peaks = readPeaks(folder / name, waveformPeaks);
+        ASSERT_TRUE(peaks) << name;
+        const double length = audioLength(folder / name).value_or(0);
+        const auto total = static_cast<std::int64_t>(length * plain.rate + 1e-6) * plain.channels;
+        EXPECT_EQ(*peaks, plainPeaks(plain.samples, total, waveformPeaks)) << name;
+    }
+}
+
+TEST_F(PeaksTest, AreEmptyOrAnErrorWhereThereIsNothingToHear) {
+    writeFile(folder / "none.wav", waveFile({.frames = 0}, wobblingTone(1, 1)));
+    EXPECT_EQ(readPeaks(folder / "none.wav", 10).value_or(std::vector<float>{1}), std::vector<float>());
+    writeFile(folder / "one.wav", waveFile({.channels = 1, .frames = 1}, [](auto...) { return 1; }));
+    EXPECT_EQ(readPeaks(folder / "one.wav", 2000).value_or(std::vector<float>()), std::vector<float>{1});
+    encode(folder / "mute.mp4", ClipFile{"mp4", "libx264"});
+    EXPECT_EQ(readPeaks(folder / "mute.mp4", 10).error(), MediaError::noAudioTrack);
+    std::stop_source stop;
+    stop.request_stop();
+    writeFile(folder / "a.wav", waveFile({}, wobblingTone(330, 44100)));
+    EXPECT_EQ(readPeaks(folder / "a.wav", 10, stop.get_token()).error(), MediaError::stopped);
+}
+
+} // namespace
+
+} // namespace quillary::media

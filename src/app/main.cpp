@@ -2,6 +2,7 @@
 #include "app/PanelWindow.h"
 #include "cli/CommandLine.h"
 #include "imaging/Thumbnail.h"
+#include "media/ClipFrames.h"
 #include "platform/Bookmarks.h"
 #include "platform/Desktop.h"
 #include "platform/Instance.h"
@@ -37,7 +38,7 @@ int main(int argc, char** argv) {
     Storage storage(*settingsStore, *bookmarks, *desktop, commandLine.library());
     AppSettings settings(*settingsStore);
     BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
-    Thumbnail thumbnails(desktop->cacheFolder());
+    Thumbnail thumbnails(desktop->cacheFolder(), media::clipThumbnail);
 
     if (!panel) return commandLine.run({storage, settings, builtIns, *bookmarks, *desktop, thumbnails});
 

@@ -98,6 +98,7 @@ CommandLine::State::State() {
     declareCutout(root);
     declareSave(root);
     declareListing(root);
+    declareMedia(root);
     declareLookingAfter(root);
     declareBlocks(root);
     declareRecent(root);

@@ -11,6 +11,7 @@ void declareClipboardAndFiles(Grammar& root); ///< intake, paste, thumbnail
 void declareCutout(Grammar& root);
 void declareSave(Grammar& root);
 void declareListing(Grammar& root);      ///< list, collections
+void declareMedia(Grammar& root);        ///< audio, video
 void declareLookingAfter(Grammar& root); ///< favorite, move, rename, delete
 void declareBlocks(Grammar& root);       ///< block save, xml, media, poster
 void declareRecent(Grammar& root);

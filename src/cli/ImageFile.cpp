@@ -82,4 +82,12 @@ std::expected<void, CommandError> writePng(const QImage& image, const fs::path& 
     return {};
 }
 
+void tellSize(const QImage& image, Output& output) {
+    if (output.json())
+        output.document(QJsonObject{{QStringLiteral("pixelWidth"), image.width()},
+                                    {QStringLiteral("pixelHeight"), image.height()}});
+    else
+        output.line(QStringLiteral("%1 × %2 pixels").arg(image.width()).arg(image.height()));
+}
+
 } // namespace quillary::cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandError.h"
+#include "cli/Output.h"
 #include "values/PastedImage.h"
 
 #include <QByteArray>
@@ -24,5 +25,8 @@ std::expected<PastedImage, CommandError> readImage(const std::filesystem::path& 
 /// Writes the image as PNG. The file is whole when it appears, and only the named one is replaced; what is no regular
 /// file is not. The folder must exist.
 std::expected<void, CommandError> writePng(const QImage& image, const std::filesystem::path& file);
+
+/// The result of a command that wrote a picture: how large it is.
+void tellSize(const QImage& image, Output& output);
 
 } // namespace quillary::cli

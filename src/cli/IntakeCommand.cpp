@@ -133,11 +133,7 @@ class ThumbnailCommand final : public Command {
         const QImage picture = services.thumbnails.load(path);
         if (picture.isNull()) return std::unexpected(ImageIntakeError::unreadableFile(path));
         TRY(writePng(picture, m_output));
-        if (output.json())
-            output.document(QJsonObject{{QStringLiteral("pixelWidth"), picture.width()},
-                                        {QStringLiteral("pixelHeight"), picture.height()}});
-        else
-            output.line(QStringLiteral("%1 × %2 pixels").arg(picture.width()).arg(picture.height()));
+        tellSize(picture, output);
         return ExitStatus::done;
     }
 

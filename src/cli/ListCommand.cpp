@@ -7,6 +7,8 @@
 #include "cli/Shelf.h"
 #include "library/BuiltInLibrary.h"
 #include "library/LibraryFilter.h"
+#include "media/AudioDurationCache.h"
+#include "media/SoundOrder.h"
 #include "values/CollectionNode.h"
 
 #include <QDateTime>
@@ -45,9 +47,8 @@ class List final : public Command {
         const SearchableItems base(std::make_shared<const LibraryItems>(read(services)));
         const LibraryItems& items = base.items();
         Rows rows = visibleRows(base, query, isFavorite);
-        if (m_sort == u"name") sortByName(rows, items);
-        if (m_sort == u"newest")
-            std::ranges::stable_sort(rows, std::greater(), [&](quint32 row) { return items[row].modified; });
+        if (m_shelf == u"audio") readDurations(items, root);
+        if (m_sort) sortSounds(rows, items, order(), m_durations);
 
         if (output.json()) {
             QJsonArray array;
@@ -109,9 +110,29 @@ class List final : public Command {
             {QStringLiteral("sourceFormat"), jsonText(item.sourceFormat)},
             {QStringLiteral("favorite"), favorite},
         };
-        // Lengths are not read yet.
-        if (m_shelf == u"audio") object.insert(QStringLiteral("seconds"), QJsonValue());
+        if (m_shelf == u"audio") {
+            const auto known = m_durations.find(item.url);
+            object.insert(QStringLiteral("seconds"), known == m_durations.end() ? QJsonValue() : known->second);
+        }
         return object;
+    }
+
+    SoundOrder order() const {
+        if (m_sort == u"name") return SoundOrder::name;
+        if (m_sort == u"shortest") return SoundOrder::shortest;
+        return m_sort == u"longest" ? SoundOrder::longest : SoundOrder::newest;
+    }
+
+    /// Of the whole shelf, so that what is kept is complete.
+    void readDurations(const LibraryItems& items, const std::filesystem::path& root) {
+        const AudioDurationCache cache(root / Storage::relativeFolder(Storage::Folder::audio));
+        std::vector<std::filesystem::path> missing;
+        for (const LibraryItem& item : items) missing.push_back(item.url);
+        m_durations = cache.load(missing);
+        std::erase_if(missing, [&](const auto& url) { return m_durations.contains(url); });
+        if (missing.empty()) return;
+        m_durations.merge(AudioDurationCache::read(missing));
+        cache.save(m_durations);
     }
 
     static void addBlock(QJsonObject& object, const Arrangement& block) {
@@ -135,6 +156,7 @@ class List final : public Command {
         output.talk(counted(static_cast<qsizetype>(rows.size()), u"file"));
     }
 
+    AudioDurationCache::Durations m_durations;
     QString m_shelf;
     std::optional<QString> m_collection;
     std::optional<QString> m_set;

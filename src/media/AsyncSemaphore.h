@@ -9,29 +9,29 @@ namespace quillary {
 /// in the order of their arrival.
 class AsyncSemaphore {
 public:
-    using Waiter = std::function<void()>;
+    /// Told that it has a permit. False when it has no use for it any more: it passes to the next.
+    using Waiter = std::function<bool()>;
 
     explicit AsyncSemaphore(int permits) : m_permits(permits) {}
 
     /// Calls `then` at once while there is a permit, else when one comes free.
     void wait(Waiter then) {
-        if (m_permits >= 1) {
-            --m_permits;
-            then();
-        } else {
+        if (m_permits < 1) {
             m_waiters.push_back(std::move(then));
+        } else {
+            --m_permits;
+            if (!then()) signal();
         }
     }
 
     /// Hands the permit to the one that waits longest, or keeps it for the next.
     void signal() {
-        if (m_waiters.empty()) {
-            ++m_permits;
-            return;
+        while (!m_waiters.empty()) {
+            const Waiter next = std::move(m_waiters.front());
+            m_waiters.pop_front();
+            if (next()) return;
         }
-        const Waiter next = std::move(m_waiters.front());
-        m_waiters.pop_front();
-        next();
+        ++m_permits;
     }
 
     int permits() const { return m_permits; }

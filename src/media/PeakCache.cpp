@@ -53,7 +53,7 @@ std::optional<std::vector<float>> PeakCache::read(const fs::path& url, const Fil
 }
 
 void PeakCache::write(const fs::path& url, const FileState& state, int count, const std::vector<float>& peaks) const {
-    if (!platform::createFolders(m_folder)) return;
+    if (!m_folder.is_absolute() || !platform::createFolders(m_folder)) return;
     const Head head = headFor(state, count, peaks.size());
     auto pending = platform::PendingFile::create(m_folder);
     if (pending && pending->write(std::as_bytes(std::span(&head, 1))) &&

@@ -15,6 +15,7 @@ class PeakCache {
 public:
     using FileState = ThumbnailCache::FileState;
 
+    /// Without a folder nothing is kept.
     explicit PeakCache(const std::filesystem::path& cacheFolder) : m_folder(cacheFolder / "quillary" / "waveforms") {}
 
     std::optional<std::vector<float>> read(const std::filesystem::path& url, const FileState& state, int count) const;

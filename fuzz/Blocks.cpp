@@ -30,7 +30,7 @@ fuzz::FuzzLibrary& library() {
 
 /// Copies pile up; a library without them is as good as new.
 void forgetCopies(const fs::path& root) {
-    constexpr int often = 2000;
+    constexpr int often = 200;
     static int runs = 0;
     if (++runs % often != 0) return;
     for (const char* shelf : {"Library/Images", "Library/Videos", "Library/Audio", "Recent"})

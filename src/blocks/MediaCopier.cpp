@@ -60,6 +60,7 @@ bool MediaCopier::isTheAssets(const fs::path& copy, std::uintmax_t copied, const
 std::expected<PendingFile, FileError> MediaCopier::filled(const Source& source, const fs::path& folder) {
     if (!source.file) return std::unexpected(FileError{ENOENT});
     TRY(platform::createFolders(folder));
+    if (m_cleared.insert(folder.native()).second) platform::removeAbandonedFiles(folder);
     PendingFile copy = TRY(PendingFile::create(folder));
     if (m_done == 0) m_total = announcedBytes();
     const auto report = [&](std::uint64_t done, std::uint64_t total) {

@@ -5,11 +5,15 @@ import argparse
 import collections
 import os
 import random
+import shutil
 import signal
 import time
+import urllib.parse
+import xml.etree.ElementTree
 
 from harness import Program, TemporaryFolder, files_below, leftovers, picture, pictures_in
 
+CLIPS = 6
 KEPT = 24  # pictures that are on the shelf from the start and are moved and renamed
 PLAIN = "unnamed,exclusive"
 
@@ -24,7 +28,25 @@ class Kills:
         self.killed = collections.Counter()
         self.finished = collections.Counter()
 
+    def prepare_clips(self):
+        """Documents of three media each, some of them shared."""
+        folder = os.path.join(self.program.folder, "media")
+        os.makedirs(folder)
+        self.media = {}
+        for number in range(CLIPS + 2):
+            path = os.path.join(folder, f"take {number}.mov")
+            self.media[f"{number:08}-take {number}.mov"] = random.Random(number).randbytes(700_000)
+            with open(path, "wb") as file:
+                file.write(self.media[f"{number:08}-take {number}.mov"])
+        for clip in range(CLIPS):
+            assets = "".join(
+                f'<asset id="r{n}" uid="{n:08}ABCD"><media-rep src="file://{urllib.parse.quote(folder)}/take%20{n}.mov"/>'
+                f"</asset>" for n in range(clip, clip + 3))
+            with open(os.path.join(folder, f"{clip}.fcpxml"), "w") as file:
+                file.write(f'<fcpxml version="1.13"><resources>{assets}</resources><clip name="{clip}"/></fcpxml>')
+
     def prepare(self):
+        self.prepare_clips()
         folder = os.path.join(self.program.folder, "in")
         os.makedirs(folder)
         # Names that collide with each other and with what lies on the shelf already.
@@ -58,7 +80,14 @@ class Kills:
         return self.random.sample(sorted(paths), 3)
 
     def task(self):
-        kind = self.random.choice(["save", "save", "recent add", "recent add", "move", "rename"])
+        kind = self.random.choice(["save", "save", "recent add", "recent add", "move", "rename", "block save"])
+        if kind == "block save":
+            clip = os.path.join(self.program.folder, "media", f"{self.random.randrange(CLIPS)}.fcpxml")
+            # Now and then as if it were the first time.
+            if self.random.random() < 0.3:
+                shutil.rmtree(self.program.shelf("Library/Videos/Final Cut Elements"), ignore_errors=True)
+                shutil.rmtree(self.program.shelf("Library/Blocks"), ignore_errors=True)
+            return kind, ["block", "save", clip, "--collection", self.random.choice(["A", ""])]
         if kind == "save":
             files = self.random.sample(sorted(self.sources), 4)
             return kind, ["save", *files, "--collection", self.random.choice(["A", "B / C", ""])]
@@ -87,6 +116,20 @@ class Kills:
             self.killed[kind] += 1
             self.durations[kind] *= 1.02
 
+    def check_blocks(self):
+        """Every block is whole and has its media, every copy is whole."""
+        for path in files_below(self.program.shelf("Library/Videos/Final Cut Elements")):
+            if not os.path.basename(path).startswith("."):
+                with open(path, "rb") as file:
+                    assert file.read() == self.media[os.path.basename(path)], f"{path} is not whole"
+        blocks = self.program.run("list", "blocks")
+        stored = [path for path in files_below(self.program.shelf("Library/Blocks")) if path.endswith(".fcpxml")]
+        assert len(blocks) == len(stored), "a document is not whole"
+        for block in blocks:
+            for media in xml.etree.ElementTree.parse(block["path"]).iter("media-rep"):
+                path = urllib.parse.unquote(urllib.parse.urlparse(media.get("src")).path)
+                assert os.path.exists(path), f"{block['path']} lost {path}"
+
     def check(self):
         for path, data in {**self.sources, **self.bystanders}.items():
             with open(path, "rb") as file:
@@ -104,6 +147,7 @@ class Kills:
             same = {os.stat(path).st_ino for path, other in images.items() if other == number}
             assert len(same) == 1, f"picture {number} was doubled"
             assert count == 1 or self.plain is not None, f"picture {number} has {count} names"
+        self.check_blocks()
         stored = self.program.run("settings")
         assert stored["recentLimit"] == 100000, "the settings were lost"
         for shelf in ("images", "videos", "audio", "recent"):

@@ -7,6 +7,12 @@
 
 namespace quillary {
 
+namespace {
+
+constexpr std::size_t mostBars = 32; ///< more than any tile shows
+
+} // namespace
+
 BlockDetails BlockDetails::of(const Arrangement& block) {
     const auto& summary = block.summary;
     BlockDetails details;
@@ -17,9 +23,12 @@ BlockDetails BlockDetails::of(const Arrangement& block) {
         details.poster = QString::fromLatin1(fileUrl(*poster));
         details.posterStamp = QString::number(block.posterStamp->time_since_epoch().count());
     }
-    std::vector<Arrangement::Layer> layers = summary.layers;
-    std::ranges::stable_sort(layers, std::greater(), &Arrangement::Layer::lane);
-    for (const auto& layer : layers) details.bars.append(static_cast<int>(layer.kind));
+    std::vector<std::pair<int, int>> layers;
+    layers.reserve(summary.layers.size());
+    for (const auto& layer : summary.layers) layers.emplace_back(layer.lane, static_cast<int>(layer.kind));
+    std::ranges::stable_sort(layers, std::greater(), &std::pair<int, int>::first);
+    if (layers.size() > mostBars) layers.resize(mostBars);
+    for (const auto& [lane, kind] : layers) details.bars.append(kind);
     return details;
 }
 

@@ -19,6 +19,7 @@ struct BlockDetails {
     Q_PROPERTY(QString poster MEMBER poster FINAL)
     Q_PROPERTY(QString posterStamp MEMBER posterStamp FINAL)
     /// The kind of each layer (Arrangement::Layer::Kind), from the highest lane down; within a lane in document order.
+    /// Of many layers only the highest: a tile shows a few.
     Q_PROPERTY(QList<int> bars MEMBER bars FINAL)
 
 public:

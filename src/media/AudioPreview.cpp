@@ -100,7 +100,8 @@ AudioPreview::AudioPreview(const Collaborators& with, QObject* parent)
 AudioPreview::~AudioPreview() {
     if (m_thread.isRunning()) {
         // On its own thread, where its output lives.
-        QMetaObject::invokeMethod(m_player.get(), [this] { m_player.reset(); }, Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(
+            m_player.get(), [this] { m_player.reset(); }, Qt::BlockingQueuedConnection);
         m_thread.quit();
         m_thread.wait();
     }
@@ -209,11 +210,12 @@ void AudioPreview::peaks(const fs::path& url, int count, std::stop_token stop,
                          std::function<void(const PeakList&)> done) {
     const auto read = [this, url, count, stop, done] {
         if (stop.stop_requested()) return false;
-        m_reads.every([cache = m_peakCache, url, count, stop](std::stop_token) { return cache->read(url, count, stop); },
-                      [this, stop, done](const PeakList& peaks) {
-                          m_readLimit.signal();
-                          if (!stop.stop_requested()) done(peaks);
-                      });
+        m_reads.every(
+            [cache = m_peakCache, url, count, stop](std::stop_token) { return cache->read(url, count, stop); },
+            [this, stop, done](const PeakList& peaks) {
+                m_readLimit.signal();
+                if (!stop.stop_requested()) done(peaks);
+            });
         return true;
     };
     m_reads.every([cache = m_peakCache, url, count](std::stop_token) { return cache->find(url, count); },

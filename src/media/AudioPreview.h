@@ -11,7 +11,6 @@
 #include <QObject>
 #include <QThread>
 #include <QTimer>
-#include <QtQmlIntegration>
 #include <expected>
 #include <optional>
 #include <stop_token>
@@ -23,8 +22,6 @@ class AppSettings;
 /// The one player of the Audio shelf and what draws its waveforms. Main thread.
 class AudioPreview : public QObject {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("made by the program")
     Q_PROPERTY(QString url READ urlText NOTIFY urlChanged FINAL)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged FINAL)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged FINAL)
@@ -69,8 +66,9 @@ public:
     // --- Waveforms ------------------------------------------------------------------------------------------------
 
     using PeakList = std::expected<std::vector<float>, media::MediaError>;
-    /// Reads a sound's waveform, unless memory or disk has it, and hands it over. At most three sounds are read at once,
-    /// others wait in the order of their requests. A request that is stopped gives up its place and is not answered.
+    /// Reads a sound's waveform, unless memory or disk has it, and hands it over. At most three sounds are read at
+    /// once, others wait in the order of their requests. A request that is stopped gives up its place and is not
+    /// answered.
     void peaks(const std::filesystem::path& url, int count, std::stop_token stop,
                std::function<void(const PeakList&)> done);
 

@@ -14,8 +14,8 @@ void sortSounds(std::vector<quint32>& rows, const LibraryItems& items, SoundOrde
         keyed.reserve(rows.size());
         for (const quint32 row : rows) {
             const auto known = durations.find(items[row].url);
-            keyed.emplace_back(known == durations.end() ? std::numeric_limits<double>::infinity() : sign * known->second,
-                               row);
+            keyed.emplace_back(
+                known == durations.end() ? std::numeric_limits<double>::infinity() : sign * known->second, row);
         }
         std::ranges::stable_sort(keyed, std::less(), &std::pair<double, quint32>::first);
         std::ranges::transform(keyed, rows.begin(), &std::pair<double, quint32>::second);

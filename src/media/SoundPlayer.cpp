@@ -16,9 +16,8 @@ constexpr int followMilliseconds = 15;
 constexpr double heardLater = 0.2;
 
 QString textFor(Failure failure) {
-    return failure == Failure::noDevice
-               ? QStringLiteral("There is no sound output. Connect one, then play again.")
-               : QStringLiteral("The sound output doesn’t take this sound.");
+    return failure == Failure::noDevice ? QStringLiteral("There is no sound output.")
+                                        : QStringLiteral("The sound output doesn’t take this sound.");
 }
 
 } // namespace

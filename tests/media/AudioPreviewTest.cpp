@@ -44,7 +44,8 @@ protected:
     std::filesystem::path sound(const char* name, std::int64_t frames, int rate = 8000) {
         // The sample tells where it lies.
         const Pcm pcm{.rate = rate, .channels = 1, .frames = frames};
-        writeFile(folder / name, waveFile(pcm, [](std::int64_t i, int) { return static_cast<double>(i % 30000) / 32767; }));
+        writeFile(folder / name,
+                  waveFile(pcm, [](std::int64_t i, int) { return static_cast<double>(i % 30000) / 32767; }));
         return folder / name;
     }
 
@@ -81,7 +82,7 @@ TEST_F(AudioPreviewTest, ScrubbingHearsTheLastPlace) {
     const auto file = sound("a.wav", 80000);
     for (const double fraction : {0.1, 0.2, 0.3, 0.25}) preview.scrub(file, fraction, 10.0);
     EXPECT_EQ(preview.progress(), 0.25);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return log.starts == 2 && log.firstSample != 0; }, 5000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return log.starts == 2 && log.firstSample > 15000; }, 5000));
     EXPECT_NEAR(log.firstSample, 20000, 8);
 }
 
@@ -96,7 +97,7 @@ TEST_F(AudioPreviewTest, SaysWhyItCannotPlay) {
     EXPECT_EQ(problemOf(folder / "gone.wav"), "The file couldn’t be read.");
     EXPECT_EQ(problemOf(sound("none.wav", 0)), "The file holds nothing to play.");
     log.failure = Failure::noDevice;
-    EXPECT_EQ(problemOf(sound("a.wav", 8000)), "There is no sound output. Connect one, then play again.");
+    EXPECT_EQ(problemOf(sound("a.wav", 8000)), "There is no sound output.");
     log.failure = Failure::none;
     EXPECT_EQ(problemOf(sound("a.wav", 8000)), "");
 }

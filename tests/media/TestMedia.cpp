@@ -5,6 +5,7 @@
 #include <fstream>
 #include <memory>
 #include <numbers>
+#include <random>
 #include <stdexcept>
 
 extern "C" {
@@ -222,7 +223,7 @@ void encode(const std::filesystem::path& file, const ClipFile& kind) {
     codec->time_base = {1, kind.rate};
     codec->framerate = {kind.rate, 1};
     codec->gop_size = kind.keyEvery;
-    codec->bit_rate = 1'000'000;
+    codec->bit_rate = kind.grain ? 12'000'000 : 1'000'000;
     if (codec->priv_data) av_opt_set(codec->priv_data, "preset", "ultrafast", 0);
     if (kind.encoder == "libx265") av_opt_set(codec->priv_data, "x265-params", "log-level=none", 0);
     AVStream* const stream = muxer.add(codec.get());
@@ -245,6 +246,7 @@ void encode(const std::filesystem::path& file, const ClipFile& kind) {
     }
     muxer.begin();
     std::int64_t time = 0;
+    std::minstd_rand random(3);
     for (int n = 0; n < kind.frames; ++n) {
         const Frame frame(av_frame_alloc());
         frame->format = AV_PIX_FMT_YUV420P;
@@ -258,6 +260,8 @@ void encode(const std::filesystem::path& file, const ClipFile& kind) {
                 std::uint8_t* const row = frame->data[plane] + y * frame->linesize[plane];
                 std::memset(row, plane ? 128 : 16 + n % 200, static_cast<std::size_t>(columns));
                 if (!plane && y < rows / 2) std::memset(row, 235, static_cast<std::size_t>(columns / 2));
+                for (int x = 0; kind.grain && x < columns; ++x)
+                    row[x] = static_cast<std::uint8_t>(row[x] ^ (random() & 15));
             }
         }
         frame->pts = time;

@@ -48,6 +48,7 @@ struct ClipFile {
     int keyEvery = 25;
     int turn = 0;        ///< degrees that a player is to turn it clockwise
     bool uneven = false; ///< frames last 1, 2, 3 … ticks in turn
+    bool grain = false;  ///< with the noise of a camera, which costs a decoder more
 };
 void encode(const std::filesystem::path& file, const ClipFile& kind);
 

@@ -1,7 +1,10 @@
 #include "media/ffmpeg/SampleConversion.h"
 
+#include "imaging/png/Multiversion.h"
+
 #include <algorithm>
 #include <bit>
+#include <type_traits>
 
 extern "C" {
 #include <libavutil/frame.h>
@@ -36,6 +39,14 @@ inline std::int16_t sample(std::int64_t value) {
     return static_cast<std::int16_t>(value >> 48);
 }
 
+/// What most compressed sounds are decoded to.
+QUILLARY_MULTIVERSION void interleave(const float* left, const float* right, std::size_t count, std::int16_t* out) {
+    for (std::size_t i = 0; i < count; ++i) {
+        out[2 * i] = sample(left[i]);
+        out[2 * i + 1] = sample(right[i]);
+    }
+}
+
 template <typename T>
 void convert(const AVFrame& frame, std::size_t skipped, bool planar, std::int16_t* out) {
     const auto channels = static_cast<std::size_t>(frame.ch_layout.nb_channels);
@@ -47,6 +58,7 @@ void convert(const AVFrame& frame, std::size_t skipped, bool planar, std::int16_
     } else if (channels == 2) {
         const T* const left = plane(0) + skipped;
         const T* const right = plane(1) + skipped;
+        if constexpr (std::is_same_v<T, float>) return interleave(left, right, count, out);
         for (std::size_t i = 0; i < count; ++i) {
             out[2 * i] = sample(left[i]);
             out[2 * i + 1] = sample(right[i]);

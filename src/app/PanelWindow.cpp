@@ -186,7 +186,9 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         auto* thumbnails = new ThumbnailProvider(services.thumbnails); // the engine's from here on
         engine.addImageProvider(QStringLiteral("thumbnail"), thumbnails);
         QuillaryViewController controller(
-            {services.storage, services.settings, services.builtIns, *clipboard, work, saves}, services.desktop);
+            {services.storage, services.settings, services.builtIns, *clipboard, work, saves,
+             services.desktop.cacheFolder()},
+            services.desktop);
         PanelModel& model = controller.model();
         show(model, options.tab, options.shelf);
         PanelContainerView* view = controller.loadView(engine, rootView);

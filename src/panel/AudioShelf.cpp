@@ -1,16 +1,44 @@
 #include "panel/AudioShelf.h"
 
+#include "media/SoundOrder.h"
+
 #include <array>
+#include <cmath>
 
 namespace quillary {
+
+namespace fs = std::filesystem;
+
+/// The sounds whose lengths are missing, in list order, and where known lengths are kept.
+struct AudioShelf::LengthJob {
+    AudioDurationCache cache;
+    std::vector<fs::path> files;
+    std::vector<FileDate> dates; ///< of the files, as they were listed
+};
 
 QString AudioShelf::label(AudioSort sort) {
     constexpr std::array<QStringView, 4> labels{u"Newest", u"Name", u"Shortest", u"Longest"};
     return labels.at(static_cast<std::size_t>(sort)).toString();
 }
 
-AudioShelf::AudioShelf(const Services& with, QObject* parent)
-    : Shelf(with, std::make_shared<ShelfListing>(Storage::Folder::audio), parent) {}
+QString AudioShelf::lengthLabel(double seconds) {
+    if (!(seconds > 0)) return {};
+    if (seconds < 10) return QString::number(seconds, 'f', 1) + u's';
+    const auto whole = static_cast<qint64>(seconds);
+    return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
+}
+
+AudioShelf::AudioShelf(const Services& with, AudioPreview& preview, QObject* parent)
+    : MediaShelf(with, Storage::Folder::audio,
+                 {.none = QStringLiteral("Nothing readable in that drop"),
+                  .wrong = QStringLiteral("Those aren’t audio files"),
+                  .noun = QStringLiteral("sound")},
+                 parent)
+    , m_preview(preview)
+    , m_lengths(with.work)
+    , m_keeping(with.work) {}
+
+AudioShelf::~AudioShelf() = default;
 
 void AudioShelf::setAudioSort(AudioSort sort) {
     m_audioSort = sort;
@@ -18,14 +46,119 @@ void AudioShelf::setAudioSort(AudioSort sort) {
     updateVisible();
 }
 
-void AudioShelf::setSelectedAudio(std::optional<std::filesystem::path> url) {
+void AudioShelf::setSelectedAudio(std::optional<fs::path> url) {
     if (m_selectedAudio == url) return;
     m_selectedAudio = std::move(url);
     Q_EMIT selectedAudioChanged();
 }
 
 void AudioShelf::arrange(std::vector<quint32>& rows, const LibraryItems& items) const {
-    if (m_audioSort == AudioSort::name) sortByName(rows, items);
+    switch (m_audioSort) {
+    case AudioSort::recent:
+        break; // as they come
+    case AudioSort::name:
+        return sortSounds(rows, items, SoundOrder::name, m_audioDurations);
+    case AudioSort::shortest:
+        return sortSounds(rows, items, SoundOrder::shortest, m_audioDurations);
+    case AudioSort::longest:
+        return sortSounds(rows, items, SoundOrder::longest, m_audioDurations);
+    }
+}
+
+QVariant AudioShelf::details(const LibraryItem& item) const {
+    return lengthLabel(secondsOf(item.url).value_or(0));
+}
+
+std::optional<double> AudioShelf::secondsOf(const fs::path& url) const {
+    const auto known = m_audioDurations.find(url);
+    return known == m_audioDurations.end() ? std::nullopt : std::optional(known->second);
+}
+
+/// What changed or went since its length was read is forgotten.
+void AudioShelf::takenOver() {
+    std::map<fs::path, FileDate> asked;
+    AudioDurationCache::Durations known;
+    for (const LibraryItem& item : items()) {
+        const auto before = m_asked.find(item.url);
+        if (before == m_asked.end() || before->second != item.modified) continue;
+        asked.insert(*before);
+        if (auto length = m_audioDurations.extract(item.url)) known.insert(std::move(length));
+    }
+    m_asked = std::move(asked);
+    m_audioDurations = std::move(known);
+    loadDurations();
+}
+
+void AudioShelf::loadDurations() {
+    m_lengths.cancel();
+    auto job = std::make_shared<LengthJob>(
+        AudioDurationCache(contents().root / Storage::relativeFolder(Storage::Folder::audio)));
+    for (const LibraryItem& item : items())
+        if (!m_asked.contains(item.url)) {
+            job->files.push_back(item.url);
+            job->dates.push_back(item.modified);
+        }
+    setDurationsRemaining(0);
+    if (job->files.empty()) return;
+    m_lengths.run([job](const std::stop_token&) { return job->cache.load(job->files); },
+                  [this, job](AudioDurationCache::Durations kept) {
+                      const auto missing = std::make_shared<LengthJob>(job->cache);
+                      for (std::size_t i = 0; i < job->files.size(); ++i) {
+                          if (kept.contains(job->files[i])) {
+                              m_asked.emplace(job->files[i], job->dates[i]);
+                              continue;
+                          }
+                          missing->files.push_back(job->files[i]);
+                          missing->dates.push_back(job->dates[i]);
+                      }
+                      m_audioDurations.merge(kept);
+                      visibleModel()->detailsChanged();
+                      if (m_audioSort >= AudioSort::shortest) updateVisible();
+                      m_durationsWanted = static_cast<int>(missing->files.size());
+                      setDurationsRemaining(missing->files.size());
+                      if (!missing->files.empty()) readDurations(missing, 0);
+                  });
+}
+
+void AudioShelf::readDurations(std::shared_ptr<const LengthJob> job, std::size_t from) {
+    const auto batch = std::span(job->files).subspan(from, std::min(batchSize, job->files.size() - from));
+    m_lengths.run([job, batch](const std::stop_token& stop) { return AudioDurationCache::read(batch, stop); },
+                  [this, job, from, next = from + batch.size()](AudioDurationCache::Durations read) {
+                      for (std::size_t i = from; i < next; ++i) m_asked.emplace(job->files[i], job->dates[i]);
+                      m_audioDurations.merge(read);
+                      setDurationsRemaining(job->files.size() - next);
+                      visibleModel()->detailsChanged();
+                      if (m_audioSort >= AudioSort::shortest) updateVisible();
+                      if (next < job->files.size())
+                          readDurations(job, next);
+                      else
+                          keepDurations();
+                  });
+}
+
+void AudioShelf::setDurationsRemaining(std::size_t files) {
+    m_durationsRemaining = static_cast<int>(files);
+    Q_EMIT durationsRemainingChanged();
+}
+
+void AudioShelf::keepDurations() {
+    const AudioDurationCache cache(contents().root / Storage::relativeFolder(Storage::Folder::audio));
+    m_keeping.every([cache, known = m_audioDurations](const std::stop_token&) { return cache.save(known); },
+                    [](bool) {});
+}
+
+void AudioShelf::play(const QString& url, double fraction) {
+    const LibraryItem* const item = itemAt(url);
+    if (!item) return;
+    setSelectedAudio(item->url);
+    m_preview.play(item->url, fraction, secondsOf(item->url));
+}
+
+void AudioShelf::scrub(const QString& url, double fraction) {
+    const LibraryItem* const item = itemAt(url);
+    if (!item) return;
+    setSelectedAudio(item->url);
+    m_preview.scrub(item->url, fraction, secondsOf(item->url));
 }
 
 void AudioShelf::relocated(std::span<const ShelfSelection::Relocation> relocations) {
@@ -33,6 +166,10 @@ void AudioShelf::relocated(std::span<const ShelfSelection::Relocation> relocatio
         if (auto known = m_audioDurations.extract(from)) {
             known.key() = to;
             m_audioDurations.insert(std::move(known));
+        }
+        if (auto asked = m_asked.extract(from)) {
+            asked.key() = to;
+            m_asked.insert(std::move(asked));
         }
         if (m_selectedAudio == from) setSelectedAudio(to);
     }

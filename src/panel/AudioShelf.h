@@ -1,18 +1,32 @@
 #pragma once
 
-#include "panel/Shelf.h"
-
-#include <map>
+#include "media/AudioDurationCache.h"
+#include "media/AudioPreview.h"
+#include "panel/MediaShelf.h"
 
 namespace quillary {
 
-/// The Audio shelf. Main thread.
-class AudioShelf : public quillary::Shelf { // qualified: the QML type system looks it up by this name
+/// Makes the player known to QML.
+struct AudioPreviewType {
+    Q_GADGET
+    QML_FOREIGN(quillary::AudioPreview)
+    QML_NAMED_ELEMENT(AudioPreview)
+    QML_UNCREATABLE("given by the shelf")
+};
+
+/// The Audio shelf: sounds with their lengths, and the player that previews them. Lengths that are not known yet are
+/// read in the background, in batches; a listing that changes begins anew with what is missing then. Main thread.
+class AudioShelf : public quillary::MediaShelf { // qualified: the QML type system looks it up by this name
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("given by the model")
     Q_PROPERTY(
         quillary::AudioShelf::AudioSort audioSort READ audioSort WRITE setAudioSort NOTIFY audioSortChanged FINAL)
+    /// Files whose length is still being read; 0 when idle.
+    Q_PROPERTY(int durationsRemaining READ durationsRemaining NOTIFY durationsRemainingChanged FINAL)
+    /// Of how many lengths that are being read.
+    Q_PROPERTY(int durationsWanted READ durationsWanted NOTIFY durationsRemainingChanged FINAL)
+    Q_PROPERTY(quillary::AudioPreview* preview READ preview CONSTANT FINAL)
 
 public:
     enum class AudioSort {
@@ -29,10 +43,15 @@ public:
     /// The text that the menu shows.
     Q_INVOKABLE static QString label(quillary::AudioShelf::AudioSort sort);
 
-    explicit AudioShelf(const Services& with, QObject* parent = nullptr);
+    static constexpr std::size_t batchSize = 300;
+
+    AudioShelf(const Services& with, AudioPreview& preview, QObject* parent = nullptr);
+    ~AudioShelf() override;
 
     QString title() const override { return tr("Audio"); }
     void refreshAudio() { refresh(); }
+    void saveAudio(const std::vector<platform::ItemProvider>& providers) { save(providers); }
+    LibraryItems visibleAudio() const { return visible(); }
     const LibraryItems& audio() const { return items(); }
     const QStringList& audioCollections() const { return collections(); }
     /// None for all.
@@ -40,22 +59,47 @@ public:
     AudioSort audioSort() const { return m_audioSort; }
     void setAudioSort(AudioSort sort);
     /// Seconds of the sounds whose length is known.
-    const std::map<std::filesystem::path, double>& audioDurations() const { return m_audioDurations; }
+    const AudioDurationCache::Durations& audioDurations() const { return m_audioDurations; }
+    int durationsRemaining() const { return m_durationsRemaining; }
+    int durationsWanted() const { return m_durationsWanted; }
+    AudioPreview* preview() { return &m_preview; }
+    /// "0:14", or "2.4s" below ten seconds; empty for a length of 0.
+    static QString lengthLabel(double seconds);
+
+    /// Plays the sound that the shelf shows under this file: URL from a fraction of its length.
+    Q_INVOKABLE void play(const QString& url, double fraction);
+    Q_INVOKABLE void scrub(const QString& url, double fraction);
     const std::optional<std::filesystem::path>& selectedAudio() const { return m_selectedAudio; }
     void setSelectedAudio(std::optional<std::filesystem::path> url);
 
 Q_SIGNALS:
     void audioSortChanged();
+    void durationsRemainingChanged();
     void selectedAudioChanged();
 
 protected:
-    FileVerbs fileVerbs() const override { return Shelf::fileVerbs(storage(), Storage::Folder::audio); }
+    void takenOver() override;
+    QVariant details(const LibraryItem& item) const override;
     void arrange(std::vector<quint32>& rows, const LibraryItems& items) const override;
     void relocated(std::span<const ShelfSelection::Relocation> relocations) override;
 
 private:
+    struct LengthJob;
+    void loadDurations();
+    void readDurations(std::shared_ptr<const LengthJob> job, std::size_t from);
+    void setDurationsRemaining(std::size_t files);
+    void keepDurations();
+    std::optional<double> secondsOf(const std::filesystem::path& url) const;
+
+    AudioPreview& m_preview;
     AudioSort m_audioSort = AudioSort::recent;
-    std::map<std::filesystem::path, double> m_audioDurations;
+    AudioDurationCache::Durations m_audioDurations;
+    /// The date of each file whose length was asked for, also of those that gave none: they are not asked again.
+    std::map<std::filesystem::path, FileDate> m_asked;
+    int m_durationsRemaining = 0;
+    int m_durationsWanted = 0;
+    Background m_lengths;
+    Background m_keeping;
     std::optional<std::filesystem::path> m_selectedAudio;
 };
 

@@ -166,6 +166,8 @@ public:
         platform::Clipboard& clipboard;
         QThreadPool& work;
         QThreadPool& saves;
+        std::filesystem::path cacheFolder = {}; ///< for what can be made again; empty keeps nothing
+        SoundPlayer::MakeOutput makeAudioOutput = platform::systemAudioOutput;
     };
 
     explicit PanelModel(const Collaborators& with, QObject* parent = nullptr);
@@ -348,6 +350,7 @@ private:
     Favorites m_favorites;
     ImagesShelf m_imagesShelf;
     VideoShelf m_videoShelf;
+    AudioPreview m_audioPreview;
     AudioShelf m_audioShelf;
     BlocksShelf m_blocksShelf;
 

@@ -34,6 +34,9 @@ QString imageType(const platform::ItemProvider& item) {
 } // namespace
 
 void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
+    // What is dropped on the shelf of sounds or clips is for that shelf.
+    if (m_tab == Tab::library && m_libraryKind == LibraryKind::audio) return m_audioShelf.saveAudio(items);
+    if (m_tab == Tab::library && m_libraryKind == LibraryKind::videos) return m_videoShelf.saveVideos(items);
     switch (DropReader::contents(items, &BlocksShelf::isClip)) {
     case DropReader::Contents::clips:
         setTab(Tab::library);

@@ -3,6 +3,11 @@
 namespace quillary {
 
 VideoShelf::VideoShelf(const Services& with, QObject* parent)
-    : Shelf(with, std::make_shared<ShelfListing>(Storage::Folder::videos), parent) {}
+    : MediaShelf(with, Storage::Folder::videos,
+                 {.none = QStringLiteral("That drag carried no Final Cut clip"),
+                  .wrong = QStringLiteral("Those aren’t video files"),
+                  .noun = QStringLiteral("video")},
+                 parent)
+    , m_scrubber(with.work) {}
 
 } // namespace quillary

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "panel/Shelf.h"
+#include "media/VideoScrubber.h"
+#include "panel/MediaShelf.h"
 
 namespace quillary {
 
-/// The Videos shelf. Main thread.
-class VideoShelf : public quillary::Shelf { // qualified: the QML type system looks it up by this name
+/// The Videos shelf: clips, and the frames that their tiles show under the pointer. Main thread.
+class VideoShelf : public quillary::MediaShelf { // qualified: the QML type system looks it up by this name
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("given by the model")
@@ -15,13 +16,18 @@ public:
 
     QString title() const override { return tr("Videos"); }
     void refreshVideos() { refresh(); }
+    void saveVideos(const std::vector<platform::ItemProvider>& providers) { save(providers); }
+    LibraryItems visibleVideos() const { return visible(); }
     const LibraryItems& videos() const { return items(); }
     const QStringList& videoCollections() const { return collections(); }
     /// None for all.
     std::optional<QString> videoCollection() const { return collectionFilter().collection(); }
 
-protected:
-    FileVerbs fileVerbs() const override { return Shelf::fileVerbs(storage(), Storage::Folder::videos); }
+    VideoScrubber& scrubber() { return m_scrubber; }
+    QThreadPool& pool() const { return work(); }
+
+private:
+    VideoScrubber m_scrubber;
 };
 
 } // namespace quillary

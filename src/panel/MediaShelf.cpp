@@ -1,0 +1,79 @@
+#include "panel/MediaShelf.h"
+
+#include "base/Text.h"
+#include "blocks/ArrangementStore.h"
+#include "blocks/FCPXMLPasteboard.h"
+#include "drag/DropReader.h"
+#include "panel/BatchSave.h"
+
+#include <algorithm>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+MediaShelf::MediaShelf(const Services& with, Storage::Folder folder, Texts texts, QObject* parent)
+    : Shelf(with, std::make_shared<ShelfListing>(folder), parent)
+    , m_folder(folder)
+    , m_texts(std::move(texts))
+    , m_saving(with.work) {}
+
+MediaShelf::~MediaShelf() {
+    m_closing.request_stop();
+}
+
+void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
+    const auto clip = std::ranges::find_if(providers, FCPXMLPasteboard::carriesClips);
+    if (clip != providers.end()) {
+        const auto xml = FCPXMLPasteboard::xml(*clip);
+        if (xml)
+            saveClip(*xml);
+        else
+            setNote(QStringLiteral("That drag carried no Final Cut clip"));
+        return;
+    }
+    DropReader::fileURLs(providers, this, [this](const std::vector<fs::path>& urls) {
+        if (urls.empty())
+            setNote(m_texts.none);
+        else
+            save(urls);
+    });
+}
+
+void MediaShelf::save(const std::vector<fs::path>& urls) {
+    saveInBackground([urls, &storage = storage(), folder = m_folder, collection = collectionFilter().collection(),
+                      wrong = m_texts.wrong, closing = m_closing.get_token()]() -> std::expected<int, QString> {
+        auto files = filesIn(urls, closing);
+        std::erase_if(files, [&](const fs::path& file) { return Storage::shelf(file) != folder; });
+        if (files.empty()) return std::unexpected(wrong);
+        int added = 0;
+        QString reason;
+        for (const fs::path& file : files) {
+            const auto stored = storage.storeVerbatim(file, folder, collection, {}, closing);
+            added += stored.has_value();
+            if (!stored && reason.isEmpty()) reason = stored.error().description();
+        }
+        if (added == 0) return std::unexpected(reason);
+        return added;
+    });
+}
+
+void MediaShelf::saveClip(const QByteArray& xml) {
+    saveInBackground([xml, &storage = storage(), folder = m_folder, collection = collectionFilter().collection(),
+                      wrong = m_texts.wrong]() -> std::expected<int, QString> {
+        const auto stored = ArrangementStore(storage).singleMediaFile(xml, collection);
+        if (!stored) return std::unexpected(QStringLiteral("That clip is more than a single file"));
+        if (Storage::shelf(*stored) != folder) return std::unexpected(wrong);
+        return 1;
+    });
+}
+
+void MediaShelf::saveInBackground(std::function<std::expected<int, QString>()> save) {
+    m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
+                   [this](const std::expected<int, QString>& added) {
+                       setNote(added ? QStringLiteral("Added %1").arg(counted(*added, m_texts.noun)) : added.error());
+                       if (added) refresh();
+                   });
+}
+
+} // namespace quillary

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "panel/Shelf.h"
+#include "platform/ItemProvider.h"
+
+namespace quillary {
+
+/// What the Audio and the Videos shelf have in common: files of the shelf's kind are copied onto it, into the selected
+/// collection. Main thread; the copying is done in the background.
+class MediaShelf : public quillary::Shelf { // qualified: the QML type system looks it up by this name
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("given by the model")
+
+public:
+    ~MediaShelf() override;
+
+    /// Adds what was dropped: the sounds or clips among the files and in the folders, or the one file of a single clip
+    /// from Final Cut's browser. The note tells what came of it.
+    void save(const std::vector<platform::ItemProvider>& providers);
+    void save(const std::vector<std::filesystem::path>& urls);
+
+protected:
+    /// The shelf's own words.
+    struct Texts {
+        QString none;  ///< for a drop without a file
+        QString wrong; ///< for files of other kinds
+        QString noun;  ///< one of them
+    };
+    MediaShelf(const Services& with, Storage::Folder folder, Texts texts, QObject* parent);
+
+    FileVerbs fileVerbs() const override { return Shelf::fileVerbs(storage(), m_folder); }
+    Storage::Folder folder() const { return m_folder; }
+
+private:
+    void saveClip(const QByteArray& xml);
+    void saveInBackground(std::function<std::expected<int, QString>()> save);
+
+    const Storage::Folder m_folder;
+    const Texts m_texts;
+    Background m_saving;
+    std::stop_source m_closing;
+};
+
+} // namespace quillary

@@ -1,0 +1,145 @@
+#include "PanelModelFixture.h"
+#include "media/TestMedia.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace quillary::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class MediaShelvesTest : public PanelModelTest {
+protected:
+    MediaShelvesTest() {
+        model->setTab(PanelModel::Tab::library);
+        model->setLibraryKind(PanelModel::LibraryKind::audio);
+    }
+
+    AudioShelf& audio() { return *model->audioShelf(); }
+    VideoShelf& videos() { return *model->videoShelf(); }
+    fs::path shelf(const char* name) { return root() / "Library" / name; }
+
+    fs::path sound(const fs::path& file, double seconds) {
+        const auto frames = static_cast<std::int64_t>(seconds * 8000);
+        writeFile(file, waveFile({.rate = 8000, .channels = 1, .frames = frames}, wobblingTone(200, 8000)));
+        return file;
+    }
+    void drop(const std::vector<fs::path>& files) {
+        std::vector<platform::ItemProvider> items;
+        for (const auto& file : files) items.push_back(platform::ItemProvider::file(file));
+        model->handleDrop(items);
+    }
+    std::string names() {
+        std::string names;
+        for (const LibraryItem& item : audio().visibleAudio()) names += item.url.path().stem().string() + ' ';
+        return names;
+    }
+    QString note(const Shelf& of) { return of.noteText(); }
+};
+
+TEST_F(MediaShelvesTest, LengthsAreReadInBatchesAndKept) {
+    for (int i = 0; i < 301; ++i) sound(shelf("Audio") / (std::to_string(i) + ".wav"), 0.01);
+    std::vector<int> remaining;
+    QObject::connect(&audio(), &AudioShelf::durationsRemainingChanged, [&] {
+        if (remaining.empty() || remaining.back() != audio().durationsRemaining())
+            remaining.push_back(audio().durationsRemaining());
+    });
+    audio().refreshAudio();
+    ASSERT_TRUE(comesTrue([&] { return audio().audioDurations().size() == 301; }));
+    settle();
+    EXPECT_EQ(remaining, (std::vector<int>{0, 301, 1, 0}));
+    const fs::path kept = shelf("Audio") / ".audio-durations.json";
+    EXPECT_EQ(QJsonDocument::fromJson(QByteArray::fromStdString(readFile(kept))).object().size(), 301);
+
+    // Another start knows them; a file that changed is read again.
+    make();
+    sound(shelf("Audio") / "7.wav", 2);
+    fs::last_write_time(shelf("Audio") / "7.wav", fs::file_time_type::clock::now() + std::chrono::hours(1));
+    audio().refreshAudio();
+    ASSERT_TRUE(comesTrue([&] { return audio().audioDurations().size() == 301; }));
+    settle();
+    EXPECT_EQ(audio().durationsWanted(), 1);
+    EXPECT_EQ(audio().audioDurations().at(shelf("Audio") / "7.wav"), 2);
+    EXPECT_EQ(QJsonDocument::fromJson(QByteArray::fromStdString(readFile(kept))).object().size(), 301);
+}
+
+TEST_F(MediaShelvesTest, SoundsAreSortedByLengthUnknownOnesLast) {
+    sound(shelf("Audio/Hits") / "two.wav", 2);
+    sound(shelf("Audio") / "half.wav", 0.5);
+    writeFile(shelf("Audio") / "broken.wav", "nothing");
+    sound(shelf("Audio") / "one.wav", 1);
+    audio().refreshAudio();
+    ASSERT_TRUE(comesTrue([&] { return audio().audioDurations().size() == 3; }));
+    audio().setAudioSort(AudioShelf::AudioSort::shortest);
+    EXPECT_EQ(names(), "half one two broken ");
+    audio().setAudioSort(AudioShelf::AudioSort::longest);
+    EXPECT_EQ(names(), "two one half broken ");
+    audio().setAudioSort(AudioShelf::AudioSort::name);
+    EXPECT_EQ(names(), "broken half one two ");
+    audio().setSearch(QStringLiteral("O"));
+    EXPECT_EQ(names(), "broken one two ");
+
+    const QString url = QString::fromLatin1(fileUrl(shelf("Audio") / "one.wav"));
+    audio().rename(url, QStringLiteral("eno"));
+    ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Renamed to “eno”"; }));
+    EXPECT_EQ(audio().audioDurations().at(shelf("Audio") / "eno.wav"), 1);
+}
+
+TEST_F(MediaShelvesTest, LabelsOfLengths) {
+    for (const auto& [seconds, label] : {std::pair{0.0, ""},
+                                         {0.04, "0.0s"},
+                                         {2.44, "2.4s"},
+                                         {10.0, "0:10"},
+                                         {14.9, "0:14"},
+                                         {72.0, "1:12"},
+                                         {43200.0, "720:00"}})
+        EXPECT_EQ(AudioShelf::lengthLabel(seconds), QLatin1String(label));
+}
+
+TEST_F(MediaShelvesTest, DropsAddWhatIsOfTheShelfsKind) {
+    writeFile(folder / "text.txt", "no sound");
+    audio().setCollectionFilter(CollectionFilter::named(QStringLiteral("Hits")));
+    drop({sound(folder / "in/one.wav", 1), folder / "text.txt"});
+    ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Added 1 sound"; }));
+    EXPECT_TRUE(fs::exists(shelf("Audio") / "Hits/one.wav"));
+    sound(folder / "in/two.wav", 1);
+    drop({folder / "in"});
+    ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Added 2 sounds"; }));
+    drop({folder / "text.txt"});
+    ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Those aren’t audio files"; }));
+    platform::ItemProvider nothing;
+    nothing.registerData(QStringLiteral("application/x-other"), "x");
+    model->handleDrop({nothing});
+    ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Nothing readable in that drop"; }));
+
+    model->setLibraryKind(PanelModel::LibraryKind::videos);
+    writeFile(folder / "clip.MP4", "any bytes");
+    drop({folder / "clip.MP4", folder / "in/one.wav"});
+    ASSERT_TRUE(comesTrue([&] { return note(videos()) == u"Added 1 video"; }));
+    drop({folder / "in/one.wav"});
+    ASSERT_TRUE(comesTrue([&] { return note(videos()) == u"Those aren’t video files"; }));
+    model->handleDrop({nothing});
+    ASSERT_TRUE(comesTrue([&] { return note(videos()) == u"That drag carried no Final Cut clip"; }));
+}
+
+TEST_F(MediaShelvesTest, ASingleClipIsReducedToItsFile) {
+    const fs::path media = sound(folder / "Wind & rain.wav", 1);
+    const QByteArray xml = "<?xml version=\"1.0\"?><!DOCTYPE fcpxml><fcpxml version=\"1.10\"><resources>"
+                           "<asset id=\"r1\" name=\"Wind\" uid=\"A1\" start=\"0s\" duration=\"1s\" hasAudio=\"1\">"
+                           "<media-rep kind=\"original-media\" src=\"" +
+                           fileUrl(media).replace("&", "&amp;") +
+                           "\"/></asset></resources><asset-clip ref=\"r1\" name=\"Wind\" duration=\"1s\"/></fcpxml>";
+    platform::ItemProvider clip;
+    clip.registerData(QStringLiteral("com.apple.finalcutpro.xml"), xml);
+    model->handleDrop({clip});
+    ASSERT_TRUE(comesTrue([&] { return audio().note().has_value(); }));
+    EXPECT_EQ(note(audio()).toStdString(), "Added 1 sound");
+    ASSERT_TRUE(comesTrue([&] { return audio().count() == 1; }));
+    EXPECT_EQ(readFile(audio().audio().front().url), readFile(media));
+}
+
+} // namespace
+
+} // namespace quillary::test

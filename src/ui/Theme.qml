@@ -46,6 +46,8 @@ QtObject {
     /// Cells and borders over pictures.
     readonly property color ink: dark ? "#FFFFFF" : "#000000"
     readonly property color pictureShade: "#40000000"
+    /// Behind a text over a picture.
+    readonly property color caption: "#B3141416"
 
     readonly property int margin: 10
     readonly property int gap: 8

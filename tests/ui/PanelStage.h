@@ -27,7 +27,13 @@ namespace quillary::test {
 /// The panel's root view over a real library in a folder of its own, in a window of its own.
 class PanelStage {
 public:
-    explicit PanelStage(std::filesystem::path builtInSets = {}) : builtIns(std::move(builtInSets)) {
+    /// Clips have pictures when their frames can be had from somewhere.
+    explicit PanelStage(std::filesystem::path builtInSets = {},
+                        SoundPlayer::MakeOutput makeOutput = platform::systemAudioOutput,
+                        Thumbnail::FrameSource frames = {})
+        : builtIns(std::move(builtInSets))
+        , model({storage, settings, builtIns, clipboard, work, saves, desktop.cacheFolder(), std::move(makeOutput)})
+        , thumbnails(desktop.cacheFolder(), std::move(frames)) {
         saves.setMaxThreadCount(1);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         engine.addImageProvider(QStringLiteral("thumbnail"), new ThumbnailProvider(thumbnails));
@@ -89,8 +95,8 @@ public:
     NoClipboard clipboard;
     QThreadPool work;
     QThreadPool saves;
-    PanelModel model{{storage, settings, builtIns, clipboard, work, saves}};
-    Thumbnail thumbnails{desktop.cacheFolder()};
+    PanelModel model;
+    Thumbnail thumbnails;
     QQmlEngine engine;
     QQuickWindow window;
     std::unique_ptr<QQuickItem> root;

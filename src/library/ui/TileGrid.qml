@@ -23,6 +23,8 @@ GridView {
     readonly property int columns: list ? 1 : Math.max(1, Math.floor(width / (leastWidth + gap)))
     readonly property real tileWidth: list ? width - gap : Math.min(mostWidth, Math.floor(width / columns) - gap)
     readonly property real pictureHeight: list ? 0 : Math.round(tileWidth * aspect)
+    /// Is given keys first, and takes those that mean something else on its shelf.
+    property Item keyTarget: null
     /// The text typed in quick succession.
     property string typed: ""
 
@@ -152,6 +154,7 @@ GridView {
     pixelAligned: true
     topMargin: 3
 
+    Keys.forwardTo: keyTarget ? [keyTarget] : []
     Keys.onPressed: event => event.accepted = handle(event.key, event.modifiers, event.text)
 
     T.ScrollBar.vertical: ScrollBar {

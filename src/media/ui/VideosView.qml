@@ -1,9 +1,10 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Quillary.Library
+import Quillary.Media
 import Quillary.Model
 
-/// The Videos shelf.
+/// The Videos shelf: clips as tiles whose frames follow the pointer.
 ShelfView {
     id: videos
 
@@ -14,17 +15,18 @@ ShelfView {
     emptySymbol: "film.stack"
     emptyTitle: qsTr("No videos yet")
     everything: qsTr("folders")
-    grid.captionHeight: 34
-    grid.list: true
-    hint: qsTr("Drag a clip onto the timeline")
+    grid.aspect: 0.5625
+    grid.leastWidth: 136
+    grid.mostWidth: 230
+    hint: nothingSaved ? qsTr("Drop video files, or drag one clip from Final Cut’s browser") : qsTr("Drag a clip onto the timeline")
     newCollectionFootnote: qsTr("Videos dropped in while this collection is selected are filed here.")
     newCollectionTitle: qsTr("New video collection")
     renameTitle: qsTr("Rename video")
     shelf: model.videoShelf
 
-    delegate: FileRow {
+    delegate: VideoTile {
         grid: videos.grid
-        symbol: "film.stack"
+        videoShelf: videos.model.videoShelf
     }
     menu: FileMenu {
         shelf: videos.shelf

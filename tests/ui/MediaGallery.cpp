@@ -1,0 +1,155 @@
+#include "PanelStage.h"
+#include "media/ClipFrames.h"
+#include "media/TestMedia.h"
+#include "support/FakeAudioOutput.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <cmath>
+#include <cstdio>
+
+// Shows the shelves of sounds and clips in every state and saves a picture of each into the folder named as the
+// argument.
+
+using namespace quillary;
+using namespace quillary::test;
+
+namespace {
+
+class MediaGallery {
+public:
+    explicit MediaGallery(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
+
+    bool show() { return stage.show({380, 460}); }
+    void take(const char* name) {
+        PanelStage::wait(500);
+        const QString file = m_folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png");
+        if (!stage.window.grabWindow().save(file)) std::fprintf(stderr, "Could not write %s.\n", qPrintable(file));
+    }
+    void press(Qt::Key key) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(&stage.window, &event);
+        }
+    }
+    void point(QPointF at) {
+        for (const double step : {0.0, 2.0}) {
+            QMouseEvent move(QEvent::MouseMove, at + QPointF(step, 0), at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&stage.window, &move);
+        }
+    }
+
+    void takeSounds() {
+        AudioShelf& audio = *stage.model.audioShelf();
+        stage.model.setTab(PanelModel::Tab::library);
+        stage.model.setLibraryKind(PanelModel::LibraryKind::audio);
+        audio.refreshAudio();
+        take("audio-empty");
+        const auto shelf = *stage.storage.root() / "Library" / "Audio";
+        const auto add = [&](const char* name, double seconds, double fade) {
+            constexpr int rate = 22050;
+            const auto frames = static_cast<std::int64_t>(seconds * rate);
+            writeFile(shelf / name, waveFile({.rate = rate, .channels = 1, .frames = frames},
+                                             [=, tone = wobblingTone(90, rate)](std::int64_t i, int) {
+                                                 const double t = static_cast<double>(i) / static_cast<double>(frames);
+                                                 return tone(i, 0) * std::sin(t * 3.14) * std::exp(-fade * t) *
+                                                        (0.6 + 0.4 * std::sin(t * 300));
+                                             }));
+        };
+        add("Whoosh deep.wav", 2.4, 2);
+        add("Whoosh short.wav", 0.6, 5);
+        add("Whoosh metal.wav", 1.1, 1);
+        add("Whoosh reverse long with a name that does not fit.wav", 14, -2);
+        add("Ambience/Rain on a roof.wav", 95, 0);
+        writeFile(shelf / "Broken.wav", "no sound");
+        audio.refreshAudio();
+        PanelStage::comesTrue([&] { return audio.audioDurations().size() == 5; });
+        audio.setAudioSort(AudioShelf::AudioSort::name);
+        take("audio");
+        const auto urlOf = [&](const char* name) {
+            return audio.visibleModel()->urlAt(audio.visibleModel()->rowNamed(QString::fromUtf8(name), 0));
+        };
+        audio.toggleFavorite(urlOf("Whoosh metal"));
+        audio.play(urlOf("Whoosh rev"), 0);
+        PanelStage::comesTrue([&] { return audio.preview()->progress() > 0.4; }, 4000);
+        take("audio-playing");
+        audio.preview()->stop();
+        audio.setSearch(QStringLiteral("whoosh"));
+        take("audio-search");
+        audio.setSearch(QStringLiteral("zzz"));
+        take("audio-no-match");
+        audio.setSearch({});
+        audio.setNote(QStringLiteral("Added 2 sounds"));
+        audio.selection()->toggle(1, 0);
+        take("audio-selected");
+        stage.resize({320, 400});
+        take("audio-small");
+        stage.resize({900, 700});
+        take("audio-large");
+        stage.resize({380, 460});
+        audio.selection()->clear();
+        log.failure = platform::AudioOutput::Failure::noDevice;
+        audio.play(urlOf("Whoosh metal"), 0);
+        take("audio-no-output");
+    }
+
+    void takeClips() {
+        VideoShelf& videos = *stage.model.videoShelf();
+        stage.model.setLibraryKind(PanelModel::LibraryKind::videos);
+        videos.refreshVideos();
+        take("videos-empty");
+        const auto shelf = *stage.storage.root() / "Library" / "Videos";
+        const auto add = [&](const char* name, const ClipFile& kind) {
+            std::filesystem::create_directories((shelf / name).parent_path());
+            encode(shelf / name, kind);
+        };
+        add("Harbour pass.mp4", {.muxer = "mp4", .encoder = "libx264", .width = 640, .height = 360, .frames = 200});
+        add("Portrait.mov", {.muxer = "mov", .encoder = "mpeg4", .width = 640, .height = 360, .turn = 90});
+        add("Drone/Cliffs at dusk.mp4", {.muxer = "mp4", .encoder = "libx264", .width = 640, .height = 272});
+        writeFile(shelf / "River 4K.mp4", "no clip");
+        videos.refreshVideos();
+        PanelStage::comesTrue([&] { return videos.count() == 4; });
+        take("videos");
+        point({280, 200});
+        take("videos-scrub");
+        point({5, 5});
+        videos.selection()->toggle(0, 0);
+        videos.setNote(QStringLiteral("Added 1 video"));
+        take("videos-selected");
+        stage.resize({320, 400});
+        take("videos-small");
+        stage.resize({900, 700});
+        take("videos-large");
+        stage.resize({380, 460});
+        stage.root->setProperty("dark", false);
+        take("light-videos");
+        stage.model.setLibraryKind(PanelModel::LibraryKind::audio);
+        take("light-audio");
+    }
+
+    FakeAudioOutput::Log log;
+    PanelStage stage{{}, [this] { return std::make_unique<FakeAudioOutput>(log); }, media::clipThumbnail};
+
+private:
+    QString m_folder;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: media_gallery FOLDER\n");
+        return 2;
+    }
+    MediaGallery gallery(QString::fromLocal8Bit(argv[1]));
+    if (!gallery.show()) {
+        std::fprintf(stderr, "%s\n", qPrintable(gallery.stage.errors));
+        return 1;
+    }
+    gallery.takeSounds();
+    gallery.takeClips();
+    return 0;
+}

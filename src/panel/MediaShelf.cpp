@@ -27,7 +27,7 @@ void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
     if (clip != providers.end()) {
         const auto xml = FCPXMLPasteboard::xml(*clip);
         if (xml)
-            saveClip(*xml);
+            saveClip(*clip, *xml);
         else
             setNote(QStringLiteral("That drag carried no Final Cut clip"));
         return;
@@ -58,22 +58,27 @@ void MediaShelf::save(const std::vector<fs::path>& urls) {
     });
 }
 
-void MediaShelf::saveClip(const QByteArray& xml) {
-    saveInBackground([xml, &storage = storage(), folder = m_folder, collection = collectionFilter().collection(),
-                      wrong = m_texts.wrong]() -> std::expected<int, QString> {
-        const auto stored = ArrangementStore(storage).singleMediaFile(xml, collection);
-        if (!stored) return std::unexpected(QStringLiteral("That clip is more than a single file"));
-        if (Storage::shelf(*stored) != folder) return std::unexpected(wrong);
-        return 1;
-    });
+void MediaShelf::saveClip(const platform::ItemProvider& clip, const QByteArray& xml) {
+    m_saving.every([xml, &storage = storage(), collection = collectionFilter().collection()](
+                       const std::stop_token&) { return ArrangementStore(storage).singleMediaFile(xml, collection); },
+                   [this, clip](const std::optional<fs::path>& stored) {
+                       if (!stored)
+                           Q_EMIT compoundClipDropped(clip);
+                       else if (Storage::shelf(*stored) != m_folder)
+                           setNote(m_texts.wrong);
+                       else
+                           tell(1);
+                   });
 }
 
 void MediaShelf::saveInBackground(std::function<std::expected<int, QString>()> save) {
     m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
-                   [this](const std::expected<int, QString>& added) {
-                       setNote(added ? QStringLiteral("Added %1").arg(counted(*added, m_texts.noun)) : added.error());
-                       if (added) refresh();
-                   });
+                   [this](const std::expected<int, QString>& added) { tell(added); });
+}
+
+void MediaShelf::tell(const std::expected<int, QString>& added) {
+    setNote(added ? QStringLiteral("Added %1").arg(counted(*added, m_texts.noun)) : added.error());
+    if (added) refresh();
 }
 
 } // namespace quillary

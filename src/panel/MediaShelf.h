@@ -20,6 +20,10 @@ public:
     void save(const std::vector<platform::ItemProvider>& providers);
     void save(const std::vector<std::filesystem::path>& urls);
 
+Q_SIGNALS:
+    /// A clip that is more than one file was dropped: it belongs among the blocks.
+    void compoundClipDropped(const quillary::platform::ItemProvider& clip);
+
 protected:
     /// The shelf's own words.
     struct Texts {
@@ -33,8 +37,9 @@ protected:
     Storage::Folder folder() const { return m_folder; }
 
 private:
-    void saveClip(const QByteArray& xml);
+    void saveClip(const platform::ItemProvider& clip, const QByteArray& xml);
     void saveInBackground(std::function<std::expected<int, QString>()> save);
+    void tell(const std::expected<int, QString>& added);
 
     const Storage::Folder m_folder;
     const Texts m_texts;

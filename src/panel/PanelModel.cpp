@@ -2,10 +2,12 @@
 
 #include "library/AppSettings.h"
 #include "panel/PanelModelWriting.h"
+#include "platform/ItemProvider.h"
 #include "values/ShelfCounts.h"
 
 #include <array>
 #include <chrono>
+#include <initializer_list>
 
 namespace quillary {
 
@@ -49,6 +51,9 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     m_progressTick.setInterval(50ms);
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
     connect(&m_imagesShelf, &Shelf::noteChanged, this, &PanelModel::librarySaveNoteChanged);
+    for (const MediaShelf* shelf : std::initializer_list<const MediaShelf*>{&m_videoShelf, &m_audioShelf})
+        connect(shelf, &MediaShelf::compoundClipDropped, this,
+                [this](const platform::ItemProvider& clip) { keepBlocks({clip}); });
     connect(&m_settingsModel, &SettingsModel::rootChanged, this, [this] {
         refreshShelves();
         prepareExport();

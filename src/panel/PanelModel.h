@@ -323,6 +323,7 @@ private:
     void saveInBackground(std::function<std::expected<QString, QString>()> save);
 
     void stageDropped(const platform::ItemProvider& item);
+    void keepBlocks(const std::vector<platform::ItemProvider>& clips);
     void finishBatch(const BatchResult& result);
     void showImportProgress();
 

@@ -39,9 +39,7 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
     if (m_tab == Tab::library && m_libraryKind == LibraryKind::videos) return m_videoShelf.saveVideos(items);
     switch (DropReader::contents(items, &BlocksShelf::isClip)) {
     case DropReader::Contents::clips:
-        setTab(Tab::library);
-        setLibraryKind(LibraryKind::blocks);
-        m_blocksShelf.captureBlocks(items);
+        keepBlocks(items);
         break;
     case DropReader::Contents::image:
         stageDropped(items.front());
@@ -53,6 +51,12 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
         fail(nothingReadable, dropPictures);
         break;
     }
+}
+
+void PanelModel::keepBlocks(const std::vector<platform::ItemProvider>& clips) {
+    setTab(Tab::library);
+    setLibraryKind(LibraryKind::blocks);
+    m_blocksShelf.captureBlocks(clips);
 }
 
 void PanelModel::stageDropped(const platform::ItemProvider& item) {

@@ -6,6 +6,7 @@
 #include "platform/FileAttributes.h"
 
 #include <QBuffer>
+#include <array>
 
 namespace quillary::test {
 
@@ -75,6 +76,19 @@ TEST_F(BlocksShelfTest, ADropAnywhereIsKept) {
     EXPECT_TRUE(fs::exists(blocksFolder() / "Titles/One.fcpxml"));
     EXPECT_EQ(names(), QStringList{u"One"_s});
     EXPECT_EQ(shelf().blocks().size(), 4U);
+}
+
+TEST_F(BlocksShelfTest, ClipsThatAreMoreThanOneFileComeFromTheOtherShelves) {
+    for (const auto kind : {PanelModel::LibraryKind::audio, PanelModel::LibraryKind::videos}) {
+        model->setTab(PanelModel::Tab::library);
+        model->setLibraryKind(kind);
+        const QByteArray name = "Dropped " + QByteArray::number(static_cast<int>(kind));
+        const std::array files{folder / "media/one.mov", folder / "media/two.mov"};
+        for (const fs::path& file : files) writeFile(file, file.filename().string());
+        model->handleDrop({offered(compound(name, {{.uid = "", .file = files[0]}, {.uid = "", .file = files[1]}}))});
+        EXPECT_TRUE(comesTrue([&] { return names().contains(QString::fromUtf8(name)); }));
+        EXPECT_EQ(model->libraryKind(), PanelModel::LibraryKind::blocks);
+    }
 }
 
 TEST_F(BlocksShelfTest, WhatIsNoClipIsToldAndStoresNothing) {

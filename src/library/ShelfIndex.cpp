@@ -165,8 +165,14 @@ private:
 
     void mark(ShelfNode& node, const FolderWatch::Change& change) {
         using Kind = FolderWatch::Change::Kind;
-        if (change.kind == Kind::entry)
-            node.changed.insert(change.name);
+        if (!change.name.empty()) node.changed.insert(change.name);
+        if (change.kind == Kind::created)
+            node.incoming.insert_or_assign(change.name, false);
+        else if (change.kind == Kind::settled)
+            node.incoming.erase(change.name);
+        else if (const auto at = node.incoming.find(change.name);
+                 change.kind == Kind::modified && at != node.incoming.end())
+            at->second = true;
         else if (change.kind == Kind::attributes)
             node.allChanged = true;
         if (change.kind != Kind::gone) {

@@ -18,6 +18,9 @@ namespace quillary {
 /// followed, except one that leads to a folder on its own path, and at most four folder links deep. Items are newest
 /// first, equal dates in the order of the walk. What cannot be read is empty.
 ///
+/// A file that another program is still writing is held back until it is closed, where the system tells; one that was
+/// listed before stays.
+///
 /// One object per shelf, used by one thread at a time.
 class ShelfIndex {
 public:

@@ -38,6 +38,19 @@ bool sameContents(const ShelfNode::File& a, const ShelfNode::File& b) {
     return a.modified == b.modified && a.format == b.format;
 }
 
+/// A writer that was idle for long, or one that was mistaken for one, holds nothing back.
+bool isIncoming(const ShelfNode& node, std::string_view name, FileDate modified) {
+    const auto entry = node.incoming.find(name);
+    if (entry == node.incoming.end() || !entry->second) return false;
+    return modified > std::chrono::system_clock::now() - std::chrono::minutes(1);
+}
+
+bool isListed(const FileLocation::Folder& text, const std::vector<ShelfNode::File>& files, std::string_view name) {
+    return std::ranges::any_of(files, [&](const ShelfNode::File& file) {
+        return std::string_view(text.names).substr(file.offset, file.length) == name;
+    });
+}
+
 std::optional<QString> collectionBelow(const ShelfNode& parent, const char* name) {
     const QString text = QString::fromUtf8(name);
     return parent.collection ? *parent.collection + collectionSeparator.toString() + text : text;
@@ -178,11 +191,13 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
         node.restless = node.restless || isLink;
         // A file that may not be asked is one without a date.
         if (!status || (isLink && status->kind != Kind::file) || !wanted(text)) continue;
+        if (isIncoming(node, text, status->modified) && !isListed(*oldText, oldFiles, text)) continue;
         const auto format = formatNumber(folder.attribute(name, m_sourceFormat, value));
         const ShelfNode::File file{entry.offset, entry.length, format, status->modified};
         different = different || before == known.end() || !sameContents(*before->second, file);
         node.files.push_back(file);
     }
+    std::erase_if(node.incoming, [](const auto& entry) { return !entry.second; });
     return different || node.files.size() != oldFiles.size();
 }
 

@@ -4,6 +4,7 @@
 #include "values/LibraryItem.h"
 
 #include <QString>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -36,6 +37,8 @@ struct ShelfNode {
     std::vector<std::unique_ptr<ShelfNode>> folders;
 
     std::set<std::string, std::less<>> changed; ///< entries that were reported since the last reading
+    /// Entries that were made and not closed by a writer since, and whether they were written to: those are not whole.
+    std::map<std::string, bool, std::less<>> incoming;
     bool allChanged = true;
 
     bool unchanged(std::string_view entry) const { return !allChanged && !changed.contains(entry); }

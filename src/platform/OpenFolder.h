@@ -86,7 +86,10 @@ class FolderWatch {
 public:
     struct Change {
         enum class Kind : std::uint8_t {
-            entry,      ///< the entry `name` came, went, moved, or changed
+            created,    ///< the entry `name` was made
+            modified,   ///< the file `name` was written to, or its date set
+            settled,    ///< the entry `name` went, moved, or was closed by a writer
+            entry,      ///< anything else about the entry `name`
             attributes, ///< the folder's own attributes
             gone,       ///< the folder itself was moved or removed
             lost,       ///< some changes could not be told: read everything anew

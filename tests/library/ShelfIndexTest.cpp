@@ -190,6 +190,26 @@ TEST_F(ShelfIndexTest, aDescriptorTellsThatSomethingHappened) {
     EXPECT_EQ(kept.items(), before) << "the same list, not a copy";
 }
 
+TEST_F(ShelfIndexTest, holdsBackWhatIsStillBeingWritten) {
+    file("old.png");
+    ShelfIndex kept = index();
+    kept.refresh();
+    std::ofstream incoming(shelf / "new.png");
+    std::ofstream edited(shelf / "old.png", std::ios::app);
+    incoming << "half" << std::flush;
+    edited << "more" << std::flush;
+    kept.refresh();
+    EXPECT_EQ(shown(kept), std::set<std::string>{"old.png"}) << "what was listed stays, what comes waits";
+    incoming << " a picture" << std::flush;
+    EXPECT_FALSE(kept.refresh());
+    incoming.close();
+    EXPECT_TRUE(kept.refresh());
+    EXPECT_EQ(shown(kept), (std::set<std::string>{"new.png", "old.png"}));
+    fs::create_hard_link(shelf / "old.png", shelf / "placed.png");
+    kept.refresh();
+    EXPECT_EQ(shown(kept).size(), 3U) << "a file that is placed whole shows at once";
+}
+
 TEST_F(ShelfIndexTest, readsEverythingAgainWhenChangesWereLost) {
     file("a.png");
     ShelfIndex kept = index();

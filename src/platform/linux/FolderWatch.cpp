@@ -17,7 +17,11 @@ FolderWatch::Change changeOf(const inotify_event& event) {
     if ((event.mask & IN_Q_OVERFLOW) != 0) return {Kind::lost, -1};
     if ((event.mask & (goneChanges | IN_IGNORED)) != 0) return {Kind::gone, event.wd};
     if (event.len == 0) return {Kind::attributes, event.wd};
-    return {Kind::entry, event.wd, event.name};
+    const auto kind = (event.mask & IN_CREATE) != 0   ? Kind::created
+                      : (event.mask & IN_MODIFY) != 0 ? Kind::modified
+                      : (event.mask & IN_ATTRIB) != 0 ? Kind::entry
+                                                      : Kind::settled;
+    return {kind, event.wd, event.name};
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "library/ui/FolderListModel.h"
 
+#include "base/Text.h"
 #include "values/CollectionNode.h"
 
 #include <algorithm>
@@ -61,6 +62,13 @@ void FolderListModel::setContent(Content content) {
     Q_EMIT contentChanged();
 }
 
+void FolderListModel::setParentPath(const QString& path) {
+    if (m_parentPath == path) return;
+    m_parentPath = path;
+    update();
+    Q_EMIT parentPathChanged();
+}
+
 void FolderListModel::setActive(bool on) {
     if (m_active == on) return;
     m_active = on;
@@ -71,7 +79,8 @@ void FolderListModel::setActive(bool on) {
 std::vector<Row> FolderListModel::rows() const {
     if (!m_shelf || !m_active) return {};
     const QHash<QString, int>& counts = m_shelf->counts();
-    const auto extras = m_content == Content::Targets ? std::vector<Shelf::ExtraPlace>() : m_shelf->extraPlaces();
+    if (m_content == Content::Targets) return targets();
+    const auto extras = m_shelf->extraPlaces();
     std::vector<Row> found;
     const auto add = [&](Place place) {
         for (const Shelf::ExtraPlace& extra : extras)
@@ -86,11 +95,27 @@ std::vector<Row> FolderListModel::rows() const {
         for (const FolderEntry& folder : childFolders(m_shelf->collectionFilter().collection(), m_shelf->collections()))
             found.push_back({Place::Collection, folder.name, folder.path, 0, counts.value(folder.path)});
     else
-        appendTree(
-            found,
-            collectionTree(m_content == Content::Targets ? m_shelf->collectionFolders() : m_shelf->collections()),
-            counts, 0);
+        appendTree(found, collectionTree(m_shelf->collections()), counts, 0);
     add(Place::BuiltIn);
+    return found;
+}
+
+std::vector<Row> FolderListModel::targets() const {
+    const QHash<QString, int>& counts = m_shelf->counts();
+    const QStringList& folders = m_shelf->collectionFolders();
+    std::vector<Row> found;
+    if (m_parentPath.isEmpty())
+        found.push_back({Place::Unfiled, tr("Unfiled"), {}, 0, m_shelf->unfiledCount()});
+    else
+        found.push_back({Place::Collection, folderLeaf(m_parentPath), m_parentPath, 0, counts.value(m_parentPath)});
+    const auto parent = m_parentPath.isEmpty() ? std::nullopt : std::optional(m_parentPath);
+    for (const FolderEntry& folder : childFolders(parent, folders)) {
+        // Ascending: what lies in the folder comes first after its path and a separator.
+        const QString inside = folder.path + collectionSeparator.toString();
+        const auto next = std::ranges::lower_bound(folders, inside);
+        const bool nested = next != folders.end() && next->startsWith(inside);
+        found.push_back({Place::Collection, folder.name, folder.path, 0, counts.value(folder.path), nested});
+    }
     return found;
 }
 
@@ -143,6 +168,8 @@ QVariant FolderListModel::data(const QModelIndex& index, int role) const {
         return row.depth;
     case CountRole:
         return row.count;
+    case NestedRole:
+        return row.nested;
     case SymbolRole:
         return symbolOf(row.place);
     default:
@@ -151,8 +178,8 @@ QVariant FolderListModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> FolderListModel::roleNames() const {
-    return {{PlaceRole, "place"}, {LabelRole, "label"}, {PathRole, "path"},
-            {DepthRole, "depth"}, {CountRole, "total"}, {SymbolRole, "symbol"}};
+    return {{PlaceRole, "place"}, {LabelRole, "label"},   {PathRole, "path"},    {DepthRole, "depth"},
+            {CountRole, "total"}, {SymbolRole, "symbol"}, {NestedRole, "nested"}};
 }
 
 } // namespace quillary

@@ -11,9 +11,14 @@ T.Popup {
     required property Shelf shelf
     required property int content
     property bool offersNew: false
+    property string spokenName: qsTr("Collections")
+    /// Whose folders are the targets.
+    property string parentPath: ""
 
     signal picked(int place, string path)
     signal newRequested
+    /// A target with folders of its own was entered, at this height.
+    signal entered(string path, real at)
 
     focus: true
     height: Math.min(implicitHeight, (T.Overlay.overlay?.height ?? 300) - 24)
@@ -33,11 +38,16 @@ T.Popup {
         filled: menu.visible
         shelf: menu.shelf
         offersNew: menu.offersNew
+        parentPath: menu.parentPath
+        spokenName: menu.spokenName
 
         onNewRequested: {
             menu.close();
             menu.newRequested();
         }
+        onEntered: (path, at) => menu.entered(path, at)
+        onWentBack: if (menu.parentPath.length > 0)
+            menu.close()
         onPicked: (place, path) => {
             menu.close();
             menu.picked(place, path);

@@ -13,6 +13,8 @@ T.ItemDelegate {
     required property int depth
     required property int total
     required property string symbol
+    /// Leads on to folders of its own.
+    required property bool nested
 
     signal pointed
 
@@ -22,6 +24,8 @@ T.ItemDelegate {
     height: Theme.controlHeight
     highlighted: ListView.isCurrentItem
     leftPadding: 12 * depth
+
+    rightPadding: nested ? 20 : 0
 
     onHoveredChanged: {
         if (hovered)
@@ -38,5 +42,16 @@ T.ItemDelegate {
         ink: entry.highlighted ? Theme.accentInk : Theme.text
         symbol: entry.symbol
         text: entry.label
+    }
+
+    Symbol {
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        color: entry.highlighted ? Theme.accentInk : Theme.secondary
+        height: parent.height
+        name: "chevron.compact.right"
+        size: 14
+        visible: entry.nested
+        width: 14
     }
 }

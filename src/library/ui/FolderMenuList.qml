@@ -12,13 +12,17 @@ FocusScope {
     required property Shelf shelf
     required property int content
     required property bool filled
+    property string spokenName: qsTr("Collections")
     required property bool offersNew
+    property string parentPath: ""
     readonly property int footerHeight: offersNew ? 9 + Theme.controlHeight : 0
 
     signal picked(int place, string path)
     signal newRequested
+    signal entered(string path, real at)
+    signal wentBack
 
-    Accessible.name: qsTr("Collections")
+    Accessible.name: menu.spokenName
     Accessible.role: Accessible.PopupMenu
     implicitHeight: list.contentHeight + footerHeight
 
@@ -28,10 +32,16 @@ FocusScope {
         function chooseCurrent() {
             const entry = currentItem as FolderMenuEntry;
             if (entry)
+                choose(entry);
+        }
+        function choose(entry: FolderMenuEntry) {
+            if (entry.nested)
+                menu.entered(entry.path, entry.y - contentY);
+            else
                 menu.picked(entry.place, entry.path);
         }
 
-        Accessible.name: qsTr("Collections")
+        Accessible.name: menu.spokenName
         Accessible.role: Accessible.List
         boundsBehavior: Flickable.StopAtBounds
         clip: true
@@ -43,6 +53,7 @@ FocusScope {
         model: FolderListModel {
             active: menu.filled
             content: menu.content
+            parentPath: menu.parentPath
             shelf: menu.shelf
         }
 
@@ -52,13 +63,19 @@ FocusScope {
             else if (menu.offersNew)
                 makeNew.forceActiveFocus(Qt.TabFocusReason);
         }
+        Keys.onLeftPressed: menu.wentBack()
         Keys.onReturnPressed: chooseCurrent()
+        Keys.onRightPressed: {
+            const entry = currentItem as FolderMenuEntry;
+            if (entry?.nested)
+                choose(entry);
+        }
         Keys.onSpacePressed: chooseCurrent()
 
         delegate: FolderMenuEntry {
             width: list.width
 
-            onClicked: menu.picked(place, path)
+            onClicked: list.choose(this)
             onPointed: list.currentIndex = index
         }
 

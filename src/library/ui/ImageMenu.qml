@@ -30,16 +30,6 @@ ShelfMenu {
         onTriggered: menu.renameRequested()
     }
     MenuItem {
-        symbol: "folder"
-        text: qsTr("Move to…")
-        visible: !menu.isBuiltIn && !menu.isRecent
-
-        onTriggered: menu.moveRequested()
-    }
-    MenuSeparator {
-        visible: !menu.isRecent
-    }
-    MenuItem {
         symbol: "square.and.arrow.down"
         text: qsTr("Save to My Library")
         visible: menu.isBuiltIn
@@ -53,5 +43,15 @@ ShelfMenu {
         visible: !menu.isBuiltIn
 
         onTriggered: menu.shelf.remove(menu.urls)
+    }
+    MenuSeparator {
+        visible: !menu.isBuiltIn && !menu.isRecent
+    }
+    MenuItem {
+        symbol: "folder"
+        text: qsTr("Move to…")
+        visible: !menu.isBuiltIn && !menu.isRecent
+
+        onTriggered: menu.moveRequested()
     }
 }

@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quillary.Controls
 import Quillary.Library
 import Quillary.Model
 
@@ -20,9 +21,38 @@ ShelfView {
     renameTitle: qsTr("Rename image")
     shelf: model.imagesShelf
 
-    afterStar: FormatChips {
-        shelf: library.model.imagesShelf
-        y: 2
+    afterStar: [
+        FormatChips {
+            shelf: library.model.imagesShelf
+            y: 2
+        },
+        IconButton {
+            id: more
+
+            help: qsTr("More")
+            symbol: "ellipsis.circle"
+
+            onClicked: moreMenu.popup(more, 0, more.height + 4)
+
+            Menu {
+                id: moreMenu
+
+                MenuItem {
+                    enabled: library.grid.count > 0
+                    symbol: "checkmark.circle.fill"
+                    text: qsTr("Select All")
+
+                    onTriggered: library.shelf.selection.selectAll()
+                }
+            }
+        }
+    ]
+    emptyActions: Button {
+        anchors.horizontalCenter: parent?.horizontalCenter
+        text: qsTr("Browse %1 built-in icons").arg(library.model.imagesShelf.builtInCount)
+        visible: library.nothingSaved && library.model.imagesShelf.builtInCount > 0
+
+        onClicked: library.shelf.pick(Shelf.Place.BuiltIn, library.model.imagesShelf.builtInSets[0])
     }
     delegate: LibraryTile {
         grid: library.grid

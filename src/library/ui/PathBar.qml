@@ -15,52 +15,59 @@ Item {
 
     implicitHeight: 20
 
-    ListView {
-        id: crumbs
+    Flickable {
+        id: way
 
         Accessible.name: qsTr("Path")
         Accessible.role: Accessible.List
         anchors.fill: parent
         boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        header: TextButton {
-            enabled: bar.path.length > 0
-            height: bar.height
-            text: bar.rootLabel
-
-            onClicked: bar.picked("")
-        }
+        clip: interactive
+        contentWidth: crumbs.width
+        contentX: Math.max(0, contentWidth - width)
         interactive: contentWidth > width
-        model: bar.path.length > 0 ? bar.path.split(" / ") : []
-        orientation: ListView.Horizontal
-        spacing: 2
 
-        onCountChanged: positionViewAtEnd()
-        onWidthChanged: positionViewAtEnd()
-
-        delegate: Row {
-            id: crumb
-
-            required property int index
-            required property string modelData
-            readonly property string way: bar.path.split(" / ").slice(0, index + 1).join(" / ")
+        Row {
+            id: crumbs
 
             height: bar.height
-            leftPadding: 2
             spacing: 2
 
-            Symbol {
-                color: Theme.secondary
-                height: parent.height
-                name: "chevron.compact.right"
-                size: 14
-            }
             TextButton {
-                enabled: crumb.index < crumbs.count - 1
+                enabled: bar.path.length > 0
                 height: parent.height
-                text: crumb.modelData
+                text: bar.rootLabel
 
-                onClicked: bar.picked(crumb.way)
+                onClicked: bar.picked("")
+            }
+            Repeater {
+                id: folders
+
+                model: bar.path.length > 0 ? bar.path.split(" / ") : []
+
+                Row {
+                    id: crumb
+
+                    required property int index
+                    required property string modelData
+
+                    height: bar.height
+                    spacing: 2
+
+                    Symbol {
+                        color: Theme.secondary
+                        height: parent.height
+                        name: "chevron.compact.right"
+                        size: 14
+                    }
+                    TextButton {
+                        enabled: crumb.index < folders.count - 1
+                        height: parent.height
+                        text: crumb.modelData
+
+                        onClicked: bar.picked(bar.path.split(" / ").slice(0, crumb.index + 1).join(" / "))
+                    }
+                }
             }
         }
     }

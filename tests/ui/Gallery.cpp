@@ -60,6 +60,16 @@ QImage disc(QColor color) {
     return image;
 }
 
+/// Two sets of icons for the panel to browse.
+std::filesystem::path builtIns() {
+    static const quillary::test::TemporaryFolder folder;
+    for (const char* icon : {"Arrows/Arrow left", "Arrows/Arrow right", "Shapes/Disc"})
+        quillary::test::writeFile(folder / (std::string(icon) + ".svg"),
+                                  "<svg xmlns='http://www.w3.org/2000/svg' width='24' height='24'>"
+                                  "<path fill='#f2b45a' d='M2 10h12V5l8 7-8 7v-5H2z'/></svg>");
+    return folder.path();
+}
+
 class Gallery {
 public:
     explicit Gallery(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
@@ -211,7 +221,7 @@ public:
     }
     QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
 
-    PanelStage stage;
+    PanelStage stage{builtIns()};
 
 private:
     QString m_folder;
@@ -280,8 +290,12 @@ int main(int argc, char** argv) {
     stage.resize({900, 700});
     gallery.take("library-large");
     stage.resize(usual);
-    images.pick(Shelf::Place::Collection, QStringLiteral("Logos"));
+    images.pick(Shelf::Place::Collection, QStringLiteral("Logos / Clients"));
     gallery.take("library-collection");
+    images.pick(Shelf::Place::Recent, {});
+    gallery.take("library-recent");
+    images.pick(Shelf::Place::BuiltIn, QStringLiteral("Arrows"));
+    gallery.take("library-built-in");
     images.pick(Shelf::Place::All, {});
     images.setSearch(QStringLiteral("badge"));
     gallery.take("library-search");
@@ -301,6 +315,17 @@ int main(int argc, char** argv) {
         gallery.take("library-tile-menu");
         gallery.press(Qt::Key_Escape, 1);
     }
+    images.selection()->toggle(2, 0);
+    images.selection()->toggle(6, Qt::ShiftModifier);
+    gallery.take("library-selection");
+    if (QObject* targets = gallery.find("moveTargets")) {
+        QMetaObject::invokeMethod(targets, "open");
+        gallery.press(Qt::Key_Down, 2);
+        gallery.press(Qt::Key_Right, 1);
+        gallery.take("library-move");
+        gallery.press(Qt::Key_Escape, 2);
+    }
+    images.selection()->clear();
     if (QObject* sheet = gallery.find("newCollection")) {
         QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, QString()));
         gallery.take("library-sheet");

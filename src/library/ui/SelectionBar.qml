@@ -48,6 +48,7 @@ Item {
             CollectionMoveMenu {
                 id: targets
 
+                objectName: "moveTargets"
                 shelf: bar.shelf
                 y: -height - 4
 

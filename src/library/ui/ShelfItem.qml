@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import Quillary.Controls
 import Quillary.Drag
 import Quillary.Library
 

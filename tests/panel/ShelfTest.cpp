@@ -1,0 +1,137 @@
+#include "panel/PanelModelFixture.h"
+
+#include <QSignalSpy>
+
+namespace quillary::test {
+
+namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
+
+class ShelfTest : public PanelModelTest {
+protected:
+    /// A sound on its shelf.
+    void sound(const std::string& name) { writeFile(root() / "Library/Audio" / name, "sound"); }
+    void list(Shelf& shelf) {
+        shelf.refresh();
+        settle();
+    }
+    static std::vector<std::string> names(const Shelf& shelf) {
+        std::vector<std::string> found;
+        for (const LibraryItem& item : shelf.visible()) found.emplace_back(item.url.nameStem());
+        return found;
+    }
+    static QString urlOf(const Shelf& shelf, const std::string& stem) {
+        for (const LibraryItem& item : shelf.visible())
+            if (item.url.nameStem() == stem) return url(item);
+        return {};
+    }
+    AudioShelf& audio() { return *model->audioShelf(); }
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(ShelfTest, EveryShelfIsNarrowedAndLookedAfterAlike) {
+    for (const char* name : {"Whoosh 10.wav", "Whoosh 2.wav", "Rain/Heavy.wav"}) sound(name);
+    list(audio());
+    audio().setAudioSort(AudioShelf::AudioSort::name);
+    EXPECT_EQ(names(audio()), (Names{"Heavy", "Whoosh 2", "Whoosh 10"}));
+    EXPECT_FALSE(audio().filtered());
+    audio().setSearch(u"whoosh"_s);
+    EXPECT_TRUE(audio().filtered());
+    EXPECT_EQ(names(audio()).size(), 2U);
+    audio().clearFilters();
+
+    audio().selection()->selectAll();
+    audio().move(audio().selection()->urls(), u"Wind / Strong"_s);
+    settle();
+    EXPECT_EQ(audio().selection()->count(), 3) << "what moved stays selected";
+    EXPECT_EQ(audio().counts().value(u"Wind"_s), 3);
+    audio().remove({urlOf(audio(), "Heavy"), u"file:///elsewhere.wav"_s});
+    settle();
+    EXPECT_EQ(names(audio()), (Names{"Whoosh 2", "Whoosh 10"}));
+    fs::remove(root() / "Library/Audio/Wind/Strong/Whoosh 2.wav");
+    const QString gone = urlOf(audio(), "Whoosh 2");
+    audio().rename(gone, u"x"_s);
+    settle();
+    EXPECT_TRUE(audio().note().value_or(QString()).startsWith(u"Could not move Whoosh 2.wav"_s)) << "two panels";
+}
+
+TEST_F(ShelfTest, AFavoriteIsOneOnEveryShelf) {
+    sound("Rain.wav");
+    file("library/Quillary/Library/Images/a.png", picture(2, 2));
+    model->refreshShelves();
+    settle();
+    audio().toggleFavorite(urlOf(audio(), "Rain"));
+    model->favorites()->setOnly(true);
+    EXPECT_EQ(names(audio()), Names{"Rain"});
+    EXPECT_EQ(names(images()), Names{});
+    EXPECT_TRUE(images().filtered());
+    images().clearFilters();
+    EXPECT_EQ(names(images()), Names{"a"});
+    EXPECT_FALSE(audio().filtered());
+}
+
+TEST_F(ShelfTest, AnEmptyCollectionStaysSelectedUntilThePanelListsAgain) {
+    file("library/Quillary/Library/Images/a.png", picture(2, 2));
+    list(images());
+    images().createCollection(u"New"_s);
+    settle();
+    ASSERT_EQ(images().placePath(), u"New"_s);
+    file("library/Quillary/Library/Images/b.png", picture(2, 2));
+    ASSERT_TRUE(comesTrue([&] { return images().count() == 2; })) << "what others add shows by itself";
+    EXPECT_EQ(images().placePath(), u"New"_s) << "a change on disk takes no selection away";
+    images().refresh();
+    images().pick(Shelf::Place::Collection, u"New"_s);
+    settle();
+    EXPECT_EQ(images().placePath(), u"New"_s) << "a listing under way does not undo a later choice";
+    list(images());
+    EXPECT_EQ(images().place(), Shelf::Place::All);
+    images().pick(Shelf::Place::Collection, u"New"_s);
+    fs::remove(root() / "Library/Images/New");
+    ASSERT_TRUE(comesTrue([&] { return images().place() == Shelf::Place::All; })) << "a folder vanishes while shown";
+}
+
+TEST_F(ShelfTest, RecentAndTheBuiltInSetsArePlacesOfTheImages) {
+    writeFile(folder / "BuiltIn/Arrows/Arrow.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>");
+    file("library/Quillary/Recent/dragged.png", picture(2, 2));
+    model->refreshShelves();
+    settle();
+    images().pick(Shelf::Place::Collection, u"Logos"_s);
+    images().pick(Shelf::Place::Recent, {});
+    EXPECT_EQ(names(images()), Names{"dragged"});
+    EXPECT_EQ(images().collectionFilter().collection(), std::nullopt) << "drops go to the top of the shelf";
+    images().setSearch(u"zebra"_s);
+    EXPECT_EQ(names(images()), Names{});
+    images().setSearch({});
+    const QString dragged = urlOf(images(), "dragged");
+    fs::remove(root() / "Recent/dragged.png");
+    EXPECT_EQ(images().dragFileUrl(dragged), QString());
+    EXPECT_EQ(images().note(), u"“dragged” is no longer there."_s);
+    images().pick(Shelf::Place::BuiltIn, u"Arrows"_s);
+    EXPECT_EQ(names(images()), Names{"Arrow"});
+    EXPECT_EQ(images().place(), Shelf::Place::BuiltIn);
+}
+
+TEST_F(ShelfTest, ShowsWhateverNamesFilesHave) {
+    const fs::path shelf = root() / "Library/Images";
+    fs::path deep = shelf;
+    for (int level = 0; level < 500; ++level) deep /= "d";
+    std::error_code tooDeep;
+    fs::create_directories(deep, tooDeep);
+    for (const char* name : {"line\nbreak", "emoji 🎬", "עברית", "cafe\u0301", "no \xff text"})
+        file(std::string("library/Quillary/Library/Images/A/") + name + ".png", picture(2, 2));
+    fs::create_directory_symlink(shelf, shelf / "A/loop");
+    list(images());
+    EXPECT_EQ(images().count(), 5);
+    EXPECT_EQ(images().collectionFolders().contains(u"A / loop"_s), false);
+    for (const LibraryItem& item : images().visible()) {
+        const auto dragged = pathOfFileUrl(images().dragFileUrl(url(item)).toLatin1());
+        EXPECT_EQ(dragged, item.url.path());
+    }
+    images().selection()->selectAll();
+    images().move(images().selection()->urls(), u"B"_s);
+    settle();
+    EXPECT_EQ(images().counts().value(u"B"_s), 5) << images().noteText().toStdString();
+}
+
+} // namespace quillary::test

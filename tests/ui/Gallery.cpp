@@ -320,6 +320,7 @@ int main(int argc, char** argv) {
     gallery.take("library-selection");
     if (QObject* targets = gallery.find("moveTargets")) {
         QMetaObject::invokeMethod(targets, "open");
+        PanelStage::wait(200);
         gallery.press(Qt::Key_Down, 2);
         gallery.press(Qt::Key_Right, 1);
         gallery.take("library-move");

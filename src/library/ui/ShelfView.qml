@@ -84,6 +84,7 @@ Item {
         objectName: "tiles"
         anchors.bottom: note.top
         anchors.left: filters.left
+        anchors.leftMargin: -leftMargin
         anchors.right: filters.right
         anchors.rightMargin: -gap
         anchors.top: folders.bottom

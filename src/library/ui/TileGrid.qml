@@ -20,8 +20,8 @@ GridView {
     property real aspect: 0.9
     /// Below the picture; in a list the height of a row.
     property int captionHeight: 22
-    readonly property int columns: list ? 1 : Math.max(1, Math.floor(width / (leastWidth + gap)))
-    readonly property real tileWidth: list ? width - gap : Math.min(mostWidth, Math.floor(width / columns) - gap)
+    readonly property int columns: list ? 1 : Math.max(1, Math.floor((width - leftMargin) / (leastWidth + gap)))
+    readonly property real tileWidth: list ? width - leftMargin - gap : Math.min(mostWidth, Math.floor((width - leftMargin) / columns) - gap)
     readonly property real pictureHeight: list ? 0 : Math.round(tileWidth * aspect)
     /// Is given keys first, and takes those that mean something else on its shelf.
     property Item keyTarget: null
@@ -150,6 +150,7 @@ GridView {
     cellWidth: list ? width : tileWidth + gap
     clip: true
     keyNavigationEnabled: false
+    leftMargin: 3
     model: shelf.visible
     pixelAligned: true
     topMargin: 3

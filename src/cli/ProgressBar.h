@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/BatchProgress.h"
 #include "cli/Output.h"
-#include "panel/BatchSave.h"
 
 #include <thread>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/LibraryCopy.h"
 #include "library/StorageError.h"
 #include "platform/PendingFile.h"
 #include "values/LibraryItem.h"
@@ -152,6 +153,40 @@ public:
     /// Returns how many were deleted.
     int pruneRecent(int limit);
 
+    // --- Access to what aliases lead to -----------------------------------------------------------------------------
+
+    /// Opens every folder that the user granted, so that the shelves can be walked into it. Those that cannot be found
+    /// now are passed over; those that are open already stay so.
+    void openExtraScopes();
+    /// Remembers a folder that the user picked, once, and opens it. What cannot be remembered is ignored.
+    void grantAccess(const std::filesystem::path& folder);
+    /// The folder that an alias or link leads to; none when it leads to no folder that can be read.
+    std::optional<std::filesystem::path> resolvedDirectory(const std::filesystem::path& alias) const;
+
+    struct BlockedAliases {
+        std::filesystem::path alias; ///< the first that was met
+        std::filesystem::path target;
+        int count = 0;
+    };
+    /// The aliases on the shelves whose folder could be opened if the user granted it. Dangling ones are not among
+    /// them, nor what no grant can help: on a system without a fence there are none.
+    BlockedAliases blockedAliases(std::stop_token stop = {});
+
+    // --- Moving the library ---------------------------------------------------------------------------------------
+
+    /// Copies the shelves that were selected, and with the blocks the media that they refer to, from one root into
+    /// another: bytes, attributes and dates; links as links, hidden entries not. What has a name that is taken there is
+    /// left alone, what cannot be copied passed over. A stop request ends it within a file.
+    static CopyResult copyContents(const std::filesystem::path& from, const std::filesystem::path& to,
+                                   const CopySelection& selection, const MediaOfBlocks& mediaOfBlocks,
+                                   BatchProgress& progress, std::stop_token stop = {});
+    enum class Copied { copied, skipped, failed };
+    /// One file or link. Relative links keep their words where they lead to something in `whole`, which is copied too.
+    static Copied copyFile(const std::filesystem::path& file, const std::filesystem::path& folder,
+                           const std::filesystem::path& whole, std::stop_token stop = {});
+    /// The counts of any root.
+    static ShelfCounts shelfCounts(const std::filesystem::path& root);
+
     // --- Favourites -------------------------------------------------------------------------------------------------
 
     /// A file's favourite key: its path below the root, or its full path outside. The second form asks no disk; it is
@@ -165,6 +200,9 @@ public:
 
 private:
     using Opened = std::expected<std::optional<std::filesystem::path>, StorageError>;
+
+    /// Absolute, without dots and without a closing slash.
+    static std::filesystem::path standardized(const std::filesystem::path& folder);
 
     // With the lock held.
     Opened openCustomRoot();
@@ -190,6 +228,7 @@ private:
     std::optional<std::filesystem::path> m_openedFolder; ///< the chosen folder as picked, access started
     bool m_chosenFolderUnavailable = false;
     std::set<std::filesystem::path> m_migrated;
+    std::set<std::filesystem::path> m_extraScopes; ///< granted folders, access started
 };
 
 class Storage::Prepared {

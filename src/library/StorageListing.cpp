@@ -50,9 +50,12 @@ QStringList Storage::collections(const LibraryItems& items) {
 
 ShelfCounts Storage::shelfCounts() {
     const auto root = this->root();
-    if (!root) return {};
+    return root ? shelfCounts(*root) : ShelfCounts();
+}
+
+ShelfCounts Storage::shelfCounts(const fs::path& root) {
     const auto count = [&](const fs::path& folder, std::span<const std::string_view> wanted) {
-        return ShelfIndex::countFiles(*root / folder, wanted);
+        return ShelfIndex::countFiles(root / folder, wanted);
     };
     return {
         .images = count(relativeFolder(Folder::images), extensions(Folder::images)),

@@ -20,13 +20,6 @@ fs::path withRootName(const fs::path& folder) {
     return folder.filename() == rootName ? folder : folder / rootName;
 }
 
-/// Absolute, without dots and without a closing slash.
-fs::path standardized(const fs::path& folder) {
-    std::error_code failed;
-    fs::path path = fs::absolute(folder, failed).lexically_normal();
-    return path.has_filename() ? path : path.parent_path();
-}
-
 bool isThere(const fs::path& path) {
     std::error_code failed;
     return fs::exists(path, failed);
@@ -85,6 +78,12 @@ Storage::Storage(platform::SettingsStore& settings, platform::Bookmarks& bookmar
     , m_bookmarks(bookmarks)
     , m_desktop(desktop)
     , m_rootForThisRun(rootForThisRun ? std::optional(withRootName(standardized(*rootForThisRun))) : std::nullopt) {}
+
+fs::path Storage::standardized(const fs::path& folder) {
+    std::error_code failed;
+    fs::path path = fs::absolute(folder, failed).lexically_normal();
+    return path.has_filename() ? path : path.parent_path();
+}
 
 fs::path Storage::defaultRoot() const {
     const fs::path movies = m_desktop.moviesFolder();

@@ -1,21 +1,15 @@
 #pragma once
 
+#include "base/BatchProgress.h"
 #include "library/Storage.h"
 
 #include <QString>
-#include <atomic>
 #include <filesystem>
 #include <optional>
 #include <stop_token>
 #include <vector>
 
 namespace quillary {
-
-/// How far a batch is; written by the worker, read by whoever shows it.
-struct BatchProgress {
-    std::atomic<int> done = 0;
-    std::atomic<int> total = 0;
-};
 
 /// The collection that each shelf's files go to.
 struct BatchTarget {

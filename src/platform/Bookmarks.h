@@ -22,6 +22,11 @@ public:
     /// Absent when the data names nothing any more.
     virtual std::optional<Resolved> resolve(const QByteArray& data) = 0;
 
+    /// Whether this system fences programs in at all, so that a grant of the user's can open what is closed.
+    virtual bool isFenced() const = 0;
+    /// Whether the folder is there and closed now, and a grant would open it.
+    virtual bool needsGrant(const std::filesystem::path& folder) const = 0;
+
     virtual bool startAccess(const std::filesystem::path& folder) = 0;
     virtual void stopAccess(const std::filesystem::path& folder) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/Bookmarks.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -28,6 +29,14 @@ public:
     }
     void stopAccess(const std::filesystem::path& folder) override { open.erase(open.find(folder)); }
 
+    bool isFenced() const override { return !fenced.empty(); }
+    bool needsGrant(const std::filesystem::path& folder) const override {
+        const auto below = [&](const std::filesystem::path& above) {
+            return folder == above || folder.native().starts_with(above.native() + '/');
+        };
+        return std::ranges::any_of(fenced, below) && std::ranges::none_of(open, below);
+    }
+
     /// The folder of every bookmark lies elsewhere now; those made before are stale.
     void folderMoved(const std::filesystem::path& folder) {
         for (auto& [data, resolved] : m_folders) resolved = {folder, true};
@@ -36,6 +45,7 @@ public:
     bool canMake = true;
     bool refusesAccess = false;
     std::multiset<std::filesystem::path> open;
+    std::set<std::filesystem::path> fenced; ///< closed until they, or folders above them, are opened
 
 private:
     int m_made = 0;

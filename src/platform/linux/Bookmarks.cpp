@@ -24,6 +24,9 @@ public:
         return Resolved{now, now != stored};
     }
 
+    bool isFenced() const override { return false; }
+    bool needsGrant(const fs::path&) const override { return false; }
+
     bool startAccess(const fs::path&) override { return true; }
     void stopAccess(const fs::path&) override {}
 };

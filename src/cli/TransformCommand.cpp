@@ -1,0 +1,54 @@
+#include "base/Text.h"
+#include "cli/Commands.h"
+#include "imaging/ImageTransform.h"
+
+#include <algorithm>
+
+namespace quillary::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+QJsonArray paths(const std::vector<fs::path>& files) {
+    QJsonArray array;
+    for (const fs::path& file : files) array.append(jsonPath(file));
+    return array;
+}
+
+class Transform final : public Command {
+    void declare(Grammar& grammar) override {
+        std::vector<std::string> operations;
+        for (const auto operation : ImageTransform::allOperations)
+            operations.push_back(ImageTransform::rawValue(operation).toStdString());
+        grammar.choice("OPERATION", m_operation, operations, "What to do");
+        grammar.files("FILE", m_files, "Pictures to rewrite in place");
+    }
+
+    std::expected<ExitStatus, CommandError> run(const CommandServices&, Output& output) override {
+        const auto operation = ImageTransform::operation(m_operation);
+        std::vector<fs::path> rewritten;
+        std::vector<fs::path> untouched;
+        for (const fs::path& file : m_files)
+            (operation && ImageTransform::apply(*operation, file) ? rewritten : untouched).push_back(file);
+        for (const fs::path& file : untouched)
+            output.problem(QStringLiteral("“%1” could not be rewritten and is as it was.").arg(shown(file)));
+        if (output.json())
+            output.document(QJsonObject{{QStringLiteral("rewritten"), paths(rewritten)},
+                                        {QStringLiteral("untouched"), paths(untouched)}});
+        else
+            for (const fs::path& file : rewritten) output.line(shown(file));
+        return untouched.empty() ? ExitStatus::done : ExitStatus::failed;
+    }
+
+    QString m_operation;
+    std::vector<fs::path> m_files;
+};
+
+} // namespace
+
+void declareTransform(Grammar& root) {
+    root.command<Transform>("transform", "Rotate or flip pictures in place");
+}
+
+} // namespace quillary::cli

@@ -1,0 +1,141 @@
+#include "base/Text.h"
+#include "library/LibraryCopy.h"
+#include "library/Storage.h"
+#include "platform/FileAttributes.h"
+#include "platform/PendingFile.h"
+
+#include <cerrno>
+#include <chrono>
+#include <set>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// What is to be copied, as paths below both roots.
+class CopyList {
+public:
+    CopyList(const fs::path& from, const fs::path& to) : m_from(from) {
+        std::error_code failed;
+        m_excluded = fs::canonical(to, failed);
+    }
+
+    /// A folder with everything in it. Links are not followed; hidden entries, and the new root should it lie in there,
+    /// are left out.
+    void addFolder(const fs::path& folder) {
+        folders.push_back(folder);
+        std::error_code failed;
+        for (fs::directory_iterator at(m_from / folder, failed), end; !failed && at != end; at.increment(failed)) {
+            const fs::path name = at->path().filename();
+            if (name.native().starts_with('.')) continue;
+            std::error_code gone;
+            const auto status = at->symlink_status(gone);
+            if (!fs::is_directory(status)) {
+                if (fs::is_regular_file(status) || fs::is_symlink(status)) addFile(folder / name);
+            } else if (fs::canonical(at->path(), gone) != m_excluded) {
+                addFolder(folder / name);
+            }
+        }
+    }
+
+    void addFile(const fs::path& file) {
+        if (m_known.insert(file).second) files.push_back(file);
+    }
+
+    std::vector<fs::path> folders; ///< outer ones before those in them
+    std::vector<fs::path> files;
+
+private:
+    fs::path m_from;
+    fs::path m_excluded;
+    std::set<fs::path> m_known;
+};
+
+/// A way out of `whole` that is told from the link's place would lead elsewhere from the new one: it is told from the
+/// top.
+std::expected<void, platform::FileError> copyLink(const fs::path& link, const fs::path& to, const fs::path& whole) {
+    std::error_code failed;
+    fs::path target = fs::read_symlink(link, failed);
+    if (!failed && target.is_relative()) {
+        const fs::path told = (link.parent_path() / target).lexically_normal();
+        if (told.lexically_relative(whole).native().starts_with("..")) target = told;
+    }
+    if (!failed) fs::create_symlink(target, to, failed);
+    if (failed) return std::unexpected(platform::FileError{failed.value()});
+    return {};
+}
+
+std::expected<void, platform::FileError> copyBytes(const fs::path& file, const fs::path& to,
+                                                   const std::stop_token& stop) {
+    auto pending = platform::PendingFile::create(to.parent_path());
+    if (!pending) return std::unexpected(pending.error());
+    if (const auto copied = pending->copyFrom(file, {}, stop); !copied) return copied;
+    std::error_code failed;
+    const auto modified = fs::last_write_time(file, failed);
+    if (!failed)
+        pending->setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(
+            std::chrono::file_clock::to_sys(modified)));
+    if (const auto synced = pending->sync(); !synced) return synced;
+    return pending->placeAs(to.filename());
+}
+
+} // namespace
+
+QString CopyResult::summary() const {
+    QString text = QStringLiteral("Copied ") + counted(copied, u"file");
+    if (skipped > 0) text += QStringLiteral(", skipped %1 already there").arg(skipped);
+    if (failed > 0) text += QStringLiteral(", %1 could not be copied").arg(failed);
+    return text;
+}
+
+Storage::Copied Storage::copyFile(const fs::path& file, const fs::path& folder, const fs::path& whole,
+                                  std::stop_token stop) {
+    const fs::path to = folder / file.filename();
+    std::error_code failed;
+    if (fs::exists(fs::symlink_status(to, failed))) return Copied::skipped;
+    const bool link = fs::is_symlink(fs::symlink_status(file, failed));
+    const auto copied = link ? copyLink(file, to, whole) : copyBytes(file, to, stop);
+    if (!copied) return copied.error().code == EEXIST ? Copied::skipped : Copied::failed;
+    if (!link) platform::clearQuarantine(to);
+    return Copied::copied;
+}
+
+CopyResult Storage::copyContents(const fs::path& from, const fs::path& to, const CopySelection& selection,
+                                 const MediaOfBlocks& mediaOfBlocks, BatchProgress& progress, std::stop_token stop) {
+    CopyList list(from, to);
+    if (selection.images) list.addFolder(relativeFolder(Folder::images));
+    if (selection.videos) list.addFolder(relativeFolder(Folder::videos));
+    if (selection.audio) list.addFolder(relativeFolder(Folder::audio));
+    if (selection.recent) list.addFolder(relativeFolder(Folder::recent));
+    if (selection.blocks) {
+        list.addFolder(blocksFolder());
+        if (mediaOfBlocks)
+            for (const fs::path& file : mediaOfBlocks(from)) list.addFile(file);
+    }
+    for (const fs::path& folder : list.folders) (void)platform::createFolders(to / folder);
+
+    CopyResult result;
+    progress.total = static_cast<int>(list.files.size());
+    for (const fs::path& file : list.files) {
+        if (stop.stop_requested()) break;
+        const fs::path folder = to / file.parent_path();
+        (void)platform::createFolders(folder);
+        switch (copyFile(from / file, folder, from, stop)) {
+        case Copied::copied:
+            ++result.copied;
+            break;
+        case Copied::skipped:
+            ++result.skipped;
+            break;
+        case Copied::failed:
+            ++result.failed;
+            break;
+        }
+        ++progress.done;
+    }
+    return result;
+}
+
+} // namespace quillary

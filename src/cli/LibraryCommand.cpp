@@ -84,7 +84,8 @@ class LibraryDefault final : public Command {
 
 class LibraryCopyTo final : public Command {
     void declare(Grammar& grammar) override {
-        grammar.path("FROM", m_from, Value::folder, "The library to copy: the folder “Quillary”, or the one that holds it");
+        grammar.path("FROM", m_from, Value::folder,
+                     "The library to copy: the folder “Quillary”, or the one that holds it");
         grammar.path("TO", m_to, Value::folder, "Where the copy goes, likewise; made when it is missing");
         grammar.text("--shelves", m_shelves, "LIST", "Only these: images, videos, audio, blocks, recent, with commas");
     }
@@ -95,7 +96,8 @@ class LibraryCopyTo final : public Command {
         std::error_code missing;
         if (!fs::is_directory(m_from, missing))
             return std::unexpected(CommandError(QStringLiteral("There is no folder “%1”.").arg(shown(m_from))));
-        const fs::path from = fs::is_directory(rootIn(m_from), missing) ? rootIn(m_from) : fs::absolute(m_from, missing);
+        const fs::path from =
+            fs::is_directory(rootIn(m_from), missing) ? rootIn(m_from) : fs::absolute(m_from, missing);
         Storage target(services.settings.store(), services.bookmarks, services.desktop, fs::absolute(m_to, missing));
         const fs::path to = TRY(target.root());
         BatchProgress progress;
@@ -104,9 +106,11 @@ class LibraryCopyTo final : public Command {
             const ProgressBar bar(progress, output);
             result = Storage::copyContents(from, to, selection, ArrangementStore::mediaOfBlocks, progress);
         }
-        if (result.failed > 0) output.problem(counted(result.failed, u"file") + QStringLiteral(" could not be copied."));
+        if (result.failed > 0)
+            output.problem(counted(result.failed, u"file") + QStringLiteral(" could not be copied."));
         if (output.json())
-            output.document(QJsonObject{{QStringLiteral("copied"), result.copied}, {QStringLiteral("skipped"), result.skipped}});
+            output.document(
+                QJsonObject{{QStringLiteral("copied"), result.copied}, {QStringLiteral("skipped"), result.skipped}});
         else
             output.line(result.summary());
         return result.failed > 0 ? ExitStatus::failed : ExitStatus::done;
@@ -120,11 +124,14 @@ class LibraryCopyTo final : public Command {
     std::expected<CopySelection, CommandError> selected() const {
         if (!m_shelves) return CopySelection();
         CopySelection only{.images = false, .videos = false, .audio = false, .blocks = false, .recent = false};
-        const std::pair<QStringView, bool&> shelves[] = {{u"images", only.images}, {u"videos", only.videos},
-                                                         {u"audio", only.audio},   {u"blocks", only.blocks},
+        const std::pair<QStringView, bool&> shelves[] = {{u"images", only.images},
+                                                         {u"videos", only.videos},
+                                                         {u"audio", only.audio},
+                                                         {u"blocks", only.blocks},
                                                          {u"recent", only.recent}};
         for (const QString& name : m_shelves->split(u',')) {
-            const auto* shelf = std::ranges::find(shelves, name.trimmed(), [](const auto& known) { return known.first; });
+            const auto* shelf =
+                std::ranges::find(shelves, name.trimmed(), [](const auto& known) { return known.first; });
             if (shelf == std::end(shelves))
                 return std::unexpected(CommandError::usage(QStringLiteral("There is no shelf “%1”.").arg(name)));
             shelf->second = true;

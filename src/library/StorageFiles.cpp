@@ -13,11 +13,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path standardized(const fs::path& file) {
-    std::error_code failed;
-    return fs::absolute(file, failed).lexically_normal();
-}
-
 bool liesBelow(const fs::path& file, const fs::path& folder) {
     const auto [inFolder, inFile] = std::mismatch(folder.begin(), folder.end(), file.begin(), file.end());
     return inFolder == folder.end() && inFile != file.end();

@@ -98,7 +98,7 @@ try() { COMP_WORDS=(quillary "$@"); COMP_CWORD=$#; _quillary; echo "${COMPREPLY[
         {"list --sort ''", "newest name shortest longest"},
         {"--json list images --fa", "--favorites"},
         {"list images --js", "--json"},
-        {"library ''", "use default"},
+        {"library ''", "use default copy"},
         {"recent ''", "add prune"},
         {"settings open", "openOnLibrary"},
         {"intake ''", ""},

@@ -1,10 +1,12 @@
 // How long a drag keeps the user waiting: from `fileOnDisk` to the file, for pictures of 4096 × 4096 that were staged a
 // second earlier, and at once after staging.
 #include "library/AppSettings.h"
+#include "panel/FolderChooser.h"
 #include "panel/PanelModel.h"
 #include "platform/Bookmarks.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
+#include "platform/FileManager.h"
 #include "platform/SettingsStore.h"
 #include "support/Pictures.h"
 
@@ -18,7 +20,8 @@ using namespace quillary;
 
 namespace {
 
-void runEvents(qint64 milliseconds, const std::function<bool()>& done = [] { return false; }) {
+void runEvents(
+    qint64 milliseconds, const std::function<bool()>& done = [] { return false; }) {
     QElapsedTimer time;
     time.start();
     while (time.elapsed() < milliseconds && !done()) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
@@ -48,6 +51,8 @@ int main(int argc, char** argv) {
     const auto bookmarks = platform::systemBookmarks();
     const auto desktop = platform::systemDesktop();
     const auto clipboard = platform::systemClipboard();
+    const auto fileManager = platform::systemFileManager();
+    FolderChooser chooser;
     Storage storage(*settingsStore, *bookmarks, *desktop, folder / "library");
     AppSettings settings(*settingsStore);
     BuiltInLibrary builtIns({});
@@ -55,7 +60,7 @@ int main(int argc, char** argv) {
     QThreadPool saves;
     saves.setMaxThreadCount(1);
     {
-        PanelModel model({storage, settings, builtIns, *clipboard, work, saves});
+        PanelModel model({storage, settings, builtIns, *clipboard, chooser, *fileManager, work, saves});
         const auto file = folder / "photo.png";
         benchmark::Pictures::photo(4096).save(QString::fromStdString(file.string()), "PNG");
         constexpr int runs = 7;

@@ -3,9 +3,12 @@
 #include "base/FileUrl.h"
 #include "base/Text.h"
 #include "library/ui/ThumbnailProvider.h"
+#include "panel/FolderChooser.h"
 #include "panel/QuillaryViewController.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
+#include "platform/FileChooser.h"
+#include "platform/FileManager.h"
 #include "platform/Instance.h"
 #include "platform/ItemProvider.h"
 
@@ -136,7 +139,8 @@ public:
 
 private:
     void look() {
-        const bool busy = m_model.staging() || m_model.importing() || !m_model.imagesShelf()->loaded() || m_thumbnails.busy();
+        const bool busy =
+            m_model.staging() || m_model.importing() || !m_model.imagesShelf()->loaded() || m_thumbnails.busy();
         m_quiet = busy ? 0 : m_quiet + 1;
         if (m_quiet < quietTicks && m_waited.elapsed() < longestWait) return;
         m_tick.stop();
@@ -178,6 +182,9 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
     QThreadPool saves;
     saves.setMaxThreadCount(1);
     const auto clipboard = platform::systemClipboard();
+    const auto fileManager = platform::systemFileManager();
+    FolderChooser ownChooser;
+    const auto chooser = platform::systemFileChooser(ownChooser);
 
     int status = 1;
     {
@@ -185,10 +192,9 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         auto* thumbnails = new ThumbnailProvider(services.thumbnails); // the engine's from here on
         engine.addImageProvider(QStringLiteral("thumbnail"), thumbnails);
-        QuillaryViewController controller(
-            {services.storage, services.settings, services.builtIns, *clipboard, work, saves,
-             services.desktop.cacheFolder()},
-            services.desktop);
+        QuillaryViewController controller({services.storage, services.settings, services.builtIns, *clipboard, *chooser,
+                                           *fileManager, work, saves, &ownChooser, services.desktop.cacheFolder()},
+                                          services.desktop);
         PanelModel& model = controller.model();
         show(model, options.tab, options.shelf);
         PanelContainerView* view = controller.loadView(engine, rootView);

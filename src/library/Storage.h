@@ -68,6 +68,8 @@ public:
     /// Whether the root stands in for the chosen folder for this run alone.
     bool isForThisRun() const { return m_rootForThisRun.has_value(); }
     void setCustomRoot(const std::filesystem::path& folder);
+    /// Whether `folder` could hold the library: makes the folder "Quillary" in it, and opens it.
+    static std::expected<void, StorageError> tryRoot(const std::filesystem::path& folder);
     void clearCustomRoot();
     /// Whether a chosen folder is stored but cannot be opened now; settled by the last `root`.
     bool chosenFolderUnavailable() const;

@@ -149,6 +149,13 @@ std::expected<fs::path, StorageError> Storage::root() {
     return root;
 }
 
+std::expected<void, StorageError> Storage::tryRoot(const fs::path& folder) {
+    const fs::path root = withRootName(standardized(folder));
+    if (!platform::createFolders(root / relativeFolder(Folder::images)) || !canBeOpened(root))
+        return std::unexpected(StorageError::noRoot());
+    return {};
+}
+
 void Storage::setCustomRoot(const fs::path& folder) {
     {
         const std::scoped_lock lock(m_mutex);

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "imaging/ImageIntake.h"
+#include "imaging/ImageTransform.h"
 #include "library/AppSettings.h"
 #include "library/BuiltInLibrary.h"
 
@@ -129,6 +130,30 @@ void ImagesShelf::saveBuiltInToLibrary(const LibraryItem& item) {
         [this](const std::expected<QString, QString>& text) {
             if (text) refresh();
             setNote(text ? *text : text.error());
+        });
+}
+
+void ImagesShelf::transform(const QStringList& urls, const QString& operation) {
+    const auto wanted = ImageTransform::operation(operation);
+    std::vector<fs::path> files;
+    for (const QString& url : urls)
+        if (const auto* item = itemAt(url); item && !item->isBuiltIn) files.push_back(item->url);
+    if (!wanted || files.empty()) return;
+    m_saving.every(
+        [files, wanted](const std::stop_token&) {
+            return std::ranges::count_if(files,
+                                         [&](const fs::path& file) { return ImageTransform::apply(*wanted, file); });
+        },
+        [this, label = ImageTransform::label(*wanted), all = std::ssize(files),
+         first = files.front()](qsizetype rewritten) {
+            QString text = label;
+            if (rewritten > 1) text += QStringLiteral(" · %1 images").arg(rewritten);
+            if (rewritten < all && all == 1)
+                text = QStringLiteral("“%1” could not be changed").arg(shown(first.filename()));
+            else if (rewritten < all)
+                text += QStringLiteral(" · %1 could not be changed").arg(all - rewritten);
+            refresh();
+            setNote(text);
         });
 }
 

@@ -47,6 +47,9 @@ public:
     /// Copies an icon into the selected collection. Anything else is passed over.
     Q_INVOKABLE void saveBuiltIn(const QString& url);
     void saveBuiltInToLibrary(const LibraryItem& item);
+    /// Turns or mirrors the files in place, in the background; `operation` is one of ImageTransform's. Built-in icons
+    /// are passed over.
+    Q_INVOKABLE void transform(const QStringList& urls, const QString& operation);
 
 Q_SIGNALS:
     void formatFilterChanged();

@@ -35,7 +35,8 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_storage(with.storage)
     , m_settings(with.settings)
     , m_clipboard(with.clipboard)
-    , m_settingsModel(with.settings, with.storage)
+    , m_ownChooser(with.ownChooser)
+    , m_settingsModel({with.settings, with.storage, with.chooser, with.fileManager, with.work})
     , m_tab(with.settings.openOnLibrary() ? Tab::library : Tab::intake)
     , m_removal(with.work)
     , m_refineTask(with.work)
@@ -45,6 +46,14 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_audioPreview({with.settings, with.work, with.cacheFolder, with.makeAudioOutput})
     , m_audioShelf({with.storage, with.settings, m_favorites, with.work}, m_audioPreview)
     , m_blocksShelf({with.storage, with.settings, m_favorites, with.work}, {with.clipboard, with.saves})
+    , m_blockedAliases({with.storage, with.chooser, with.work,
+                        [this] {
+                            m_audioShelf.refresh();
+                            m_videoShelf.refresh();
+                        },
+                        [this](const QString& note) { m_blocksShelf.setNote(note); }})
+    , m_fileActions({with.clipboard, with.fileManager, with.work, [this] { return m_settings.vectorLongEdge(); },
+                     [this](const QString& note) { m_imagesShelf.setNote(note); }})
     , m_staging(with.work)
     , m_export(with.work)
     , m_saving(with.saves) {
@@ -54,6 +63,8 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     for (const MediaShelf* shelf : std::initializer_list<const MediaShelf*>{&m_videoShelf, &m_audioShelf})
         connect(shelf, &MediaShelf::compoundClipDropped, this,
                 [this](const platform::ItemProvider& clip) { keepBlocks({clip}); });
+    connect(&m_audioShelf, &Shelf::listed, &m_blockedAliases, &BlockedAliases::findBlockedAliases);
+    connect(m_settingsModel.copyJob(), &CopyJob::finished, this, &PanelModel::refreshShelves);
     connect(&m_settingsModel, &SettingsModel::rootChanged, this, [this] {
         refreshShelves();
         prepareExport();
@@ -77,6 +88,16 @@ void PanelModel::refreshShelves() {
     m_videoShelf.refresh();
     m_audioShelf.refresh();
     m_blocksShelf.refresh();
+}
+
+void PanelModel::appear() {
+    m_storage.openExtraScopes();
+    refreshShelves();
+}
+
+QStringList PanelModel::stagedFiles() {
+    const QString url = stagedFileUrl();
+    return url.isEmpty() ? QStringList() : QStringList{url};
 }
 
 ShelfCounts PanelModel::shelfCounts() const {

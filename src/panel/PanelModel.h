@@ -8,8 +8,11 @@
 #include "library/Storage.h"
 #include "panel/AudioShelf.h"
 #include "panel/BatchSave.h"
+#include "panel/BlockedAliases.h"
 #include "panel/BlocksShelf.h"
 #include "panel/Favorites.h"
+#include "panel/FileActions.h"
+#include "panel/FolderChooser.h"
 #include "panel/ImagesShelf.h"
 #include "panel/SettingsModel.h"
 #include "panel/VideoShelf.h"
@@ -30,6 +33,8 @@ class BuiltInLibrary;
 
 namespace platform {
 class Clipboard;
+class FileChooser;
+class FileManager;
 class ItemProvider;
 } // namespace platform
 
@@ -90,6 +95,10 @@ class PanelModel : public QObject {
     Q_PROPERTY(int importDone READ importDone NOTIFY importProgressChanged FINAL)
     Q_PROPERTY(int importTotal READ importTotal NOTIFY importProgressChanged FINAL)
 
+    Q_PROPERTY(quillary::BlockedAliases* blockedAliases READ blockedAliases CONSTANT FINAL)
+    /// Null where the panel never asks by itself.
+    Q_PROPERTY(quillary::FolderChooser* ownChooser READ ownChooser CONSTANT FINAL)
+    Q_PROPERTY(quillary::FileActions* fileActions READ fileActions CONSTANT FINAL)
     Q_PROPERTY(quillary::SettingsModel* settings READ settings CONSTANT FINAL)
 
 public:
@@ -147,10 +156,6 @@ public:
     };
     using CutoutState = std::variant<CutoutFailed, CutoutProgress>;
 
-    struct BlockedAlias {
-        std::filesystem::path alias;
-        std::filesystem::path target;
-    };
     struct ImportProgress {
         int done = 0;
         int total = 0;
@@ -164,8 +169,11 @@ public:
         AppSettings& settings;
         BuiltInLibrary& builtIns;
         platform::Clipboard& clipboard;
+        platform::FileChooser& chooser;
+        platform::FileManager& fileManager;
         QThreadPool& work;
         QThreadPool& saves;
+        FolderChooser* ownChooser = nullptr; ///< what asks inside the panel where the desktop has no chooser
         std::filesystem::path cacheFolder = {}; ///< for what can be made again; empty keeps nothing
         SoundPlayer::MakeOutput makeAudioOutput = platform::systemAudioOutput;
     };
@@ -235,6 +243,15 @@ public:
     BlocksShelf* blocksShelf() { return &m_blocksShelf; }
     /// Lists all four, and what belongs to them.
     void refreshShelves();
+    /// For a panel that comes into sight: opens what the user granted, then lists the shelves.
+    void appear();
+    BlockedAliases* blockedAliases() { return &m_blockedAliases; }
+    FileActions* fileActions() { return &m_fileActions; }
+    FolderChooser* ownChooser() { return m_ownChooser; }
+    /// Puts the staged image on the clipboard as a file, which is written into Recent as a drag writes it.
+    Q_INVOKABLE void copyStaged() { m_fileActions.copy(stagedFiles()); }
+    Q_INVOKABLE void copyStagedPath() { m_fileActions.copyPath(stagedFiles()); }
+    Q_INVOKABLE void showStagedInFiles() { m_fileActions.showInFiles(stagedFiles()); }
     ShelfCounts shelfCounts() const;
 
     // --- Drops and batches ------------------------------------------------------------------------------------------
@@ -325,11 +342,13 @@ private:
     void stageDropped(const platform::ItemProvider& item);
     void keepBlocks(const std::vector<platform::ItemProvider>& clips);
     void finishBatch(const BatchResult& result);
+    QStringList stagedFiles();
     void showImportProgress();
 
     Storage& m_storage;
     AppSettings& m_settings;
     platform::Clipboard& m_clipboard;
+    FolderChooser* m_ownChooser;
     SettingsModel m_settingsModel;
     State m_state = Empty{};
     Tab m_tab = Tab::intake;
@@ -344,8 +363,6 @@ private:
     Background m_refineTask;
     double m_edgeRefine = MatteRefiner::usualAmount;
     bool m_showCutout = true;
-    std::optional<BlockedAlias> m_blockedAlias;
-    int m_blockedAliasCount = 0;
     std::optional<ImportProgress> m_importProgress;
 
     Favorites m_favorites;
@@ -355,6 +372,8 @@ private:
     AudioShelf m_audioShelf;
     BlocksShelf m_blocksShelf;
 
+    BlockedAliases m_blockedAliases;
+    FileActions m_fileActions;
     Background m_staging;
     Background m_export;
     Background m_saving;

@@ -85,7 +85,7 @@ void QuillaryViewController::fadeIn() {
 
 void QuillaryViewController::viewDidAppear() {
     reveal();
-    m_model.refreshShelves();
+    m_model.appear();
 }
 
 } // namespace quillary

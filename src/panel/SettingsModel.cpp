@@ -3,6 +3,8 @@
 #include "base/Text.h"
 #include "library/AppSettings.h"
 #include "library/Storage.h"
+#include "platform/FileChooser.h"
+#include "platform/FileManager.h"
 #include "platform/SettingsStore.h"
 
 #include <QDir>
@@ -20,8 +22,13 @@ QString withTilde(const QString& path) {
 
 } // namespace
 
-SettingsModel::SettingsModel(AppSettings& settings, Storage& storage, QObject* parent)
-    : QObject(parent), m_settings(settings), m_storage(storage) {}
+SettingsModel::SettingsModel(const Services& with, QObject* parent)
+    : QObject(parent)
+    , m_settings(with.settings)
+    , m_storage(with.storage)
+    , m_chooser(with.chooser)
+    , m_fileManager(with.fileManager)
+    , m_copyJob(with.storage, with.work) {}
 
 int SettingsModel::recentLimit() const {
     return m_settings.recentLimit();
@@ -99,13 +106,62 @@ void SettingsModel::setPendingLimit(std::optional<int> limit) {
 }
 
 void SettingsModel::useDefaultLocation() {
-    m_storage.clearCustomRoot();
+    relocate([this] { m_storage.clearCustomRoot(); });
+}
+
+void SettingsModel::chooseLocation() {
+    if (m_copyJob.copying()) return;
+    platform::FileChooser::Question question{
+        .message = QStringLiteral("Choose where to keep the Quillary folder. A folder called “Quillary” is created "
+                                  "inside whatever you pick."),
+        .accept = QStringLiteral("Use Folder"),
+    };
+    if (const auto root = m_storage.root()) question.start = root->parent_path();
+    m_chooser.ask(this, question, [this](const std::vector<std::filesystem::path>& picked) {
+        if (!picked.empty()) useFolder(picked.front());
+    });
+}
+
+void SettingsModel::useFolder(const std::filesystem::path& folder) {
+    if (const auto usable = Storage::tryRoot(folder); !usable) {
+        m_locationProblem = usable.error().description();
+        Q_EMIT locationChanged();
+        return;
+    }
+    relocate([&] { m_storage.setCustomRoot(folder); });
+}
+
+void SettingsModel::relocate(const std::function<void()>& change) {
+    if (m_copyJob.copying()) return;
+    const auto before = m_storage.root();
+    change();
+    m_locationProblem.clear();
     readLocation();
     Q_EMIT rootChanged();
+    const auto now = m_storage.root();
+    if (before && now && *before != *now) m_copyJob.offer(*before, *now);
+}
+
+void SettingsModel::showInFiles() {
+    if (const auto root = m_storage.root()) m_fileManager.show({*root});
+}
+
+void SettingsModel::chooseSubjectModel() {
+    platform::FileChooser::Question question{
+        .kind = platform::FileChooser::Kind::files,
+        .message = QStringLiteral("Choose the ONNX file that finds subjects."),
+        .accept = QStringLiteral("Use File"),
+    };
+    const std::filesystem::path current = m_settings.subjectModel();
+    if (!current.empty()) question.start = current.parent_path();
+    m_chooser.ask(this, question, [this](const std::vector<std::filesystem::path>& picked) {
+        if (!picked.empty()) setSubjectModel(shown(picked.front()));
+    });
 }
 
 void SettingsModel::refresh() {
     setPendingLimit({});
+    m_locationProblem.clear();
     readLocation();
     Q_EMIT recentLimitChanged();
     Q_EMIT vectorLongEdgeChanged();

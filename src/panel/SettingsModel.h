@@ -1,15 +1,24 @@
 #pragma once
 
+#include "panel/CopyJob.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
 #include <QtQml/qqml.h>
+#include <filesystem>
+#include <functional>
 #include <optional>
 
 namespace quillary {
 
 class AppSettings;
 class Storage;
+
+namespace platform {
+class FileChooser;
+class FileManager;
+} // namespace platform
 
 /// What the Settings sheet shows and changes. The values are read from the store at every use; a change by someone else
 /// is announced by the next `refresh`. Main thread.
@@ -33,10 +42,20 @@ class SettingsModel : public QObject {
     Q_PROPERTY(QString libraryPath READ libraryPath NOTIFY locationChanged FINAL)
     Q_PROPERTY(bool hasChosenFolder READ hasChosenFolder NOTIFY locationChanged FINAL)
     Q_PROPERTY(bool chosenFolderUnavailable READ chosenFolderUnavailable NOTIFY locationChanged FINAL)
+    /// Why the folder that was picked last is not used; empty when it is.
+    Q_PROPERTY(QString locationProblem READ locationProblem NOTIFY locationChanged FINAL)
+    Q_PROPERTY(quillary::CopyJob* copyJob READ copyJob CONSTANT FINAL)
 
 public:
-    /// Both outlive the model.
-    SettingsModel(AppSettings& settings, Storage& storage, QObject* parent = nullptr);
+    /// All outlive the model.
+    struct Services {
+        AppSettings& settings;
+        Storage& storage;
+        platform::FileChooser& chooser;
+        platform::FileManager& fileManager;
+        QThreadPool& work;
+    };
+    explicit SettingsModel(const Services& with, QObject* parent = nullptr);
 
     int recentLimit() const;
     int pendingLimit() const { return m_pendingLimit.value_or(0); }
@@ -53,6 +72,8 @@ public:
     const QString& libraryPath() const { return m_libraryPath; }
     bool hasChosenFolder() const;
     bool chosenFolderUnavailable() const;
+    const QString& locationProblem() const { return m_locationProblem; }
+    CopyJob* copyJob() { return &m_copyJob; }
 
     /// A limit's text in the picker.
     Q_INVOKABLE static QString recentLimitLabel(int limit);
@@ -64,7 +85,13 @@ public:
     /// Stores the pending limit. It takes effect when the next file goes into Recent.
     Q_INVOKABLE void setALimit();
 
-    /// Forgets the chosen folder. Nothing is moved or deleted.
+    /// Lets the user pick the folder that is to hold the library. One that cannot be used leaves everything as it was.
+    /// Once the library lies elsewhere, `copyJob` offers to copy its files. Nothing while a copy runs.
+    Q_INVOKABLE void chooseLocation();
+    /// Shows the library's folder in the desktop's program for files.
+    Q_INVOKABLE void showInFiles();
+    Q_INVOKABLE void chooseSubjectModel();
+    /// Forgets the chosen folder. Nothing is moved or deleted; files are offered for copying likewise.
     Q_INVOKABLE void useDefaultLocation();
 
     /// Asks for the root again, drops a pending limit and announces everything; for a sheet that opens.
@@ -83,11 +110,18 @@ Q_SIGNALS:
 private:
     void setPendingLimit(std::optional<int> limit);
     void readLocation();
+    void useFolder(const std::filesystem::path& folder);
+    /// Changes the place of the library, and offers to copy what the old place holds.
+    void relocate(const std::function<void()>& change);
 
     AppSettings& m_settings;
     Storage& m_storage;
+    platform::FileChooser& m_chooser;
+    platform::FileManager& m_fileManager;
     std::optional<int> m_pendingLimit;
     QString m_libraryPath;
+    QString m_locationProblem;
+    CopyJob m_copyJob;
 };
 
 } // namespace quillary

@@ -2,8 +2,12 @@
 
 #include "platform/Pasteboard.h"
 
+#include <QByteArray>
+#include <QString>
 #include <QWindow>
+#include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace quillary::platform {
 
@@ -15,6 +19,11 @@ public:
     /// What is on it now. Called on the main thread and answered at once; the result may then be asked on one other
     /// thread, where a slow owner keeps nobody waiting but the asker.
     virtual std::shared_ptr<Pasteboard> contents() = 0;
+
+    /// Puts files on it, as file managers do: their URLs, and before them a picture's PNG bytes, if there are any. Main
+    /// thread.
+    virtual void offerFiles(const std::vector<std::filesystem::path>& files, const QByteArray& png) = 0;
+    virtual void offerText(const QString& text) = 0;
 };
 
 /// The clipboard of the running desktop session; needs the application object.

@@ -3,6 +3,7 @@
 #include <QMimeData>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace quillary::platform {
 
@@ -10,6 +11,10 @@ class ItemProvider;
 
 /// What a drag of one file carries to other programs: the file's URL, its bytes as they are, and nothing else.
 std::unique_ptr<QMimeData> fileDragData(const std::filesystem::path& file);
+
+/// What copied files are on the clipboard: PNG bytes first, if there are any, then the URLs, then the URLs as file
+/// managers mark copied ones.
+std::unique_ptr<QMimeData> fileOfferData(const std::vector<std::filesystem::path>& files, const QByteArray& png);
 
 /// What a drag of an item carries: its data under its types as they are named, in its order. Plain text is offered
 /// under its MIME name as well, since programs here know no other.

@@ -5,10 +5,10 @@
 #include "library/BuiltInLibrary.h"
 #include "library/Storage.h"
 #include "panel/PanelModel.h"
-#include "platform/Clipboard.h"
 #include "platform/ItemProvider.h"
 #include "support/FakeBookmarks.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeFiles.h"
 #include "support/FakePasteboard.h"
 #include "support/FakeSettingsStore.h"
 #include "support/TemporaryFolder.h"
@@ -20,12 +20,6 @@
 #include <gtest/gtest.h>
 
 namespace quillary::test {
-
-class FakeClipboard : public platform::Clipboard {
-public:
-    std::shared_ptr<platform::Pasteboard> contents() override { return board; }
-    std::shared_ptr<FakePasteboard> board = std::make_shared<FakePasteboard>();
-};
 
 inline QImage picture(int width, int height, QColor color = Qt::red) {
     QImage image(width, height, QImage::Format_RGBA8888);
@@ -47,7 +41,7 @@ protected:
         model.reset();
         saves.setMaxThreadCount(1);
         model = std::make_unique<PanelModel>(
-            PanelModel::Collaborators{storage, settings, builtIns, clipboard, work, saves});
+            PanelModel::Collaborators{storage, settings, builtIns, clipboard, chooser, fileManager, work, saves});
     }
 
     /// Runs the event loop until the condition holds.
@@ -89,6 +83,8 @@ protected:
     Storage storage{store, bookmarks, desktop, folder / "library"};
     BuiltInLibrary builtIns{folder / "BuiltIn"};
     FakeClipboard clipboard;
+    FakeFileChooser chooser;
+    FakeFileManager fileManager;
     QThreadPool work;
     QThreadPool saves;
     std::unique_ptr<PanelModel> model;

@@ -67,7 +67,7 @@ TEST_F(SettingsModelTest, TheDefaultLocationTakesTheChosenFoldersPlace) {
     std::filesystem::create_directories(chosen.defaultRoot() / "Library" / "Images");
     EXPECT_TRUE(picture(4, 4).save(
         QString::fromStdString((chosen.defaultRoot() / "Library" / "Images" / "at home.png").string())));
-    PanelModel panel({chosen, settings, builtIns, clipboard, work, saves});
+    PanelModel panel({chosen, settings, builtIns, clipboard, chooser, fileManager, work, saves});
     SettingsModel& location = *panel.settings();
     panel.refreshShelves();
     ASSERT_TRUE(comesTrue([&] { return panel.imagesShelf()->loaded(); }));

@@ -361,7 +361,7 @@ int main(int argc, char** argv) {
     stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
     {
         Storage elsewhere(stage.store, stage.bookmarks, stage.desktop);
-        SettingsModel unavailable(stage.settings, elsewhere);
+        SettingsModel unavailable({stage.settings, elsewhere, stage.chooser, stage.fileManager, stage.work});
         QQmlComponent view(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Library/SettingsView.qml")));
         const std::unique_ptr<QObject> sheet(
             view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.root.get())},

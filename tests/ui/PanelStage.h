@@ -9,7 +9,7 @@
 #include "platform/Clipboard.h"
 #include "support/FakeBookmarks.h"
 #include "support/FakeDesktop.h"
-#include "support/FakePasteboard.h"
+#include "support/FakeFiles.h"
 #include "support/FakeSettingsStore.h"
 #include "support/TemporaryFolder.h"
 
@@ -32,7 +32,8 @@ public:
                         SoundPlayer::MakeOutput makeOutput = platform::systemAudioOutput,
                         Thumbnail::FrameSource frames = {})
         : builtIns(std::move(builtInSets))
-        , model({storage, settings, builtIns, clipboard, work, saves, desktop.cacheFolder(), std::move(makeOutput)})
+        , model({storage, settings, builtIns, clipboard, chooser, fileManager, work, saves, &ownChooser, desktop.cacheFolder(),
+                 std::move(makeOutput)})
         , thumbnails(desktop.cacheFolder(), std::move(frames)) {
         saves.setMaxThreadCount(1);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -80,11 +81,6 @@ public:
         return path;
     }
 
-    struct NoClipboard : platform::Clipboard {
-        std::shared_ptr<platform::Pasteboard> contents() override { return board; }
-        std::shared_ptr<FakePasteboard> board = std::make_shared<FakePasteboard>();
-    };
-
     TemporaryFolder folder;
     FakeSettingsStore store;
     FakeBookmarks bookmarks;
@@ -92,9 +88,12 @@ public:
     AppSettings settings{store};
     Storage storage{store, bookmarks, desktop, folder / "library"};
     BuiltInLibrary builtIns;
-    NoClipboard clipboard;
+    FakeClipboard clipboard;
     QThreadPool work;
     QThreadPool saves;
+    FakeFileChooser chooser;
+    FakeFileManager fileManager;
+    FolderChooser ownChooser;
     PanelModel model;
     Thumbnail thumbnails;
     QQmlEngine engine;

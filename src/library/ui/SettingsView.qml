@@ -10,6 +10,7 @@ Sheet {
     id: sheet
 
     required property SettingsModel settings
+    readonly property CopyJob job: settings.copyJob
 
     function limitLabels(): list<string> {
         const labels = [];
@@ -100,12 +101,63 @@ Sheet {
                     text: sheet.settings.chosenFolderUnavailable ? qsTr("Your chosen folder is not available — an external drive may be disconnected. Using the default location until it is back.") : ""
                     width: parent.width
                 }
-                Button {
-                    enabled: sheet.settings.hasChosenFolder
-                    objectName: "useDefault"
-                    text: qsTr("Use Default")
+                NoteLine {
+                    ink: Theme.warning
+                    symbol: "exclamationmark.triangle"
+                    text: sheet.settings.locationProblem
+                    width: parent.width
+                }
+                Row {
+                    spacing: Theme.smallGap
 
-                    onClicked: sheet.settings.useDefaultLocation()
+                    Button {
+                        enabled: !sheet.job.copying
+                        help: qsTr("Choose the folder that holds the library")
+                        objectName: "chooseLocation"
+                        text: qsTr("Choose…")
+
+                        onClicked: sheet.settings.chooseLocation()
+                    }
+                    Button {
+                        objectName: "showLibrary"
+                        text: qsTr("Show in Files")
+
+                        onClicked: sheet.settings.showInFiles()
+                    }
+                    Button {
+                        enabled: sheet.settings.hasChosenFolder && !sheet.job.copying
+                        objectName: "useDefault"
+                        text: qsTr("Use Default")
+
+                        onClicked: sheet.settings.useDefaultLocation()
+                    }
+                }
+                Column {
+                    spacing: 6
+                    visible: sheet.job.copying
+                    width: parent.width
+
+                    Label {
+                        Accessible.name: text
+                        Accessible.role: Accessible.StaticText
+                        small: true
+                        text: qsTr("Copying your files…")
+                        width: parent.width
+                    }
+                    ProgressBar {
+                        objectName: "copyProgress"
+                        spokenName: qsTr("Copying your files…")
+                        to: Math.max(1, sheet.job.total)
+                        value: sheet.job.done
+                        width: parent.width
+                    }
+                }
+                NoteLine {
+                    ink: Theme.good
+                    objectName: "copyNote"
+                    symbol: "checkmark.circle.fill"
+                    text: sheet.job.note
+                    width: parent.width
                 }
             }
             Divider {
@@ -162,6 +214,44 @@ Sheet {
                 width: parent.width
             }
             SettingsGroup {
+                explanation: qsTr("Subjects are found without any file. A model of your own in an ONNX file that gives a mask of the subject finds them better.")
+                title: qsTr("Find subjects with")
+                width: parent.width
+
+                control: Row {
+                    spacing: Theme.smallGap
+
+                    Button {
+                        objectName: "clearSubjectModel"
+                        text: qsTr("Use None")
+                        visible: sheet.settings.subjectModel.length > 0
+
+                        onClicked: sheet.settings.subjectModel = ""
+                    }
+                    Button {
+                        objectName: "chooseSubjectModel"
+                        text: qsTr("Choose…")
+
+                        onClicked: sheet.settings.chooseSubjectModel()
+                    }
+                }
+
+                TextField {
+                    color: Theme.secondary
+                    objectName: "subjectModel"
+                    placeholderText: qsTr("No model")
+                    readOnly: true
+                    spokenName: qsTr("Model that finds subjects")
+                    symbol: "scissors"
+                    text: sheet.settings.subjectModel
+                    width: parent.width
+                }
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
+            SettingsGroup {
                 explanation: qsTr("Import is the default because it is the urgent direction — something is on the clipboard and you want it in Final Cut. The Library is one click away either way.")
                 title: qsTr("Open on the Library")
                 width: parent.width
@@ -189,5 +279,8 @@ Sheet {
 
     RecentLimitAlert {
         settings: sheet.settings
+    }
+    CopySheet {
+        job: sheet.job
     }
 }

@@ -111,6 +111,20 @@ Rectangle {
         onWantedChanged: make()
         Component.onCompleted: make()
     }
+    /// Asks for folders and files where the desktop has no chooser; made when it is first needed.
+    Loader {
+        id: ownChooser
+
+        readonly property FolderChooser chooser: panel.model.ownChooser
+        readonly property bool asked: chooser?.active ?? false
+
+        objectName: "chooserLoader"
+
+        onAskedChanged: if (asked && !item)
+            setSource("qrc:/qt/qml/Quillary/Library/ChooserSheet.qml", {
+                "chooser": chooser
+            })
+    }
     /// Holds the Settings sheet while it is open.
     Loader {
         id: settings

@@ -1,20 +1,31 @@
 #include "platform/Clipboard.h"
 
+#include "platform/FileDrag.h"
 #include "platform/linux/ToolkitPasteboard.h"
 #include "platform/linux/X11Pasteboard.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 
 namespace quillary::platform {
 
 namespace {
 
-class X11Clipboard final : public Clipboard {
+/// Writing goes through the toolkit everywhere.
+class WritableClipboard : public Clipboard {
+public:
+    void offerFiles(const std::vector<std::filesystem::path>& files, const QByteArray& png) override {
+        QGuiApplication::clipboard()->setMimeData(fileOfferData(files, png).release());
+    }
+    void offerText(const QString& text) override { QGuiApplication::clipboard()->setText(text); }
+};
+
+class X11Clipboard final : public WritableClipboard {
 public:
     std::shared_ptr<Pasteboard> contents() override { return std::make_shared<X11Pasteboard>(); }
 };
 
-class ToolkitClipboard final : public Clipboard {
+class ToolkitClipboard final : public WritableClipboard {
 public:
     std::shared_ptr<Pasteboard> contents() override { return std::make_shared<ToolkitPasteboard>(); }
 };

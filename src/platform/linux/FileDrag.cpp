@@ -6,6 +6,8 @@
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QVersionNumber>
+#include <algorithm>
+#include <utility>
 
 namespace quillary::platform {
 
@@ -20,28 +22,55 @@ QString announcedType() {
     return known && QGuiApplication::platformName() == u"xcb" ? uriList + QChar::Null : uriList;
 }
 
-/// The toolkit's own class would parse the URL and write it anew.
-class FileUrlData final : public QMimeData {
+/// Bytes under types, in an order of their own. The toolkit's own class would parse URLs and write them anew.
+class OfferData final : public QMimeData {
 public:
-    explicit FileUrlData(const std::filesystem::path& file) : m_list(fileUrl(file) + "\r\n"), m_type(announcedType()) {}
+    void add(const QString& type, QByteArray bytes) { m_offers.emplace_back(type, std::move(bytes)); }
+    void addUrls(QByteArray list) { add(announcedType(), std::move(list)); }
 
-    bool hasFormat(const QString& type) const override { return type == uriList || type == m_type; }
-    QStringList formats() const override { return {m_type}; }
+    bool hasFormat(const QString& type) const override { return find(type) != nullptr; }
+    QStringList formats() const override {
+        QStringList types;
+        for (const auto& [type, bytes] : m_offers) types.append(type);
+        return types;
+    }
 
 protected:
     QVariant retrieveData(const QString& type, QMetaType) const override {
-        return hasFormat(type) ? QVariant(m_list) : QVariant();
+        const QByteArray* bytes = find(type);
+        return bytes ? QVariant(*bytes) : QVariant();
     }
 
 private:
-    QByteArray m_list;
-    QString m_type;
+    const QByteArray* find(const QString& wanted) const {
+        const QString type = wanted == uriList ? announcedType() : wanted;
+        const auto found = std::ranges::find(m_offers, type, &std::pair<QString, QByteArray>::first);
+        return found == m_offers.end() ? nullptr : &found->second;
+    }
+
+    std::vector<std::pair<QString, QByteArray>> m_offers;
 };
 
 } // namespace
 
 std::unique_ptr<QMimeData> fileDragData(const std::filesystem::path& file) {
-    return std::make_unique<FileUrlData>(file);
+    auto data = std::make_unique<OfferData>();
+    data->addUrls(fileUrl(file) + "\r\n");
+    return data;
+}
+
+std::unique_ptr<QMimeData> fileOfferData(const std::vector<std::filesystem::path>& files, const QByteArray& png) {
+    auto data = std::make_unique<OfferData>();
+    QByteArray urls;
+    QByteArray copied = "copy";
+    for (const auto& file : files) {
+        urls += fileUrl(file) + "\r\n";
+        copied += '\n' + fileUrl(file);
+    }
+    if (!png.isEmpty()) data->add(QStringLiteral("image/png"), png);
+    data->addUrls(urls);
+    data->add(QStringLiteral("x-special/gnome-copied-files"), copied);
+    return data;
 }
 
 std::unique_ptr<QMimeData> itemDragData(const ItemProvider& item) {

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/FileChooser.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QtQml/qqml.h>
+#include <filesystem>
+#include <vector>
+
+namespace quillary {
+
+/// The panel's own chooser of folders and files, for desktops that have none: what its sheet shows and does. One
+/// question at a time; a newer one calls the older off. Main thread.
+class FolderChooser : public QObject, public platform::FileChooser {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    Q_PROPERTY(bool active READ active NOTIFY changed FINAL)
+    Q_PROPERTY(QString message READ message NOTIFY changed FINAL)
+    Q_PROPERTY(QString accept READ accept NOTIFY changed FINAL)
+    /// Whether files are picked, not the folder itself.
+    Q_PROPERTY(bool picksFiles READ picksFiles NOTIFY changed FINAL)
+    /// The folder that is shown, as a path.
+    Q_PROPERTY(QString folder READ folder NOTIFY changed FINAL)
+    /// What is in it: folders, their names closed by a slash, then, where files are picked, files.
+    Q_PROPERTY(QStringList entries READ entries NOTIFY changed FINAL)
+
+public:
+    void ask(QObject* context, const Question& question, Answer answer) override;
+
+    bool active() const { return m_answer != nullptr; }
+    QString message() const { return m_question.message; }
+    QString accept() const { return m_question.accept; }
+    bool picksFiles() const { return m_question.kind == Kind::files; }
+    QString folder() const;
+    QStringList entries() const;
+
+    /// Enters a folder, or picks a file.
+    Q_INVOKABLE void open(int row);
+    Q_INVOKABLE void up();
+    /// A folder by its path; one that is not there changes nothing and gives false.
+    Q_INVOKABLE bool go(const QString& path);
+    /// Picks the folder that is shown.
+    Q_INVOKABLE void pickFolder();
+    Q_INVOKABLE void cancel();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void enter(std::filesystem::path folder);
+    void finish(const std::vector<std::filesystem::path>& picked);
+
+    QPointer<QObject> m_context;
+    Question m_question;
+    Answer m_answer;
+    std::filesystem::path m_folder;
+    std::vector<std::filesystem::path> m_folders; ///< names, ascending
+    std::vector<std::filesystem::path> m_files;
+};
+
+} // namespace quillary

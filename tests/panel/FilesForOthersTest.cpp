@@ -1,0 +1,179 @@
+#include "PanelModelFixture.h"
+
+#include "imaging/BitmapDecoder.h"
+
+namespace quillary::test {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+
+/// What the panel does with files for other programs, with other folders, and with whole pictures.
+class FilesForOthersTest : public PanelModelTest {
+protected:
+    SettingsModel& sheet() { return *model->settings(); }
+    CopyJob& job() { return *sheet().copyJob(); }
+    fs::path shelved(const std::string& name, const QImage& image) {
+        const auto path = file((root() / "Library/Images" / name).lexically_relative(folder.path()).string(), image);
+        images().refresh();
+        EXPECT_TRUE(comesTrue(
+            [&] { return std::ranges::any_of(images().items(), [&](const auto& i) { return i.url == path; }); }));
+        return path;
+    }
+    static QString urlOf(const fs::path& path) { return QString::fromLatin1(fileUrl(path)); }
+};
+
+TEST_F(FilesForOthersTest, CopiesFilesWithThePictureFirst) {
+    const auto png = shelved("a b.png", picture(20, 10));
+    const auto jpeg = file("c.jpg", picture(30, 20));
+    model->fileActions()->copy({urlOf(png)});
+    ASSERT_TRUE(comesTrue([&] { return !clipboard.files.empty(); }));
+    EXPECT_EQ(clipboard.files, std::vector{png});
+    EXPECT_EQ(clipboard.png.toStdString(), readFile(png)) << "a PNG's own bytes";
+    model->fileActions()->copy({urlOf(jpeg)});
+    ASSERT_TRUE(comesTrue([&] { return clipboard.files == std::vector{jpeg}; }));
+    EXPECT_EQ(QImage::fromData(clipboard.png, "PNG").size(), QSize(30, 20));
+    model->fileActions()->copy({urlOf(png), urlOf(jpeg), urlOf(folder / "gone.png")});
+    ASSERT_TRUE(comesTrue([&] { return clipboard.files.size() == 2; }));
+    EXPECT_TRUE(clipboard.png.isEmpty());
+    EXPECT_EQ(images().note(), u"“gone.png” is not there any more"_s);
+    model->fileActions()->copyPath({urlOf(png), urlOf(jpeg)});
+    EXPECT_EQ(clipboard.text.toStdString(), png.string() + "\n" + jpeg.string());
+    model->fileActions()->showInFiles({urlOf(jpeg)});
+    EXPECT_EQ(fileManager.shown, std::vector{jpeg});
+}
+
+TEST_F(FilesForOthersTest, CopiesTheStagedImageOutOfRecent) {
+    model->copyStaged();
+    settle();
+    EXPECT_TRUE(clipboard.files.empty()) << "nothing is staged";
+    stage(file("logo.png", picture(20, 10)));
+    model->copyStaged();
+    ASSERT_TRUE(comesTrue([&] { return !clipboard.files.empty(); }));
+    EXPECT_EQ(clipboard.files, std::vector{root() / "Recent/logo.png"});
+    EXPECT_EQ(model->staged(), root() / "Recent/logo.png");
+    model->showStagedInFiles();
+    EXPECT_EQ(fileManager.shown, std::vector{root() / "Recent/logo.png"}) << "written once";
+}
+
+TEST_F(FilesForOthersTest, TransformsASelection) {
+    const auto wide = shelved("wide.png", picture(30, 20));
+    const auto other = shelved("other.png", picture(8, 4));
+    writeFile(root() / "Library/Images/no.svg", "<html/>");
+    const auto broken = shelved("no.svg.png", picture(1, 1)).parent_path() / "no.svg";
+    images().transform({urlOf(wide)}, u"rotateLeft"_s);
+    ASSERT_TRUE(comesTrue([&] { return images().note() == u"Rotate Left"_s; }));
+    EXPECT_EQ(QImage(QString::fromStdString(wide)).size(), QSize(20, 30));
+    images().transform({urlOf(wide), urlOf(other), urlOf(broken)}, u"flipVertical"_s);
+    ASSERT_TRUE(comesTrue([&] { return images().note() == u"Flip Vertical · 2 images · 1 could not be changed"_s; }))
+        << images().noteText().toStdString();
+    images().transform({urlOf(broken)}, u"rotateRight"_s);
+    EXPECT_TRUE(comesTrue([&] { return images().note() == u"“no.svg” could not be changed"_s; }));
+}
+
+TEST_F(FilesForOthersTest, TheLibraryMovesWithAnOfferToCopy) {
+    Storage moving(store, bookmarks, desktop);
+    const fs::path old = *moving.root();
+    writeFile(old / "Library/Audio/a.wav", "a");
+    writeFile(old / "Recent/b.png", "b");
+    fs::create_directories(folder / "drive");
+    model = std::make_unique<PanelModel>(
+        PanelModel::Collaborators{moving, settings, builtIns, clipboard, chooser, fileManager, work, saves});
+
+    sheet().chooseLocation();
+    EXPECT_EQ(chooser.question.accept, u"Use Folder"_s);
+    chooser.answer({});
+    EXPECT_FALSE(sheet().hasChosenFolder());
+    writeFile(folder / "file", "");
+    sheet().chooseLocation();
+    chooser.answer({folder / "file"});
+    EXPECT_EQ(sheet().locationProblem(), u"Could not open the Quillary folder."_s);
+    EXPECT_FALSE(sheet().hasChosenFolder());
+
+    sheet().chooseLocation();
+    chooser.answer({folder / "drive"});
+    EXPECT_TRUE(sheet().locationProblem().isEmpty());
+    ASSERT_TRUE(comesTrue([&] { return job().offered(); }));
+    EXPECT_EQ(job().audio(), 1);
+    EXPECT_EQ(job().recent(), 1);
+    job().copy(true, true, true, true, false);
+    EXPECT_TRUE(job().copying());
+    sheet().useDefaultLocation();
+    EXPECT_TRUE(sheet().hasChosenFolder()) << "not while files are copied";
+    ASSERT_TRUE(comesTrue([&] { return !job().note().isEmpty(); }));
+    EXPECT_EQ(job().note(), u"Copied 1 file"_s);
+    EXPECT_TRUE(fs::exists(folder / "drive/Quillary/Library/Audio/a.wav"));
+    EXPECT_FALSE(fs::exists(folder / "drive/Quillary/Recent/b.png"));
+    EXPECT_TRUE(fs::exists(old / "Library/Audio/a.wav"));
+
+    sheet().useDefaultLocation();
+    ASSERT_TRUE(comesTrue([&] { return job().offered(); })) << "the way back is offered too";
+    job().decline();
+    EXPECT_FALSE(job().offered());
+    sheet().showInFiles();
+    EXPECT_EQ(fileManager.shown, std::vector{old});
+    settle();
+    model.reset();
+}
+
+TEST_F(FilesForOthersTest, BlockedAliasesAreGranted) {
+    for (const char* name : {"one", "two", "other"}) fs::create_directories(folder / "drive" / name);
+    fs::create_directory_symlink(folder / "drive/one", root() / "Library/Audio/One");
+    fs::create_directory_symlink(folder / "drive/two", root() / "Library/Images/Two");
+    BlockedAliases& aliases = *model->blockedAliases();
+    aliases.grantAccessToBlockedAlias();
+    EXPECT_FALSE(chooser.asked()) << "nothing is blocked";
+    bookmarks.fenced = {folder / "drive"};
+    model->appear();
+    ASSERT_TRUE(comesTrue([&] { return aliases.blockedAliasCount() == 2; }));
+    EXPECT_EQ(aliases.blockedAlias()->target, folder / "drive/two");
+
+    aliases.grantAccessToBlockedAlias();
+    EXPECT_EQ(chooser.question.accept, u"Grant Access"_s);
+    EXPECT_EQ(chooser.question.start, folder / "drive/two");
+    EXPECT_TRUE(chooser.question.message.startsWith(u"“Two” points at "_s));
+    chooser.answer({});
+    EXPECT_EQ(aliases.blockedAliasCount(), 2);
+    aliases.grantAccessToBlockedAlias();
+    chooser.answer({folder / "drive/two"});
+    ASSERT_TRUE(
+        comesTrue([&] { return model->blocksShelf()->note() == u"Access granted — two, 1 more folder to allow"_s; }));
+    aliases.grantAccessToBlockedAlias();
+    chooser.answer({folder / "drive"});
+    EXPECT_TRUE(comesTrue([&] { return aliases.blockedAliasCount() == 0; }));
+    EXPECT_TRUE(comesTrue([&] { return model->blocksShelf()->note() == u"Access granted — drive"_s; }));
+}
+
+TEST_F(FilesForOthersTest, ThePanelItselfAsksWhereTheDesktopDoesNot) {
+    writeFile(folder / "place/inner/a.png", "a");
+    writeFile(folder / "place/.hidden/a.png", "a");
+    writeFile(folder / "place/b.png", "b");
+    FolderChooser own;
+    std::vector<fs::path> picked;
+    bool answered = false;
+    const auto answer = [&](const std::vector<fs::path>& files) {
+        picked = files;
+        answered = true;
+    };
+    own.ask(&own, {.start = folder / "place"}, answer);
+    EXPECT_EQ(own.entries(), QStringList{u"inner/"_s});
+    own.open(0);
+    own.pickFolder();
+    EXPECT_EQ(picked, std::vector{folder / "place/inner"});
+    own.ask(&own, {.kind = platform::FileChooser::Kind::files, .start = folder / "place/inner"}, answer);
+    own.up();
+    EXPECT_EQ(own.entries(), (QStringList{u"inner/"_s, u"b.png"_s}));
+    EXPECT_FALSE(own.go(u"relative"_s));
+    own.open(7);
+    own.open(1);
+    EXPECT_EQ(picked, std::vector{folder / "place/b.png"});
+    answered = false;
+    own.ask(&own, {}, answer);
+    own.cancel();
+    EXPECT_TRUE(answered && picked.empty());
+}
+
+} // namespace
+
+} // namespace quillary::test

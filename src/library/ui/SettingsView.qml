@@ -25,7 +25,7 @@ Sheet {
             group = group.parent;
         if (!group)
             return;
-        const low = Math.max(0, group.y + group.height - scroll.height);
+        const low = Math.max(0, Math.ceil(group.y + group.height - scroll.height));
         scroll.contentY = Math.max(low, Math.min(scroll.contentY, group.y));
     }
 
@@ -230,6 +230,7 @@ Sheet {
                     }
                     Button {
                         objectName: "chooseSubjectModel"
+                        spokenName: qsTr("Choose a model")
                         text: qsTr("Choose…")
 
                         onClicked: sheet.settings.chooseSubjectModel()

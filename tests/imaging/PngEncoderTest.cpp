@@ -12,6 +12,8 @@ namespace {
 
 /// The picture that a PNG must give back, in the decoders' spelling.
 QImage expectedOf(const QImage& image) {
+    if (image.format() == QImage::Format_RGBA8888_Premultiplied)
+        return expectedOf(image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
     if (image.format() == QImage::Format_ARGB32_Premultiplied) {
         QImage straight(image.size(), QImage::Format_ARGB32);
         for (int y = 0; y < image.height(); ++y)
@@ -101,6 +103,7 @@ TEST(PngEncoder, DividesPremultipliedPixelsAsTheToolkitDoes) {
         for (int value = 0; value < 256; ++value) row[value] = qPremultiply(qRgba(value, 255 - value, 128, alpha));
     }
     expectSameBack(image, "premultiplied");
+    expectSameBack(image.convertToFormat(QImage::Format_RGBA8888_Premultiplied), "premultiplied bytes");
 }
 
 TEST(PngEncoder, JoinsBands) {

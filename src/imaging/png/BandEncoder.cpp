@@ -1,5 +1,6 @@
 #include "imaging/png/BandEncoder.h"
 
+#include <QtEndian>
 #include <algorithm>
 #include <array>
 #include <libdeflate.h>
@@ -24,6 +25,11 @@ void spread(const QRgb* from, std::uint8_t* to, std::size_t width, Divide straig
 
 constexpr auto same = [](QRgb pixel) { return pixel; };
 constexpr auto divided = [](QRgb pixel) { return qUnpremultiply(pixel); };
+/// For bytes in the order red, green, blue, alpha.
+constexpr auto dividedBytes = [](QRgb pixel) {
+    const QRgb straight = qUnpremultiply(qFromLittleEndian(pixel));
+    return qRgba(qBlue(straight), qGreen(straight), qRed(straight), qAlpha(straight));
+};
 
 void dropFourth(const std::uint8_t* from, std::uint8_t* to, std::size_t width) {
     for (std::size_t x = 0; x < width; ++x) std::copy_n(from + 4 * x, 3, to + 3 * x);
@@ -32,8 +38,13 @@ void dropFourth(const std::uint8_t* from, std::uint8_t* to, std::size_t width) {
 } // namespace
 
 bool BandEncoder::isDirect(QImage::Format format) {
-    constexpr std::array direct{QImage::Format_RGBA8888, QImage::Format_RGBX8888, QImage::Format_RGB888,
-                                QImage::Format_RGB32,    QImage::Format_ARGB32,   QImage::Format_ARGB32_Premultiplied};
+    constexpr std::array direct{QImage::Format_RGBA8888,
+                                QImage::Format_RGBX8888,
+                                QImage::Format_RGB888,
+                                QImage::Format_RGB32,
+                                QImage::Format_ARGB32,
+                                QImage::Format_ARGB32_Premultiplied,
+                                QImage::Format_RGBA8888_Premultiplied};
     return std::ranges::find(direct, format) != direct.end();
 }
 
@@ -61,6 +72,9 @@ const std::uint8_t* BandEncoder::samples(int row, std::vector<std::uint8_t>& sto
         break;
     case QImage::Format_ARGB32_Premultiplied:
         spread<4>(words, storage.data(), width, divided);
+        break;
+    case QImage::Format_RGBA8888_Premultiplied:
+        spread<4>(words, storage.data(), width, dividedBytes);
         break;
     default:
         return line;

@@ -35,10 +35,10 @@ void average(const QImage& rows, int factor, uchar* out, int width) {
 
 } // namespace
 
-QImage reduced(const QImage& picture, std::stop_token stop) {
+QImage reduced(const QImage& picture, std::stop_token stop, int side) {
     const int longer = std::max(picture.width(), picture.height());
-    if (longer <= hugeSide) return picture;
-    const int factor = (longer + hugeSide - 1) / hugeSide;
+    if (longer <= side) return picture;
+    const int factor = (longer + side - 1) / side;
     const QSize size(picture.width() / factor, picture.height() / factor);
     if (size.isEmpty()) return picture;
     QImage result(size, averaged);

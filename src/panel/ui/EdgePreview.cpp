@@ -2,6 +2,8 @@
 
 #include "ui/PictureScaling.h"
 
+#include <algorithm>
+
 namespace quillary {
 
 EdgePreview::EdgePreview(QObject* parent) : QObject(parent), m_reducing(*QThreadPool::globalInstance()) {}
@@ -42,7 +44,8 @@ void EdgePreview::reduce() {
     using Result = std::optional<Reduced>;
     m_reducing.run(
         [raw = m_rawCutout, pixels = m_pixelSize](const std::stop_token& stop) -> Result {
-            const QImage handy = PictureScaling::reduced(raw, stop);
+            const int handySide = 4 * std::max(pixels.width(), pixels.height());
+            const QImage handy = PictureScaling::reduced(raw, stop, handySide);
             if (stop.stop_requested()) return {};
             const QImage small = PictureScaling::scaledDown(handy, pixels);
             return Reduced{MatteRefiner::Matte(small), static_cast<double>(small.width()) / raw.width()};

@@ -356,8 +356,23 @@ int main(int argc, char** argv) {
     gallery.take("settings-alert-small");
     model.settings()->keepNeverDelete();
     gallery.take("settings-small");
-    settings(false);
     stage.resize(usual);
+    model.settings()->copyJob()->offer(stage.folder / "library/Quillary", stage.folder / "new");
+    PanelStage::comesTrue([&] { return model.settings()->copyJob()->offered(); });
+    gallery.take("settings-copy");
+    model.settings()->copyJob()->copy(true, false, false, false, true);
+    PanelStage::comesTrue([&] { return !model.settings()->copyJob()->copying(); });
+    if (QObject* groups = gallery.inSettings("settingsGroups")) groups->setProperty("contentY", 200);
+    gallery.take("settings-copied");
+    settings(false);
+    stage.ownChooser.ask(&stage.model,
+                         {.message = QStringLiteral("Choose where to keep the Quillary folder. A folder called "
+                                                    "“Quillary” is created inside whatever you pick."),
+                          .accept = QStringLiteral("Use Folder"),
+                          .start = stage.folder / "library/Quillary/Library"},
+                         [](const auto&) {});
+    gallery.take("chooser");
+    stage.ownChooser.cancel();
     stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
     {
         Storage elsewhere(stage.store, stage.bookmarks, stage.desktop);

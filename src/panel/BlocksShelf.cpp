@@ -45,9 +45,9 @@ std::optional<QByteArray> clipIn(const platform::ItemProvider& item) {
     return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
 }
 
-QString told(int saved, const QString& failure) {
-    if (!failure.isEmpty()) return failure;
-    if (saved == 0) return noClip;
+std::expected<QString, QString> told(int saved, const QString& failure) {
+    if (!failure.isEmpty()) return std::unexpected(failure);
+    if (saved == 0) return std::unexpected(noClip);
     return saved == 1 ? QStringLiteral("Saved 1 block") : QStringLiteral("Saved %1 blocks").arg(saved);
 }
 
@@ -66,7 +66,7 @@ BlocksShelf::BlocksShelf(const Services& with, const BlockServices& also, std::s
     m_noteTask.setSingleShot(true);
     m_noteTask.setTimerType(Qt::PreciseTimer);
     m_noteTask.setInterval(6s);
-    connect(&m_noteTask, &QTimer::timeout, this, [this] { setNote({}); });
+    connect(&m_noteTask, &QTimer::timeout, this, [this] { setNote(std::nullopt); });
     m_progressTick.setInterval(100ms);
     connect(&m_progressTick, &QTimer::timeout, this, &BlocksShelf::saveProgressChanged);
     connect(selection(), &ShelfSelection::changed, this, &BlocksShelf::followSelection);
@@ -113,9 +113,9 @@ void BlocksShelf::followSelection() {
     setSelectedBlock(files.size() == 1 ? std::optional(files.front()) : std::nullopt);
 }
 
-void BlocksShelf::setNote(std::optional<QString> text) {
+void BlocksShelf::setNote(std::optional<QString> text, Tone tone) {
     text ? m_noteTask.start() : m_noteTask.stop();
-    Shelf::setNote(std::move(text));
+    Shelf::setNote(std::move(text), tone);
 }
 
 double BlocksShelf::saveProgress() const {
@@ -151,17 +151,17 @@ void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& provi
             }
             return told(saved, failure);
         },
-        [this](const QString& text) {
+        [this](const std::expected<QString, QString>& outcome) {
             if (--m_savesUnderWay == 0) m_progressTick.stop();
             m_copying->done = m_copying->total = 0;
             Q_EMIT saveProgressChanged();
-            finish(text);
+            finish(outcome);
         });
 }
 
-void BlocksShelf::finish(const QString& text) {
+void BlocksShelf::finish(const std::expected<QString, QString>& outcome) {
     refresh();
-    note(text);
+    tell(outcome);
 }
 
 void BlocksShelf::pastePoster(const QString& url) {
@@ -169,13 +169,14 @@ void BlocksShelf::pastePoster(const QString& url) {
     if (!find(block)) return;
     m_saving.every(
         [pasteboard = m_clipboard.contents(), &storage = storage(), block = *block,
-         longEdge = settings().vectorLongEdge()](const std::stop_token& stop) {
+         longEdge = settings().vectorLongEdge()](const std::stop_token& stop) -> std::expected<QString, QString> {
             const auto image = ImageIntake::read(*pasteboard, longEdge, stop);
-            if (!image) return noImage;
+            if (!image) return std::unexpected(noImage);
             const auto set = ArrangementStore(storage).setPoster(image->image, block);
-            return set ? posterSet : set.error().description();
+            if (!set) return std::unexpected(set.error().description());
+            return posterSet;
         },
-        [this](const QString& text) { finish(text); });
+        [this](const std::expected<QString, QString>& outcome) { finish(outcome); });
 }
 
 void BlocksShelf::removePoster(const QString& url) {
@@ -185,7 +186,7 @@ void BlocksShelf::removePoster(const QString& url) {
                     block = *block](const std::stop_token&) { return ArrangementStore(storage).removePoster(block); },
                    [this](const std::expected<void, ArrangementFailure>& removed) {
                        refresh();
-                       if (!removed) note(removed.error().description());
+                       if (!removed) setNote(removed.error().description(), Tone::problem);
                    });
 }
 
@@ -196,7 +197,7 @@ void BlocksShelf::fillDrag(DragRequest* request, const QString& url) {
     if (const auto xml = ArrangementStore(storage()).xml(block->url))
         request->item = FCPXMLPasteboard::provider(*xml, block->name);
     else
-        finish(QStringLiteral("“%1” is no longer there.").arg(block->name));
+        finish(std::unexpected(QStringLiteral("“%1” is no longer there.").arg(block->name)));
 }
 
 Shelf::FileVerbs BlocksShelf::fileVerbs() const {

@@ -71,7 +71,7 @@ public:
     const std::optional<QString>& blockNote() const { return Shelf::note(); }
     using Shelf::note;
     void note(const QString& text) { setNote(text); }
-    void setNote(std::optional<QString> text) override;
+    void setNote(std::optional<QString> text, Tone tone = Tone::done) override;
 
     void fillDrag(quillary::DragRequest* request, const QString& url) override;
 
@@ -99,7 +99,7 @@ private:
     };
     const Arrangement* find(const std::optional<std::filesystem::path>& url) const;
     void followSelection();
-    void finish(const QString& told);
+    void finish(const std::expected<QString, QString>& outcome);
 
     std::shared_ptr<BlocksListing> m_blocksListing;
     std::shared_ptr<const BlocksListing::Blocks> m_blocks;

@@ -129,7 +129,7 @@ void ImagesShelf::saveBuiltInToLibrary(const LibraryItem& item) {
         },
         [this](const std::expected<QString, QString>& text) {
             if (text) refresh();
-            setNote(text ? *text : text.error());
+            tell(text);
         });
 }
 

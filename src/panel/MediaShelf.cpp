@@ -29,12 +29,12 @@ void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
         if (xml)
             saveClip(*clip, *xml);
         else
-            setNote(QStringLiteral("That drag carried no Final Cut clip"));
+            setNote(QStringLiteral("That drag carried no Final Cut clip"), Tone::problem);
         return;
     }
     DropReader::fileURLs(providers, this, [this](const std::vector<fs::path>& urls) {
         if (urls.empty())
-            setNote(m_texts.none);
+            setNote(m_texts.none, Tone::problem);
         else
             save(urls);
     });
@@ -65,19 +65,22 @@ void MediaShelf::saveClip(const platform::ItemProvider& clip, const QByteArray& 
                        if (!stored)
                            Q_EMIT compoundClipDropped(clip);
                        else if (Storage::shelf(*stored) != m_folder)
-                           setNote(m_texts.wrong);
+                           setNote(m_texts.wrong, Tone::problem);
                        else
-                           tell(1);
+                           tellAdded(1);
                    });
 }
 
 void MediaShelf::saveInBackground(std::function<std::expected<int, QString>()> save) {
     m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
-                   [this](const std::expected<int, QString>& added) { tell(added); });
+                   [this](const std::expected<int, QString>& added) { tellAdded(added); });
 }
 
-void MediaShelf::tell(const std::expected<int, QString>& added) {
-    setNote(added ? QStringLiteral("Added %1").arg(counted(*added, m_texts.noun)) : added.error());
+void MediaShelf::tellAdded(const std::expected<int, QString>& added) {
+    if (added)
+        setNote(QStringLiteral("Added %1").arg(counted(*added, m_texts.noun)));
+    else
+        setNote(added.error(), Tone::problem);
     if (added) refresh();
 }
 

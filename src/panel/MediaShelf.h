@@ -39,7 +39,7 @@ protected:
 private:
     void saveClip(const platform::ItemProvider& clip, const QByteArray& xml);
     void saveInBackground(std::function<std::expected<int, QString>()> save);
-    void tell(const std::expected<int, QString>& added);
+    void tellAdded(const std::expected<int, QString>& added);
 
     const Storage::Folder m_folder;
     const Texts m_texts;

@@ -64,7 +64,7 @@ void PanelModel::handlePaste() {
 
 void PanelModel::load(const Maker& make) {
     setStaged({});
-    m_imagesShelf.setNote({});
+    m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     m_prepared.reset();
     m_export.cancel();
@@ -107,7 +107,7 @@ void PanelModel::editItem(const QString& itemUrl) {
 void PanelModel::clear() {
     m_staging.cancel();
     setStaged({});
-    m_imagesShelf.setNote({});
+    m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     setState(Empty{});
     Q_EMIT stagingChanged();
@@ -148,7 +148,7 @@ void PanelModel::saveInBackground(std::function<std::expected<QString, QString>(
     m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
                    [this](const std::expected<QString, QString>& note) {
                        if (note) m_imagesShelf.refresh();
-                       m_imagesShelf.setNote(note ? *note : note.error());
+                       m_imagesShelf.tell(note);
                    });
 }
 
@@ -207,7 +207,7 @@ void PanelModel::pruneRecentInBackground() {
 QString PanelModel::stagedFileUrl() {
     const auto file = fileOnDisk();
     if (file) return QString::fromLatin1(fileUrl(*file));
-    m_imagesShelf.setNote(file.error());
+    m_imagesShelf.setNote(file.error(), Shelf::Tone::problem);
     return {};
 }
 

@@ -32,6 +32,7 @@ QString told(const QStringList& reasons) {
 struct Shelf::Outcome {
     std::vector<ShelfSelection::Relocation> relocations = {};
     QString note = {};
+    QString problem = {};
     std::optional<QString> created = {}; ///< a collection
 };
 
@@ -156,9 +157,14 @@ void Shelf::clearFilters() {
     m_favorites.setOnly(false);
 }
 
-void Shelf::setNote(std::optional<QString> text) {
+void Shelf::setNote(std::optional<QString> text, Tone tone) {
     m_note = std::move(text);
+    m_noteTone = tone;
     Q_EMIT noteChanged();
+}
+
+void Shelf::tell(const std::expected<QString, QString>& outcome) {
+    outcome ? setNote(*outcome, Tone::done) : setNote(outcome.error(), Tone::problem);
 }
 
 LibraryQuery Shelf::query() const {
@@ -215,7 +221,7 @@ void Shelf::rename(const QString& url, const QString& name) {
     for (const fs::path& file : ownFiles({url}))
         run([file, name](const FileVerbs& verbs) -> Outcome {
             const auto renamed = verbs.rename(file, name);
-            if (!renamed) return {.note = renamed.error()};
+            if (!renamed) return {.problem = renamed.error()};
             return {.relocations = {{file, *renamed}},
                     .note = QStringLiteral("Renamed to “%1”").arg(shownStem(*renamed))};
         });
@@ -232,7 +238,7 @@ void Shelf::move(const QStringList& urls, const QString& collection) {
             else
                 reasons.append(moved.error());
         }
-        outcome.note = told(reasons);
+        outcome.problem = told(reasons);
         return outcome;
     });
 }
@@ -242,14 +248,14 @@ void Shelf::remove(const QStringList& urls) {
         QStringList reasons;
         for (const fs::path& file : files)
             if (const auto removed = verbs.remove(file); !removed) reasons.append(removed.error());
-        return {.note = told(reasons)};
+        return {.problem = told(reasons)};
     });
 }
 
 void Shelf::createCollection(const QString& name) {
     run([path = Storage::sanitize(name)](const FileVerbs& verbs) -> Outcome {
         if (verbs.createCollection(path)) return {.created = path};
-        return {.note = QStringLiteral("Could not create the collection “%1”.").arg(path)};
+        return {.problem = QStringLiteral("Could not create the collection “%1”.").arg(path)};
     });
 }
 
@@ -267,6 +273,7 @@ void Shelf::finish(const Outcome& outcome) {
     if (outcome.created) m_selectAfterRefresh = outcome.created;
     refresh();
     if (!outcome.note.isEmpty()) setNote(outcome.note);
+    if (!outcome.problem.isEmpty()) setNote(outcome.problem, Tone::problem);
 }
 
 void Shelf::relocated(std::span<const ShelfSelection::Relocation> relocations) {
@@ -302,7 +309,7 @@ QString Shelf::dragFileUrl(const QString& url) {
     if (!item) return {};
     const auto file = fileToDrag(*item);
     if (file) return QString::fromLatin1(fileUrl(*file));
-    setNote(file.error());
+    setNote(file.error(), Tone::problem);
     return {};
 }
 

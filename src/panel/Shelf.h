@@ -46,6 +46,8 @@ class Shelf : public QObject {
     Q_PROPERTY(bool filtered READ filtered NOTIFY filteredChanged FINAL)
     /// One line about what was done last; empty when there is nothing to tell.
     Q_PROPERTY(QString note READ noteText NOTIFY noteChanged FINAL)
+    /// Whether the note tells that something went wrong.
+    Q_PROPERTY(bool noteIsProblem READ noteIsProblem NOTIFY noteChanged FINAL)
 
 public:
     /// Where the browser can be. Recent and the built-in sets belong to the Images shelf.
@@ -106,7 +108,11 @@ public:
 
     const std::optional<QString>& note() const { return m_note; }
     QString noteText() const { return m_note.value_or(QString()); }
-    virtual void setNote(std::optional<QString> text);
+    bool noteIsProblem() const { return m_noteTone == Tone::problem; }
+    enum class Tone { done, problem };
+    virtual void setNote(std::optional<QString> text, Tone tone = Tone::done);
+    /// What was done, or why not.
+    void tell(const std::expected<QString, QString>& outcome);
 
     // --- Looking after files ------------------------------------------------------------------------------------
 
@@ -190,6 +196,7 @@ private:
     CollectionFilter m_collectionFilter;
     QString m_search;
     std::optional<QString> m_note;
+    Tone m_noteTone = Tone::done;
     /// Whether the listing under way may take the selected collection away although its folder is still there: it was
     /// asked for by the panel, not by a change on disk, and nothing was selected since.
     bool m_settles = false;

@@ -115,7 +115,8 @@ Item {
         anchors.left: filters.left
         anchors.right: filters.right
         height: visible ? 26 : 0
-        symbol: "checkmark.circle.fill"
+        ink: view.shelf.noteIsProblem ? Theme.warning : Theme.good
+        symbol: view.shelf.noteIsProblem ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
         text: view.shelf.note
     }
     Item {

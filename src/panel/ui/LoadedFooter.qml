@@ -45,7 +45,8 @@ Column {
         width: parent.width
     }
     NoteLine {
-        symbol: "checkmark.circle.fill"
+        ink: footer.model.imagesShelf.noteIsProblem ? Theme.warning : Theme.good
+        symbol: footer.model.imagesShelf.noteIsProblem ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
         text: footer.model.librarySaveNote
         width: parent.width
     }

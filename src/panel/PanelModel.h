@@ -261,6 +261,8 @@ public:
     /// Files a batch: shelves by type, one summary line, the Library tab shown afterwards. Folders are walked. A second
     /// batch waits for the first.
     void saveToLibrary(const std::vector<std::filesystem::path>& urls);
+    /// Lets the user pick files for a shelf and files them like dropped ones.
+    Q_INVOKABLE void importFiles(quillary::PanelModel::LibraryKind kind);
     const std::optional<ImportProgress>& importProgress() const { return m_importProgress; }
 
     // --- Tabs -------------------------------------------------------------------------------------------------------
@@ -348,6 +350,7 @@ private:
     Storage& m_storage;
     AppSettings& m_settings;
     platform::Clipboard& m_clipboard;
+    platform::FileChooser& m_chooser;
     FolderChooser* m_ownChooser;
     SettingsModel m_settingsModel;
     State m_state = Empty{};

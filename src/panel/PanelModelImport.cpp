@@ -2,6 +2,7 @@
 #include "library/AppSettings.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
+#include "platform/FileChooser.h"
 #include "platform/ItemProvider.h"
 #include "platform/UniformTypes.h"
 
@@ -91,6 +92,17 @@ void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
             return performSave(urls, storage, target, longEdge, *progress, closing);
         },
         [this](const BatchResult& result) { finishBatch(result); });
+}
+
+void PanelModel::importFiles(LibraryKind kind) {
+    const QString message = kind == LibraryKind::audio    ? QStringLiteral("Choose sounds to add to your library.")
+                            : kind == LibraryKind::videos ? QStringLiteral("Choose video files to add to your library.")
+                                                          : QStringLiteral("Choose images to add to your library.");
+    m_chooser.ask(this,
+                  {.kind = platform::FileChooser::Kind::files, .message = message, .accept = QStringLiteral("Import")},
+                  [this](const std::vector<fs::path>& chosen) {
+                      if (!chosen.empty()) saveToLibrary(chosen);
+                  });
 }
 
 void PanelModel::finishBatch(const BatchResult& result) {

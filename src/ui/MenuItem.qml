@@ -21,7 +21,7 @@ T.MenuItem {
         radius: 5
     }
     contentItem: MenuItemContent {
-        detail: control.detail
+        detail: control.subMenu ? "›" : control.detail
         detailInk: control.highlighted ? Theme.accentInk : Theme.secondary
         ink: control.ink
         symbol: control.checked ? "checkmark" : control.symbol

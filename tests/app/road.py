@@ -168,7 +168,7 @@ class Road(unittest.TestCase):
         self.saved("Pasted Image.png")
 
         # Renamed in the field, dragged under the new name.
-        self.click(self.left + 190, self.bottom - 109)
+        self.click(self.left + 190, self.bottom - 137)
         self.desktop.xdo("key", "ctrl+a")
         self.desktop.xdo("type", "--delay", "20", "Red card")
         self.desktop.xdo("key", "Return")

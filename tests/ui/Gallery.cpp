@@ -323,6 +323,8 @@ int main(int argc, char** argv) {
         PanelStage::wait(200);
         gallery.press(Qt::Key_Down, 2);
         gallery.press(Qt::Key_Right, 1);
+        PanelStage::wait(200);
+        gallery.press(Qt::Key_Down, 1);
         gallery.take("library-move");
         gallery.press(Qt::Key_Escape, 2);
     }

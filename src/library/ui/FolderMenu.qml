@@ -34,6 +34,7 @@ T.Popup {
         radius: 8
     }
     contentItem: FolderMenuList {
+        focus: true
         content: menu.content
         filled: menu.visible
         shelf: menu.shelf

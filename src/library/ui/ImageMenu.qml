@@ -19,8 +19,38 @@ ShelfMenu {
     MenuItem {
         symbol: "scissors"
         text: qsTr("Remove Background…")
+        visible: !menu.several
 
         onTriggered: menu.model.editItem(menu.url)
+    }
+    Menu {
+        enabled: !menu.isBuiltIn
+        title: qsTr("Rotate & Flip")
+
+        MenuItem {
+            symbol: "rotate.left"
+            text: qsTr("Rotate Left")
+
+            onTriggered: menu.model.imagesShelf.transform(menu.urls, "rotateLeft")
+        }
+        MenuItem {
+            symbol: "rotate.right"
+            text: qsTr("Rotate Right")
+
+            onTriggered: menu.model.imagesShelf.transform(menu.urls, "rotateRight")
+        }
+        MenuItem {
+            symbol: "arrow.left.and.right.righttriangle.left.righttriangle.right"
+            text: qsTr("Flip Horizontal")
+
+            onTriggered: menu.model.imagesShelf.transform(menu.urls, "flipHorizontal")
+        }
+        MenuItem {
+            symbol: "arrow.up.and.down.righttriangle.up.righttriangle.down"
+            text: qsTr("Flip Vertical")
+
+            onTriggered: menu.model.imagesShelf.transform(menu.urls, "flipVertical")
+        }
     }
     MenuItem {
         symbol: "pencil"
@@ -44,14 +74,30 @@ ShelfMenu {
 
         onTriggered: menu.shelf.remove(menu.urls)
     }
-    MenuSeparator {
-        visible: !menu.isBuiltIn && !menu.isRecent
-    }
+    MenuSeparator {}
     MenuItem {
         symbol: "folder"
         text: qsTr("Move to…")
         visible: !menu.isBuiltIn && !menu.isRecent
 
         onTriggered: menu.moveRequested()
+    }
+    MenuItem {
+        symbol: "doc.on.doc"
+        text: qsTr("Copy")
+
+        onTriggered: menu.model.fileActions.copy(menu.urls)
+    }
+    MenuItem {
+        symbol: "link"
+        text: qsTr("Copy Path")
+
+        onTriggered: menu.model.fileActions.copyPath(menu.urls)
+    }
+    MenuItem {
+        symbol: "arrow.up.forward.app"
+        text: qsTr("Show in Files")
+
+        onTriggered: menu.model.fileActions.showInFiles(menu.urls)
     }
 }

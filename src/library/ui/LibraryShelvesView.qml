@@ -10,20 +10,43 @@ Item {
 
     required property PanelModel model
 
+    AliasBanner {
+        id: banner
+
+        aliases: shelves.model.blockedAliases
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.top: parent.top
+        anchors.topMargin: visible ? Theme.margin : 0
+    }
     SegmentedControl {
         id: picker
 
         anchors.left: parent.left
-        anchors.margins: Theme.margin
-        anchors.top: parent.top
+        anchors.leftMargin: Theme.margin
+        anchors.top: banner.bottom
+        anchors.topMargin: Theme.margin
         currentIndex: shelves.model.libraryKind
-        details: [`${shelves.model.imagesShelf.count}`, `${shelves.model.videoShelf.count}`, `${shelves.model.audioShelf.count}`, `${shelves.model.blocksShelf.count}`]
+        // Where it is too narrow for both, the names stay.
+        details: width < 260 ? [] : [`${shelves.model.imagesShelf.count}`, `${shelves.model.videoShelf.count}`, `${shelves.model.audioShelf.count}`, `${shelves.model.blocksShelf.count}`]
         fill: true
         labels: [shelves.model.imagesShelf.title, shelves.model.videoShelf.title, shelves.model.audioShelf.title, shelves.model.blocksShelf.title]
         spokenName: qsTr("Shelf")
-        width: Math.min(parent.width - 2 * Theme.margin, 440)
+        width: Math.min(parent.width - 2 * Theme.margin - Theme.smallGap - importer.width, 440)
 
         onActivated: index => shelves.model.libraryKind = index
+    }
+    ImportButton {
+        id: importer
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.top: picker.top
+        enabled: !shelves.model.importing
+        model: shelves.model
+        objectName: "importButton"
     }
     Item {
         id: body

@@ -1,0 +1,44 @@
+import QtQuick
+import Quillary.Controls
+import Quillary.Model
+
+/// Asks for files to put on a shelf.
+Button {
+    id: button
+
+    required property PanelModel model
+
+    function offers(kind: int): bool {
+        return model.libraryKind === kind || model.libraryKind === PanelModel.LibraryKind.Blocks;
+    }
+
+    chevron: "chevron.down"
+    help: qsTr("Import")
+    spokenName: qsTr("Import")
+    symbol: "square.and.arrow.down"
+
+    onClicked: menu.popup(button, button.width - menu.width, button.height + 4)
+
+    Menu {
+        id: menu
+
+        MenuItem {
+            text: qsTr("Import image files…")
+            visible: button.offers(PanelModel.LibraryKind.Images)
+
+            onTriggered: button.model.importFiles(PanelModel.LibraryKind.Images)
+        }
+        MenuItem {
+            text: qsTr("Import sounds…")
+            visible: button.offers(PanelModel.LibraryKind.Audio)
+
+            onTriggered: button.model.importFiles(PanelModel.LibraryKind.Audio)
+        }
+        MenuItem {
+            text: qsTr("Import video files…")
+            visible: button.offers(PanelModel.LibraryKind.Videos)
+
+            onTriggered: button.model.importFiles(PanelModel.LibraryKind.Videos)
+        }
+    }
+}

@@ -43,7 +43,11 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
         keepBlocks(items);
         break;
     case DropReader::Contents::image:
-        stageDropped(items.front());
+        // Over the Images shelf a file goes onto the shelf, into the collection that is shown.
+        if (m_tab == Tab::library && m_libraryKind == LibraryKind::images && items.front().fileURL())
+            saveToLibrary({*items.front().fileURL()});
+        else
+            stageDropped(items.front());
         break;
     case DropReader::Contents::batch:
         DropReader::fileURLs(items, this, [this](const std::vector<fs::path>& urls) { saveToLibrary(urls); });

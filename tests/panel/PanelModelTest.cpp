@@ -169,6 +169,14 @@ TEST_F(PanelModelTest, EveryDragPrunesRecent) {
     EXPECT_EQ(images().recent().size(), 2U);
 }
 
+TEST_F(PanelModelTest, ADropOverTheImagesGoesIntoTheShownCollection) {
+    model->setTab(PanelModel::Tab::library);
+    images().setCollectionFilter(CollectionFilter::named(u"Logos"_s));
+    model->handleDrop({platform::ItemProvider::file(file("one.png", picture(5, 5)))});
+    EXPECT_TRUE(comesTrue([&] { return fs::exists(root() / "Library/Images/Logos/one.png"); }));
+    EXPECT_EQ(model->stage(), PanelModel::Stage::empty);
+}
+
 TEST_F(PanelModelTest, SortsOutWhatADropBrings) {
     const auto image = file("one.png", picture(5, 5));
     model->handleDrop({platform::ItemProvider::file(image)});

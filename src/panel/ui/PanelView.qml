@@ -24,7 +24,7 @@ Rectangle {
                 "settings": panel.model.settings
             });
         else
-            settings.source = "";
+            (settings.item as Sheet)?.close();
     }
 
     Binding {
@@ -134,6 +134,7 @@ Rectangle {
     Connections {
         function onClosed() {
             panel.showingSettings = false;
+            settings.source = "";
         }
 
         ignoreUnknownSignals: true

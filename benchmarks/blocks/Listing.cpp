@@ -20,12 +20,6 @@ namespace {
 constexpr int blocks = 2'000;
 constexpr int assetsPerBlock = 48;
 
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::exit(1);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -50,7 +44,7 @@ int main(int argc, char** argv) {
     rounds.add("read and parse each once", [&] {
         for (const fs::path& path : files) {
             QFile file(path);
-            require(file.open(QIODevice::ReadOnly), "cannot read");
+            benchmark::require(file.open(QIODevice::ReadOnly), "cannot read");
             const benchmark::PlainXml plain(file.readAll());
         }
     });
@@ -58,10 +52,10 @@ int main(int argc, char** argv) {
         ShelfIndex fresh(root / Storage::blocksFolder(), Storage::blockExtensions, false);
         fresh.refresh();
         const auto listed = BlockSummaries().read(*fresh.items());
-        require(listed.size() == blocks && listed.front().summary.layers.size() == 2 * assetsPerBlock, "not listed");
+        benchmark::require(listed.size() == blocks && listed.front().summary.layers.size() == 2 * assetsPerBlock, "not listed");
     });
-    rounds.add("next refresh", [&] { require(refresh() == blocks, "not listed"); });
+    rounds.add("next refresh", [&] { benchmark::require(refresh() == blocks, "not listed"); });
     rounds.print();
-    require(summaries.documentsRead() == blocks, "unchanged blocks were read again");
+    benchmark::require(summaries.documentsRead() == blocks, "unchanged blocks were read again");
     return 0;
 }

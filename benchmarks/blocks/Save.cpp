@@ -22,12 +22,6 @@ namespace {
 
 constexpr int assets = 12'000;
 
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::exit(1);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -40,21 +34,21 @@ int main(int argc, char** argv) {
     for (int n = 1; n <= assets; ++n) writeFile(folder / "media" / (std::to_string(n) + ".mov"), "media");
     const QByteArray xml = benchmark::largeClip(assets, folder / "media");
     const auto first = store.save(xml, {}, {});
-    require(first.has_value(), "cannot save");
+    benchmark::require(first.has_value(), "cannot save");
     std::printf("document: %.1f MB\n", static_cast<double>(xml.size()) / 1e6);
 
     const auto save = [&] {
         const auto block = store.save(xml, QStringLiteral("Again"), {});
-        require(block && store.remove(block->url), "cannot save");
+        benchmark::require(block && store.remove(block->url), "cannot save");
     };
     benchmark::Rounds rounds("save, 12,000 assets", benchmark::Rounds::options(argc, argv));
     rounds.add("libxml2 parse, XPath, serialise", [&] {
         const benchmark::PlainXml plain(xml);
-        require(plain.found("//asset") == assets && plain.found("//effect") == 1, "not found");
-        require(plain.serialized() > 0, "not serialised");
+        benchmark::require(plain.found("//asset") == assets && plain.found("//effect") == 1, "not found");
+        benchmark::require(plain.serialized() > 0, "not serialised");
     });
     rounds.add("ArrangementStore::save", save);
-    rounds.add("ArrangementStore::xml", [&] { require(store.xml(first->url).has_value(), "cannot drag"); });
+    rounds.add("ArrangementStore::xml", [&] { benchmark::require(store.xml(first->url).has_value(), "cannot drag"); });
     rounds.print();
 
     malloc_trim(0);

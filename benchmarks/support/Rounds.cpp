@@ -122,4 +122,10 @@ PeakMemory peakMemoryOf(const std::function<void()>& work) {
     return heard ? result : PeakMemory{};
 }
 
+void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "%s\n", what);
+    std::exit(1);
+}
+
 } // namespace quillary::benchmark

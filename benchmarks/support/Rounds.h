@@ -62,4 +62,7 @@ PeakMemory peakMemoryOf(const std::function<void()>& work);
 
 double median(std::vector<double> values);
 
+/// Ends the program with the text when what it is about to measure is not so.
+void require(bool holds, const char* what);
+
 } // namespace quillary::benchmark

@@ -54,7 +54,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
                         },
                         [this](const QString& note) { m_blocksShelf.setNote(note); }})
     , m_fileActions({with.clipboard, with.fileManager, with.work, [this] { return m_settings.vectorLongEdge(); },
-                     [this](const QString& note) { m_imagesShelf.setNote(note); }})
+                     [this](const QString& note) { shownShelf().setNote(note, Shelf::Tone::problem); }})
     , m_staging(with.work)
     , m_export(with.work)
     , m_saving(with.saves) {
@@ -94,6 +94,12 @@ void PanelModel::refreshShelves() {
 void PanelModel::appear() {
     m_storage.openExtraScopes();
     refreshShelves();
+}
+
+Shelf& PanelModel::shownShelf() {
+    const std::array<Shelf*, 4> shelves{&m_imagesShelf, &m_videoShelf, &m_audioShelf, &m_blocksShelf};
+    // The Import tab shows the notes of the Images shelf.
+    return m_tab == Tab::library ? *shelves[static_cast<std::size_t>(m_libraryKind)] : m_imagesShelf;
 }
 
 QStringList PanelModel::stagedFiles() {

@@ -345,6 +345,8 @@ private:
     void keepBlocks(const std::vector<platform::ItemProvider>& clips);
     void finishBatch(const BatchResult& result);
     QStringList stagedFiles();
+    /// Whose notes the user sees now.
+    Shelf& shownShelf();
     void showImportProgress();
 
     Storage& m_storage;

@@ -11,6 +11,14 @@ ShelfMenu {
     /// Whether the block has a poster.
     property bool hasPoster: false
 
+    extras: MenuItem {
+        symbol: "pencil"
+        text: qsTr("Rename…")
+        visible: !menu.several
+
+        onTriggered: menu.renameRequested()
+    }
+
     MenuItem {
         symbol: menu.star ? "star" : "star.fill"
         text: menu.star ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")
@@ -43,15 +51,5 @@ ShelfMenu {
         text: menu.several ? qsTr("Delete %1 blocks").arg(menu.urls.length) : qsTr("Delete")
 
         onTriggered: menu.shelf.remove(menu.urls)
-    }
-    MenuSeparator {
-        visible: !menu.several
-    }
-    MenuItem {
-        symbol: "pencil"
-        text: qsTr("Rename…")
-        visible: !menu.several
-
-        onTriggered: menu.renameRequested()
     }
 }

@@ -75,6 +75,7 @@ ShelfView {
         }
     ]
     menu: BlockMenu {
+        actions: view.model.fileActions
         blocks: view.blocks
         hasPoster: view.posterSelected
         shelf: view.shelf

@@ -10,6 +10,15 @@ ShelfMenu {
     required property PanelModel model
     readonly property bool isRecent: shelf.place === Shelf.Place.Recent
 
+    actions: model.fileActions
+    extras: MenuItem {
+        symbol: "folder"
+        text: qsTr("Move to…")
+        visible: !menu.isBuiltIn && !menu.isRecent
+
+        onTriggered: menu.moveRequested()
+    }
+
     MenuItem {
         symbol: menu.star ? "star" : "star.fill"
         text: menu.star ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")
@@ -73,31 +82,5 @@ ShelfMenu {
         visible: !menu.isBuiltIn
 
         onTriggered: menu.shelf.remove(menu.urls)
-    }
-    MenuSeparator {}
-    MenuItem {
-        symbol: "folder"
-        text: qsTr("Move to…")
-        visible: !menu.isBuiltIn && !menu.isRecent
-
-        onTriggered: menu.moveRequested()
-    }
-    MenuItem {
-        symbol: "doc.on.doc"
-        text: qsTr("Copy")
-
-        onTriggered: menu.model.fileActions.copy(menu.urls)
-    }
-    MenuItem {
-        symbol: "link"
-        text: qsTr("Copy Path")
-
-        onTriggered: menu.model.fileActions.copyPath(menu.urls)
-    }
-    MenuItem {
-        symbol: "arrow.up.forward.app"
-        text: qsTr("Show in Files")
-
-        onTriggered: menu.model.fileActions.showInFiles(menu.urls)
     }
 }

@@ -2,20 +2,51 @@ import QtQuick
 import Quillary.Controls
 import Quillary.Model
 
-/// The menu of a shelf's file, without its entries. They act on `urls`: the file, or the whole selection when it is part
-/// of it.
+/// The menu of a shelf's file: the shelf's own entries, and behind a separator `extras` and what every shelf offers. All
+/// act on `urls`: the file, or the whole selection when it is part of it.
 Menu {
     id: menu
 
     required property Shelf shelf
+    required property FileActions actions
     property string url: ""
     property string name: ""
     property bool star: false
     property bool isBuiltIn: false
     readonly property bool several: urls.length > 1
     property list<string> urls: []
+    property list<Item> extras
+    readonly property list<Item> shared: [
+        MenuItem {
+            symbol: "doc.on.doc"
+            text: qsTr("Copy")
+
+            onTriggered: menu.actions.copy(menu.urls)
+        },
+        MenuItem {
+            symbol: "link"
+            text: qsTr("Copy Path")
+
+            onTriggered: menu.actions.copyPath(menu.urls)
+        },
+        MenuItem {
+            symbol: "arrow.up.forward.app"
+            text: qsTr("Show in Files")
+
+            onTriggered: menu.actions.showInFiles(menu.urls)
+        }
+    ]
+    readonly property MenuSeparator separator: MenuSeparator {}
 
     signal renameRequested
     /// A menu of collections is wanted where this one stood.
     signal moveRequested
+
+    Component.onCompleted: {
+        addItem(separator);
+        for (let row = 0; row < extras.length; ++row)
+            addItem(extras[row]);
+        for (let row = 0; row < shared.length; ++row)
+            addItem(shared[row]);
+    }
 }

@@ -156,6 +156,13 @@ Item {
         shelf: view.shelf
     }
 
+    Shortcut {
+        enabled: view.visible && view.shelf.selection.count > 0
+        sequences: [StandardKey.Copy]
+
+        onActivated: view.menu.actions.copy(view.shelf.selection.urls())
+    }
+
     function openMenu(row: int, at: point) {
         menu.url = shelf.visible.urlAt(row);
         menu.name = shelf.visible.nameAt(row);

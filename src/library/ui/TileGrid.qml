@@ -142,7 +142,7 @@ GridView {
 
     Accessible.name: shelf.title
     Accessible.role: Accessible.List
-    activeFocusOnTab: count > 0
+    activeFocusOnTab: count > 0 || activeFocus
     boundsBehavior: Flickable.StopAtBounds
     bottomMargin: 8
     cacheBuffer: 240

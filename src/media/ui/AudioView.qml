@@ -62,6 +62,7 @@ ShelfView {
         width: parent.width
     }
     menu: FileMenu {
+        actions: audio.model.fileActions
         shelf: audio.shelf
     }
 

@@ -29,6 +29,7 @@ ShelfView {
         videoShelf: videos.model.videoShelf
     }
     menu: FileMenu {
+        actions: videos.model.fileActions
         shelf: videos.shelf
     }
 }

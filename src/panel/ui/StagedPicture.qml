@@ -4,7 +4,8 @@ import Quillary.Drag
 import Quillary.Model
 import Quillary.Panel
 
-/// The staged image over its checkerboard; all of it drags the image out as a file.
+/// The staged image over its checkerboard; all of it drags the image out as a file. A right click, the Menu key or
+/// Return opens what else can be done with it.
 Item {
     id: staged
 
@@ -14,6 +15,22 @@ Item {
     Accessible.description: qsTr("Drag into Final Cut")
     Accessible.name: model.stagedName
     Accessible.role: Accessible.Graphic
+    Accessible.onPressAction: openMenu()
+    activeFocusOnTab: true
+
+    Keys.onMenuPressed: openMenu()
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_F10 || !(event.modifiers & Qt.ShiftModifier))
+            return;
+        openMenu();
+        event.accepted = true;
+    }
+    Keys.onReturnPressed: openMenu()
+    Keys.onSpacePressed: openMenu()
+
+    function openMenu() {
+        menu.popup(staged, staged.width / 2 - menu.width / 2, staged.height / 2 - menu.height / 2);
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -84,6 +101,17 @@ Item {
             }
         }
     }
+    FocusRing {
+        anchors.margins: 2
+        around: Theme.stageRadius - 4
+        shown: staged.activeFocus
+    }
+    MouseArea {
+        acceptedButtons: Qt.RightButton
+        anchors.fill: parent
+
+        onClicked: mouse => menu.popup(staged, mouse.x, mouse.y)
+    }
     FileDragSource {
         anchors.fill: parent
         openHandCursor: true
@@ -91,5 +119,17 @@ Item {
         title: staged.model.stagedName
 
         onUrlRequested: request => request.url = staged.model.stagedFileUrl()
+    }
+    Shortcut {
+        enabled: staged.visible
+        sequences: [StandardKey.Copy]
+
+        onActivated: staged.model.copyStaged()
+    }
+    StagedMenu {
+        id: menu
+
+        model: staged.model
+        objectName: "stagedMenu"
     }
 }

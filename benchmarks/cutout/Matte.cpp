@@ -1,4 +1,5 @@
 #include "cutout/MatteRefiner.h"
+#include "cutout/TouchUp.h"
 #include "support/Pictures.h"
 #include "support/Rounds.h"
 
@@ -50,5 +51,15 @@ int main(int argumentCount, char** arguments) {
     slider.add("OpenCV erode + blur + multiply", [&] { erodeBlurMultiply(small); });
     slider.add("Matte::refined 4.5", [&] { (void)preview.refined(4.5); });
     slider.print();
+
+    const QImage picture = benchmark::Pictures::flatLogo(side);
+    const QImage base = Cutout::remove(picture, Cutout::Method::solid)->image;
+    const QImage refined = MatteRefiner::refine(base, MatteRefiner::usualAmount);
+    benchmark::Rounds touches("touches, 4096 x 4096", options);
+    touches.add("MatteRefiner::refine 0.3", [&] { MatteRefiner::refine(base, MatteRefiner::usualAmount); });
+    touches.add("TouchUp::cleanEdge", [&] { TouchUp::cleanEdge(picture, base, refined); });
+    touches.add("enclosed areas", [&] { TouchUp::base(picture, base, Cutout::Method::solid, {.enclosed = true}); });
+    touches.add("TouchUp::visibleFrame", [&] { TouchUp::visibleFrame(refined); });
+    touches.print();
     return 0;
 }

@@ -128,7 +128,7 @@ qint64 finishRow(Pixel* row, int width, const BitPlane& removed, int y, const Ba
 } // namespace
 
 std::expected<SolidBackgroundRemover::Result, BackgroundRemovalError>
-SolidBackgroundRemover::remove(const QImage& image, std::stop_token stop, Colors colors) {
+SolidBackgroundRemover::remove(const QImage& image, std::stop_token stop, Colors colors, Reach reach) {
     if (image.isNull()) return std::unexpected(BackgroundRemovalError::noImage());
     const int width = image.width();
     const int height = image.height();
@@ -143,7 +143,8 @@ SolidBackgroundRemover::remove(const QImage& image, std::stop_token stop, Colors
             cutout::findNear(buffers.row(y), static_cast<std::size_t>(width), buffers.layout, background,
                              open.data() + open.index(y));
     });
-    const BitPlane removed = cutout::takeRegionAtBorder(open, width, height, stop);
+    BitPlane removed = cutout::takeRegionAtBorder(open, width, height, stop);
+    if (reach == Reach::enclosedAreas) removed |= cutout::takeRegionsWithCore(open, width, height, stop);
 
     const bool inPlace = buffers.source.constBits() == buffers.result.constBits();
     if (inPlace) buffers.source = {};

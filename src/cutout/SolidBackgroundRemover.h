@@ -27,11 +27,18 @@ enum class Colors {
     withinAlpha ///< they are cut off at the alpha, as premultiplied pixels must be
 };
 
+/// Which pixels close to the background's colour are removed.
+enum class Reach {
+    fromBorder,    ///< those that a path leads to from the border
+    enclosedAreas, ///< enclosed areas as well, such as the hole of an O, that somewhere are three pixels wide and high
+};
+
 /// Takes any format; pixels with alpha are judged by their premultiplied colours. A picture with a lively border is no
 /// error, only little of it is removed. Beside the result it needs two bits a pixel. `noImage` for a picture without
 /// pixels, `failed` when memory runs out or a stop was requested.
 std::expected<Result, BackgroundRemovalError> remove(const QImage& image, std::stop_token stop = {},
-                                                     Colors colors = Colors::untouched);
+                                                     Colors colors = Colors::untouched,
+                                                     Reach reach = Reach::fromBorder);
 
 } // namespace SolidBackgroundRemover
 

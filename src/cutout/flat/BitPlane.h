@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace quillary::cutout {
@@ -24,6 +26,10 @@ public:
 
     std::uint64_t operator[](std::size_t index) const { return m_bits[index]; }
     std::uint64_t& operator[](std::size_t index) { return m_bits[index]; }
+    BitPlane& operator|=(const BitPlane& sameSize) {
+        std::ranges::transform(m_bits, sameSize.m_bits, m_bits.begin(), std::bit_or());
+        return *this;
+    }
     std::uint64_t* data() { return m_bits.data(); }
 
 private:

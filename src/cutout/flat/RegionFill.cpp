@@ -1,6 +1,8 @@
 #include "cutout/flat/RegionFill.h"
 
 #include <array>
+#include <utility>
+#include <vector>
 
 namespace quillary::cutout {
 
@@ -23,8 +25,18 @@ public:
     RegionFill(BitPlane& open, int width, int height)
         : m_width(width), m_height(height), m_stride(open.stride()), m_open(open), m_taken(width, height) {}
 
-    BitPlane run(const std::stop_token& stop) {
+    BitPlane fromBorder(const std::stop_token& stop) {
         takeBorder();
+        return grown(stop);
+    }
+
+    BitPlane fromCores(const std::stop_token& stop) {
+        takeCores();
+        return grown(stop);
+    }
+
+private:
+    BitPlane grown(const std::stop_token& stop) {
         sweep(0, m_height, 1);
         sweep(m_height - 1, -1, -1);
         do {
@@ -34,7 +46,6 @@ public:
         return std::move(m_taken);
     }
 
-private:
     void take(std::size_t index, std::uint64_t bits) {
         m_taken[index] |= bits;
         m_open[index] &= ~bits;
@@ -49,6 +60,28 @@ private:
                 for (std::size_t i = first; i < first + words; ++i) take(i, m_open[i]);
             take(first, m_open[first] & 1);
             take(first + words - 1, m_open[first + words - 1] & rightmost);
+        }
+    }
+
+    /// The centres of all open squares of 3 × 3. Of each row the run of three is kept until the two rows around it are
+    /// known, since a centre that is taken leaves the set.
+    void takeCores() {
+        const std::size_t words = m_open.wordsPerRow();
+        const auto runs = [&](int y) {
+            std::vector<std::uint64_t> row(words, 0);
+            if (y < 0 || y >= m_height) return row;
+            for (std::size_t i = 0; i < words; ++i) {
+                const std::size_t at = m_open.index(y) + i;
+                row[i] = m_open[at] & (m_open[at] << 1 | m_open[at - 1] >> 63) & (m_open[at] >> 1 | m_open[at + 1] << 63);
+            }
+            return row;
+        };
+        std::vector<std::uint64_t> above = runs(-1);
+        std::vector<std::uint64_t> here = runs(0);
+        for (int y = 0; y < m_height; ++y) {
+            std::vector<std::uint64_t> below = runs(y + 1);
+            for (std::size_t i = 0; i < words; ++i) take(m_open.index(y) + i, above[i] & here[i] & below[i]);
+            above = std::exchange(here, std::move(below));
         }
     }
 
@@ -141,7 +174,11 @@ private:
 } // namespace
 
 BitPlane takeRegionAtBorder(BitPlane& open, int width, int height, const std::stop_token& stop) {
-    return RegionFill(open, width, height).run(stop);
+    return RegionFill(open, width, height).fromBorder(stop);
+}
+
+BitPlane takeRegionsWithCore(BitPlane& open, int width, int height, const std::stop_token& stop) {
+    return RegionFill(open, width, height).fromCores(stop);
 }
 
 } // namespace quillary::cutout

@@ -61,6 +61,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     m_progressTick.setInterval(50ms);
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
     connect(&m_imagesShelf, &Shelf::noteChanged, this, &PanelModel::librarySaveNoteChanged);
+    connect(&m_touchUp, &TouchUpModel::changed, this, &PanelModel::scheduleRefine);
     for (const MediaShelf* shelf : std::initializer_list<const MediaShelf*>{&m_videoShelf, &m_audioShelf})
         connect(shelf, &MediaShelf::compoundClipDropped, this,
                 [this](const platform::ItemProvider& clip) { keepBlocks({clip}); });

@@ -15,6 +15,7 @@
 #include "panel/FolderChooser.h"
 #include "panel/ImagesShelf.h"
 #include "panel/SettingsModel.h"
+#include "panel/TouchUpModel.h"
 #include "panel/VideoShelf.h"
 
 #include <QImage>
@@ -68,7 +69,7 @@ class PanelModel : public QObject {
     Q_PROPERTY(QString failureMessage READ failureMessage NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString failureHint READ failureHint NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stagedName READ stagedName NOTIFY stateChanged FINAL)
-    Q_PROPERTY(QString stagedDimensions READ stagedDimensions NOTIFY stateChanged FINAL)
+    Q_PROPERTY(QString stagedDimensions READ stagedDimensions NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(QString stagedProvenance READ stagedProvenance NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stagedBadge READ stagedBadge NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(QString resolutionWarning READ resolutionWarningText NOTIFY stateChanged FINAL)
@@ -82,6 +83,9 @@ class PanelModel : public QObject {
     Q_PROPERTY(bool hasCutout READ hasCutout NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(bool showCutout READ showCutout WRITE setShowCutout NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(QImage rawCutout READ rawCutout NOTIFY rawCutoutChanged FINAL)
+    Q_PROPERTY(QImage edgeBase READ edgeBase NOTIFY rawCutoutChanged FINAL)
+    Q_PROPERTY(QRectF cutoutFrame READ cutoutFrame NOTIFY displayImageChanged FINAL)
+    Q_PROPERTY(quillary::TouchUpModel* touchUp READ touchUp CONSTANT FINAL)
     Q_PROPERTY(double edgeRefine READ edgeRefine WRITE setEdgeRefine NOTIFY edgeRefineChanged FINAL)
     Q_PROPERTY(bool refining READ refining NOTIFY refiningChanged FINAL)
 
@@ -173,7 +177,7 @@ public:
         platform::FileManager& fileManager;
         QThreadPool& work;
         QThreadPool& saves;
-        FolderChooser* ownChooser = nullptr; ///< what asks inside the panel where the desktop has no chooser
+        FolderChooser* ownChooser = nullptr;    ///< what asks inside the panel where the desktop has no chooser
         std::filesystem::path cacheFolder = {}; ///< for what can be made again; empty keeps nothing
         SoundPlayer::MakeOutput makeAudioOutput = platform::systemAudioOutput;
     };
@@ -225,6 +229,12 @@ public:
     const CutoutState& cutoutState() const { return m_cutoutState; }
     const QImage& cutout() const { return m_cutout; }
     const QImage& rawCutout() const { return m_rawCutout; }
+    /// What a new edge is made of: `rawCutout`, without the enclosed areas where those are to go too.
+    const QImage& edgeBase() const { return m_edgeBase.isNull() ? m_rawCutout : m_edgeBase; }
+    /// The part of the staged image that the cut-out shows, in 0 … 1 of its width and height.
+    QRectF cutoutFrame() const;
+    /// A change of it makes the cut-out anew from `rawCutout`.
+    TouchUpModel* touchUp() { return &m_touchUp; }
     std::optional<CutoutMethod> cutoutMethod() const { return m_cutoutMethod; }
     /// 0 to 1. A change of more than 0.001 refines the cut-out anew.
     double edgeRefine() const { return m_edgeRefine; }
@@ -336,7 +346,13 @@ private:
     void startRemoval(std::optional<Cutout::Method> method);
     void finishRemoval(Cutout::Expected removed);
     void setCutoutState(CutoutState state);
-    void setCutout(const QImage& refined);
+    struct Refined {
+        QImage base; ///< null when it is the raw cut-out
+        TouchUp::Result touched;
+    };
+    /// Makes the shown cut-out from the raw one; may run on any thread.
+    std::function<Refined(std::stop_token)> refinement() const;
+    void setCutout(const Refined& refined);
     /// Waits for a refinement that is under way, so that what leaves the panel is what it shows.
     void settleRefine();
     void saveInBackground(std::function<std::expected<QString, QString>()> save);
@@ -363,6 +379,9 @@ private:
     QImage m_cutout;
     std::optional<CutoutMethod> m_cutoutMethod;
     QImage m_rawCutout;
+    QImage m_edgeBase; ///< null when it is the raw cut-out, or not made yet
+    QRect m_cutoutFrame;
+    TouchUpModel m_touchUp;
     QString m_cutoutNote;
     Background m_removal;
     Background m_refineTask;

@@ -49,6 +49,7 @@ void PanelModel::finishRemoval(Cutout::Expected removed) {
     }
     m_cutoutMethod = methodOf(removed->method);
     m_cutoutNote = removed->note;
+    m_edgeBase = {};
     write(m_rawCutout, std::move(removed->image), &PanelModel::rawCutoutChanged);
     scheduleRefine();
 }
@@ -59,22 +60,35 @@ void PanelModel::stopRemoval() {
     setCutoutState(hasCutout() ? CutoutProgress::ready : CutoutProgress::none);
 }
 
+std::function<PanelModel::Refined(std::stop_token)> PanelModel::refinement() const {
+    const TouchUp::Options options = m_touchUp.options();
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    const bool enclosed = options.enclosed && m_cutoutMethod == CutoutMethod::solid;
+    return [raw = m_rawCutout, known = enclosed ? m_edgeBase : QImage(), picture = image ? image->image : QImage(),
+            amount = m_edgeRefine, enclosed, options](const std::stop_token& stop) -> Refined {
+        QImage base = known;
+        if (enclosed && base.isNull()) base = TouchUp::base(picture, raw, Cutout::Method::solid, options, stop);
+        return {base, TouchUp::finish(picture, base.isNull() ? raw : base, amount, options, stop)};
+    };
+}
+
 void PanelModel::scheduleRefine() {
     if (m_rawCutout.isNull()) return;
-    m_refineTask.run([raw = m_rawCutout, amount = m_edgeRefine](
-                         std::stop_token stop) { return MatteRefiner::refine(raw, amount, std::move(stop)); },
-                     [this](const QImage& refined) { setCutout(refined); });
+    m_refineTask.run(refinement(), [this](const Refined& refined) { setCutout(refined); });
     Q_EMIT refiningChanged();
 }
 
 void PanelModel::settleRefine() {
     if (!refining()) return;
     m_refineTask.cancel();
-    setCutout(MatteRefiner::refine(m_rawCutout, m_edgeRefine));
+    setCutout(refinement()({}));
 }
 
-void PanelModel::setCutout(const QImage& refined) {
-    m_cutout = refined;
+void PanelModel::setCutout(const Refined& refined) {
+    m_cutout = refined.touched.image;
+    m_cutoutFrame = refined.touched.frame;
+    if (refined.base.cacheKey() != m_edgeBase.cacheKey())
+        write(m_edgeBase, refined.base, &PanelModel::rawCutoutChanged);
     setStaged({});
     // The first refinement after a removal ends it. A removal that began meanwhile goes on.
     const bool removed = cutoutProgress() == CutoutProgress::working && !m_removal.busy();
@@ -107,10 +121,18 @@ void PanelModel::resetCutout() {
     m_cutoutMethod = {};
     m_cutoutNote.clear();
     setStaged({});
+    m_edgeBase = {};
     write(m_rawCutout, {}, &PanelModel::rawCutoutChanged);
     setCutoutState(CutoutProgress::none);
     write(m_showCutout, false, &PanelModel::displayImageChanged);
     Q_EMIT refiningChanged();
+}
+
+QRectF PanelModel::cutoutFrame() const {
+    const QSizeF whole = m_rawCutout.size();
+    if (m_cutoutFrame.isEmpty() || whole.isEmpty()) return {0, 0, 1, 1};
+    return {m_cutoutFrame.x() / whole.width(), m_cutoutFrame.y() / whole.height(),
+            m_cutoutFrame.width() / whole.width(), m_cutoutFrame.height() / whole.height()};
 }
 
 PanelModel::CutoutProgress PanelModel::cutoutProgress() const {

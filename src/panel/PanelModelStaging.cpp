@@ -229,7 +229,8 @@ QString PanelModel::stagedName() const {
 QString PanelModel::stagedDimensions() const {
     const auto* image = std::get_if<PastedImage>(&m_state);
     if (!image) return {};
-    return QStringLiteral("%1 × %2").arg(image->pixelSize.width()).arg(image->pixelSize.height());
+    const QSizeF size = m_showCutout && hasCutout() ? QSizeF(m_cutout.size()) : image->pixelSize;
+    return QStringLiteral("%1 × %2").arg(size.width()).arg(size.height());
 }
 
 QString PanelModel::stagedProvenance() const {

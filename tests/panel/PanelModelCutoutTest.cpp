@@ -64,6 +64,36 @@ TEST_F(CutoutFlowTest, ChoosesRunsAndShows) {
     EXPECT_EQ(model->displayImage().pixelColor(0, 0), QColor(Qt::white));
 }
 
+TEST_F(CutoutFlowTest, TouchesUpWhatIsShownAndDragged) {
+    QImage ring = logo(120);
+    QPainter(&ring).fillRect(QRect(50, 50, 20, 20), Qt::white);
+    cutOut(ring);
+    const QImage plain = model->cutout();
+    EXPECT_EQ(model->edgeBase(), model->rawCutout());
+    TouchUpModel& touchUp = *model->touchUp();
+    touchUp.setTrim(true);
+    settle();
+    EXPECT_EQ(model->cutoutFrame(), QRectF(0.25, 0.25, 0.5, 0.5));
+    EXPECT_EQ(model->stagedDimensions(), u"60 × 60"_s);
+    touchUp.setEnclosed(true);
+    // Asked for while the touch is under way, the file is that of the touched picture.
+    const QImage dragged = drawn(*model->fileOnDisk());
+    EXPECT_EQ(dragged.size(), QSize(60, 60));
+    EXPECT_EQ(qAlpha(dragged.pixel(30, 30)), 0);
+    EXPECT_EQ(qAlpha(model->edgeBase().pixel(60, 60)), 0);
+    EXPECT_EQ(qAlpha(model->rawCutout().pixel(60, 60)), 255);
+    model->setEdgeRefine(0.6);
+    settle();
+    EXPECT_EQ(qAlpha(model->cutout().pixel(30, 30)), 0);
+    model->setEdgeRefine(0.3);
+    touchUp.setEnclosed(false);
+    touchUp.setTrim(false);
+    settle();
+    EXPECT_EQ(model->cutout(), plain);
+    model->setShowCutout(false);
+    EXPECT_EQ(model->stagedDimensions(), u"120 × 120"_s);
+}
+
 TEST_F(CutoutFlowTest, AFailureTellsWhyAndKeepsWhatWasThere) {
     const auto flat = file("flat.png", picture(64, 40, Qt::blue));
     stage(flat);

@@ -108,6 +108,16 @@ public:
         take("cutout");
         model.setEdgeRefine(1);
         take("cutout-tighter");
+        model.touchUp()->setTrim(true);
+        model.touchUp()->setEnclosed(true);
+        PanelStage::comesTrue([&] { return !model.refining(); });
+        if (QObject* menu = find("cutoutMethods")) {
+            QMetaObject::invokeMethod(menu, "open");
+            take("cutout-touched");
+            QMetaObject::invokeMethod(menu, "close");
+        }
+        model.touchUp()->setTrim(false);
+        model.touchUp()->setEnclosed(false);
         model.setShowCutout(false);
         take("cutout-original");
         model.setShowCutout(true);

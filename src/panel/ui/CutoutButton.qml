@@ -69,5 +69,30 @@ Button {
 
             onTriggered: control.model.removeBackground(PanelModel.CutoutMethod.Subject)
         }
+        MenuSeparator {}
+        TouchEntry {
+            checked: control.model.touchUp.cleanEdge
+            text: qsTr("Clean edge colour")
+
+            onTriggered: control.model.touchUp.cleanEdge = checked
+        }
+        TouchEntry {
+            checked: control.model.touchUp.enclosed
+            text: qsTr("Also clear enclosed areas")
+
+            onTriggered: control.model.touchUp.enclosed = checked
+        }
+        TouchEntry {
+            checked: control.model.touchUp.trim
+            text: qsTr("Trim transparent border")
+
+            onTriggered: control.model.touchUp.trim = checked
+        }
+    }
+
+    component TouchEntry: MenuItem {
+        Accessible.checkable: true
+        Accessible.checked: checked
+        checkable: true
     }
 }

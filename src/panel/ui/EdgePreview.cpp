@@ -8,10 +8,17 @@ namespace quillary {
 
 EdgePreview::EdgePreview(QObject* parent) : QObject(parent), m_reducing(*QThreadPool::globalInstance()) {}
 
-void EdgePreview::setRawCutout(const QImage& image) {
-    if (image.cacheKey() == m_rawCutout.cacheKey()) return;
-    m_rawCutout = image;
-    Q_EMIT rawCutoutChanged();
+void EdgePreview::setBase(const QImage& image) {
+    if (image.cacheKey() == m_base.cacheKey()) return;
+    m_base = image;
+    Q_EMIT baseChanged();
+    reduce();
+}
+
+void EdgePreview::setFrame(const QRectF& part) {
+    if (part == m_frame) return;
+    m_frame = part;
+    Q_EMIT frameChanged();
     reduce();
 }
 
@@ -40,10 +47,11 @@ void EdgePreview::reduce() {
     m_reducing.cancel();
     m_reduced.reset();
     update();
-    if (m_rawCutout.isNull() || m_pixelSize.isEmpty()) return;
+    if (m_base.isNull() || m_pixelSize.isEmpty() || m_frame.isEmpty()) return;
+    const QSize whole = QSizeF(m_pixelSize.width() / m_frame.width(), m_pixelSize.height() / m_frame.height()).toSize();
     using Result = std::optional<Reduced>;
     m_reducing.run(
-        [raw = m_rawCutout, pixels = m_pixelSize](const std::stop_token& stop) -> Result {
+        [raw = m_base, pixels = whole](const std::stop_token& stop) -> Result {
             const int handySide = 4 * std::max(pixels.width(), pixels.height());
             const QImage handy = PictureScaling::reduced(raw, stop, handySide);
             if (stop.stop_requested()) return {};
@@ -60,6 +68,12 @@ void EdgePreview::update() {
     QImage picture;
     if (m_active && m_reduced)
         picture = m_reduced->matte.refined(MatteRefiner::erosionRadius(m_amount) * m_reduced->scale);
+    if (m_frame != QRectF(0, 0, 1, 1) && !picture.isNull()) {
+        const QSizeF size = picture.size();
+        picture = picture.copy(QRectF(m_frame.x() * size.width(), m_frame.y() * size.height(),
+                                      m_frame.width() * size.width(), m_frame.height() * size.height())
+                                   .toRect());
+    }
     if (picture.isNull() && m_picture.isNull()) return;
     m_picture = picture;
     Q_EMIT pictureChanged();

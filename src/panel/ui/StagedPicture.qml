@@ -48,8 +48,9 @@ Item {
 
         active: staged.model.showCutout && (staged.sliding || staged.model.refining)
         amount: staged.model.edgeRefine
+        base: staged.model.edgeBase
+        frame: staged.model.cutoutFrame
         pixelSize: picture.pixelSize
-        rawCutout: staged.model.rawCutout
     }
     PictureView {
         id: picture

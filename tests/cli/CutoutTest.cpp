@@ -51,6 +51,24 @@ TEST_F(CutoutTest, TellsHowAndWritesThePicture) {
     EXPECT_TRUE(subject.object()["removedFraction"_L1].isNull());
 }
 
+TEST_F(CutoutTest, TouchesUp) {
+    disc("ring.png", 100, Qt::red);
+    QImage ring(in("ring.png"));
+    QPainter(&ring).fillRect(QRect(45, 45, 10, 10), Qt::white);
+    ASSERT_TRUE(ring.save(in("ring.png")));
+    const Ended plain = cut(in("ring.png"));
+    const Ended touched = cut(in("ring.png"), {u"--clean-edge"_s, u"--enclosed"_s, u"--trim"_s});
+    EXPECT_LE(touched.object()["pixelWidth"_L1].toInt(), 50);
+    EXPECT_EQ(touched.object()["removedFraction"_L1], plain.object()["removedFraction"_L1]);
+    EXPECT_EQ(out().size(),
+              QSize(touched.object()["pixelWidth"_L1].toInt(), touched.object()["pixelHeight"_L1].toInt()));
+    EXPECT_EQ(qAlpha(out().pixel(25, 25)), 0);
+    EXPECT_EQ(qAlpha(out().pixel(10, 25)), 255);
+    const Ended subject = cut(disc("disc.png", 90), {u"--method"_s, u"subject"_s, u"--enclosed"_s});
+    EXPECT_EQ(subject.status, 0);
+    EXPECT_NE(subject.err.indexOf("only a flat background has"), -1);
+}
+
 TEST_F(CutoutTest, WithoutASubjectItFailsWithASuggestion) {
     const Ended none = cut(picture("flat.png", Qt::blue, {64, 40}));
     EXPECT_EQ(none.status, 1);

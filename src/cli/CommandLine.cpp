@@ -96,6 +96,7 @@ CommandLine::State::State() {
     root.command<PanelCommand>("panel", "Open the panel");
     declareClipboardAndFiles(root);
     declareCutout(root);
+    declareCredits(root);
     declareTransform(root);
     declareSave(root);
     declareListing(root);

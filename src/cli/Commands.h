@@ -9,6 +9,7 @@ namespace quillary::cli {
 
 void declareClipboardAndFiles(Grammar& root); ///< intake, paste, thumbnail
 void declareCutout(Grammar& root);
+void declareCredits(Grammar& root);
 void declareTransform(Grammar& root);
 void declareSave(Grammar& root);
 void declareListing(Grammar& root);      ///< list, collections

@@ -5,6 +5,7 @@
 #include "base/Try.h"
 #include "imaging/BitmapDecoder.h"
 #include "imaging/Rasterizer.h"
+#include "platform/FileAttributes.h"
 #include "platform/Pasteboard.h"
 #include "platform/SuggestedName.h"
 #include "platform/UniformTypes.h"
@@ -85,8 +86,9 @@ Result readBitmapFile(const std::filesystem::path& url, std::stop_token stop) {
 
 } // namespace
 
-Result read(platform::Pasteboard& pasteboard, int longEdge, std::stop_token stop) {
-    if (const auto url = fileURL(pasteboard)) return read(*url, longEdge, stop);
+namespace {
+
+Result readOffer(platform::Pasteboard& pasteboard, int longEdge, std::stop_token stop) {
     const QStringList types = pasteboard.types();
     const auto dataOf = [&](const QString& type) -> std::optional<QByteArray> {
         const auto offered = std::ranges::find(types, type, platform::mimeName);
@@ -117,6 +119,15 @@ Result read(platform::Pasteboard& pasteboard, int longEdge, std::stop_token stop
     return std::unexpected(ImageIntakeError::nothingUsable());
 }
 
+} // namespace
+
+Result read(platform::Pasteboard& pasteboard, int longEdge, std::stop_token stop) {
+    if (const auto url = fileURL(pasteboard)) return read(*url, longEdge, stop);
+    auto image = readOffer(pasteboard, longEdge, stop);
+    if (image && !stop.stop_requested()) image->webOrigin = pasteboard.webOrigin();
+    return image;
+}
+
 Result read(const std::filesystem::path& url, int longEdge, std::stop_token stop) {
     if (stop.stop_requested()) return std::unexpected(ImageIntakeError::nothingUsable());
     std::error_code error;
@@ -131,6 +142,7 @@ Result read(const std::filesystem::path& url, int longEdge, std::stop_token stop
     PastedImage read = TRY(std::move(image));
     read.formatLabel = QString::fromStdString(lowercaseExtension(url)).toUpper();
     read.sourceBytes = static_cast<qint64>(bytes);
+    read.webOrigin = platform::webOrigin(url);
     return read;
 }
 

@@ -77,6 +77,7 @@ std::expected<Storage::Prepared, StorageError> Storage::prepare(const PastedImag
         return failed(written.error());
     file->setAttribute(sourceAttribute, image.formatLabel.toLower().toStdString());
     if (image.sourceBytes) file->setAttribute(sourceSizeAttribute, std::to_string(*image.sourceBytes));
+    for (const auto& [name, value] : platform::attributesOf(image.webOrigin)) file->setAttribute(name, value);
     // A drag waits for Recent; what is saved into the library is safe on disk before it gets its name.
     if (folder != Folder::recent)
         if (const auto synced = file->sync(); !synced) return failed(synced.error());

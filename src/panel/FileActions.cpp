@@ -6,6 +6,7 @@
 #include "imaging/PngEncoder.h"
 #include "library/Storage.h"
 #include "platform/Clipboard.h"
+#include "platform/FileAttributes.h"
 #include "platform/FileManager.h"
 
 #include <QFile>
@@ -57,6 +58,19 @@ void FileActions::copyPath(const QStringList& urls) {
     QStringList paths;
     for (const fs::path& file : present(urls)) paths.append(shown(file));
     if (!paths.isEmpty()) m_with.clipboard.offerText(paths.join(u'\n'));
+}
+
+void FileActions::copyCredits(const QStringList& urls) {
+    QStringList credits;
+    const auto files = present(urls);
+    for (const fs::path& file : files) {
+        const QString credit = creditOf(shownStem(file), platform::webOrigin(file));
+        if (!credit.isEmpty()) credits += credit;
+    }
+    if (!credits.isEmpty())
+        m_with.clipboard.offerText(credits.join(u'\n'));
+    else if (!files.empty())
+        m_with.tell(tr("Nothing is known of where this came from"));
 }
 
 void FileActions::showInFiles(const QStringList& urls) {

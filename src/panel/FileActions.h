@@ -40,6 +40,8 @@ public:
     Q_INVOKABLE void copy(const QStringList& urls);
     /// The paths, one a line.
     Q_INVOKABLE void copyPath(const QStringList& urls);
+    /// Where on the web each file was found, one a line; tells when of none anything is known.
+    Q_INVOKABLE void copyCredits(const QStringList& urls);
     Q_INVOKABLE void showInFiles(const QStringList& urls);
 
 private:

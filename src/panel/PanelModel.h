@@ -71,6 +71,7 @@ class PanelModel : public QObject {
     Q_PROPERTY(QString stagedName READ stagedName NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stagedDimensions READ stagedDimensions NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(QString stagedProvenance READ stagedProvenance NOTIFY stateChanged FINAL)
+    Q_PROPERTY(QString stagedOrigin READ stagedOrigin NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stagedBadge READ stagedBadge NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(QString resolutionWarning READ resolutionWarningText NOTIFY stateChanged FINAL)
     Q_PROPERTY(QImage displayImage READ displayImage NOTIFY displayImageChanged FINAL)
@@ -293,6 +294,8 @@ public:
     QString stagedName() const;
     QString stagedDimensions() const;
     QString stagedProvenance() const;
+    /// All that is known of where the image came from, a fact a line: `stagedProvenance`, and addresses on the web.
+    QString stagedOrigin() const;
     QString stagedBadge() const;
     QString resolutionWarningText() const { return resolutionWarning().value_or(QString()); }
     QString librarySaveNoteText() const { return librarySaveNote().value_or(QString()); }

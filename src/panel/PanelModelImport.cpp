@@ -32,6 +32,12 @@ QString imageType(const platform::ItemProvider& item) {
     return picture == item.types().end() ? QString() : *picture;
 }
 
+/// What whoever dragged it tells goes before what its file says.
+PastedImage withOrigin(PastedImage image, const WebOrigin& told) {
+    if (told.isKnown()) image.webOrigin = told;
+    return image;
+}
+
 } // namespace
 
 void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
@@ -67,16 +73,17 @@ void PanelModel::keepBlocks(const std::vector<platform::ItemProvider>& clips) {
 void PanelModel::stageDropped(const platform::ItemProvider& item) {
     const int longEdge = m_settings.vectorLongEdge();
     if (item.fileURL()) {
-        load([file = *item.fileURL(), longEdge](std::stop_token stop) -> State {
-            if (auto image = ImageIntake::read(file, longEdge, stop)) return *std::move(image);
+        load([file = *item.fileURL(), longEdge, origin = item.webOrigin()](std::stop_token stop) -> State {
+            if (auto image = ImageIntake::read(file, longEdge, stop)) return withOrigin(*std::move(image), origin);
             return Failed{unreadableFile, tryAnother};
         });
         return;
     }
     const QString type = imageType(item);
-    load([data = item.data(type).value_or(QByteArray()), type, longEdge,
+    load([data = item.data(type).value_or(QByteArray()), type, longEdge, origin = item.webOrigin(),
           name = item.suggestedName().value_or(PastedImage::defaultName())](std::stop_token stop) -> State {
-        if (auto image = ImageIntake::read(data, name, type, longEdge, stop)) return *std::move(image);
+        if (auto image = ImageIntake::read(data, name, type, longEdge, stop))
+            return withOrigin(*std::move(image), origin);
         return Failed{unreadableImage, std::nullopt};
     });
 }

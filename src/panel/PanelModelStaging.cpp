@@ -238,6 +238,16 @@ QString PanelModel::stagedProvenance() const {
     return image ? image->provenance() : QString();
 }
 
+QString PanelModel::stagedOrigin() const {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image) return {};
+    QStringList lines{image->provenance()};
+    const WebOrigin& web = image->webOrigin;
+    if (!web.address.isEmpty()) lines += tr("Image: %1").arg(web.address);
+    if (!web.page.isEmpty()) lines += tr("Page: %1").arg(web.page);
+    return lines.join(u'\n');
+}
+
 QString PanelModel::stagedBadge() const {
     const auto* image = std::get_if<PastedImage>(&m_state);
     if (!image) return {};

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "base/WebOrigin.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace quillary::platform {
 
@@ -16,6 +20,12 @@ namespace quillary::platform {
 std::optional<std::string> attribute(const std::filesystem::path& file, std::string_view name);
 bool setAttribute(const std::filesystem::path& file, std::string_view name, std::string_view value);
 void removeAttribute(const std::filesystem::path& file, std::string_view name);
+
+/// The addresses that browsers, and this program, write beside what they save from the web ("xdg.origin.url",
+/// "xdg.referrer.url"); what is no address on the web is passed over.
+WebOrigin webOrigin(const std::filesystem::path& file);
+/// The same as attributes: name and value of those that are known.
+std::vector<std::pair<std::string_view, std::string>> attributesOf(const WebOrigin& origin);
 
 /// Removes the mark with which a system remembers that a file came from outside.
 void clearQuarantine(const std::filesystem::path& file);

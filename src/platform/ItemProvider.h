@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/WebOrigin.h"
+
 #include <QByteArray>
 #include <QMap>
 #include <QString>
@@ -24,6 +26,7 @@ public:
     /// Types are tried by readers in their own order; registering a type again replaces its data.
     void registerData(const QString& type, const QByteArray& data);
     void setSuggestedName(const QString& name) { m_suggestedName = name; }
+    void setWebOrigin(const WebOrigin& origin) { m_webOrigin = origin; }
 
     const QStringList& types() const { return m_types; }
     /// Whether a type is offered that is `type` or a kind of it.
@@ -33,12 +36,14 @@ public:
     /// The file it stands for, if any.
     const std::optional<std::filesystem::path>& fileURL() const { return m_fileURL; }
     const std::optional<QString>& suggestedName() const { return m_suggestedName; }
+    const WebOrigin& webOrigin() const { return m_webOrigin; }
 
 private:
     QStringList m_types;
     QMap<QString, QByteArray> m_data;
     std::optional<std::filesystem::path> m_fileURL;
     std::optional<QString> m_suggestedName;
+    WebOrigin m_webOrigin;
 };
 
 /// Takes over what a drop brings, while the drop lasts: one item for each file, or one for a picture that comes as

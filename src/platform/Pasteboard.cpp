@@ -2,11 +2,17 @@
 
 #include <QStringConverter>
 #include <QStringDecoder>
+#include <algorithm>
 #include <array>
 
 namespace quillary::platform {
 
 namespace {
+
+constexpr auto uriListType = u"text/uri-list";
+constexpr auto linkType = u"text/x-moz-url";
+constexpr auto htmlType = u"text/html";
+constexpr auto sourcePageType = u"chromium/x-source-url";
 
 constexpr std::array plainTextTypes{
     u"text/plain;charset=utf-8",
@@ -61,6 +67,14 @@ QString firstPicture(const QString& html) {
     return {};
 }
 
+/// By its name alone.
+bool leadsToPicture(const QString& address) {
+    static constexpr std::array endings{u".png", u".jpg",  u".jpeg", u".gif", u".webp",
+                                        u".svg", u".avif", u".bmp",  u".tiff"};
+    const QString path = QUrl(address).path();
+    return std::ranges::any_of(endings, [&](QStringView end) { return path.endsWith(end, Qt::CaseInsensitive); });
+}
+
 /// Adds an absolute address that can be told from data. Nothing is added twice.
 void add(QList<QUrl>& urls, const QByteArray& address) {
     const QUrl url = QUrl::fromEncoded(address);
@@ -79,19 +93,42 @@ std::optional<QString> Pasteboard::string() {
     return {};
 }
 
+QByteArray Pasteboard::offered(QStringView type) {
+    return types().contains(type) ? data(type.toString()).value_or(QByteArray()) : QByteArray();
+}
+
+QString Pasteboard::link() {
+    return decoded(offered(linkType)).section(u'\n', 0, 0).trimmed();
+}
+
+QString Pasteboard::pictureInHtml() {
+    return firstPicture(decoded(offered(htmlType))).trimmed();
+}
+
 QList<QUrl> Pasteboard::urls() {
-    const QStringList offered = types();
-    const auto read = [&](QStringView type) {
-        return offered.contains(type) ? data(type.toString()).value_or(QByteArray()) : QByteArray();
-    };
     QList<QUrl> found;
     // A file manager's own list begins with what to do with the files.
-    for (const QByteArray& line : lines(read(u"x-special/gnome-copied-files")))
+    for (const QByteArray& line : lines(offered(u"x-special/gnome-copied-files")))
         if (line != "copy" && line != "cut") add(found, line);
-    for (const QByteArray& line : lines(read(u"text/uri-list"))) add(found, line);
-    add(found, decoded(read(u"text/x-moz-url")).section(u'\n', 0, 0).trimmed().toUtf8());
-    add(found, firstPicture(decoded(read(u"text/html"))).trimmed().toUtf8());
+    for (const QByteArray& line : lines(offered(uriListType))) add(found, line);
+    add(found, link().toUtf8());
+    add(found, pictureInHtml().toUtf8());
     return found;
+}
+
+WebOrigin Pasteboard::webOrigin() {
+    WebOrigin origin;
+    origin.page = webAddress(decoded(offered(sourcePageType)));
+    const QString picture = pictureInHtml();
+    if (!picture.isEmpty()) origin.address = webAddress(QUrl(origin.page).resolved(QUrl(picture)));
+    QStringList links{webAddress(link())};
+    for (const QByteArray& line : lines(offered(uriListType))) links += webAddress(QString::fromUtf8(line));
+    for (const QString& address : links) {
+        if (address.isEmpty() || address == origin.address) continue;
+        QString& unknown = origin.address.isEmpty() && leadsToPicture(address) ? origin.address : origin.page;
+        if (unknown.isEmpty()) unknown = address;
+    }
+    return origin;
 }
 
 } // namespace quillary::platform

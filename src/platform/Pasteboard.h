@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/WebOrigin.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -26,6 +28,15 @@ public:
     /// Every URL on it, files first where a file manager says which files it means, then the addresses a browser tells
     /// (its URL list, its link, the picture's address in its HTML).
     QList<QUrl> urls();
+    /// Where on the web the picture was found that a browser copied or dragged: its address from the HTML, else a link
+    /// to a picture; the page as the browser tells it, else a link to anything else. Nothing is fetched.
+    WebOrigin webOrigin();
+
+private:
+    /// Empty when the type is not on it.
+    QByteArray offered(QStringView type);
+    QString link();
+    QString pictureInHtml();
 };
 
 } // namespace quillary::platform

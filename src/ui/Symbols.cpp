@@ -39,6 +39,7 @@ constexpr std::array entries{
     Entry{"photo.on.rectangle.angled", u'\ue413'},
     Entry{"play.fill", u'\ue037'},
     Entry{"questionmark.square.dashed", u'\ue3ad'},
+    Entry{"quote.bubble", u'\ue244'},
     Entry{"rotate.left", u'\ue419'},
     Entry{"rotate.right", u'\ue41a'},
     Entry{"scissors", u'\ue14e'},

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/WebOrigin.h"
+
 #include <QImage>
 #include <QSizeF>
 #include <QString>
@@ -34,6 +36,7 @@ struct PastedImage {
     QString name;                           ///< suggested name
     QString formatLabel;                    ///< upper case, such as "PNG"
     std::optional<qint64> sourceBytes = {}; ///< size of the source file; none for clipboard input
+    WebOrigin webOrigin = {};               ///< as far as whoever offered it, or its file, tells
 
     static QString defaultName() { return QStringLiteral("Pasted Image"); }
 

@@ -1,4 +1,5 @@
 #include "cli/ProgramTest.h"
+#include "platform/FileAttributes.h"
 
 #include <QFileInfo>
 #include <sys/socket.h>
@@ -85,6 +86,20 @@ TEST_F(IntakeTest, ReadsStandardInputByItsContent) {
         EXPECT_EQ(ended.status, 1);
         EXPECT_EQ(ended.error(), u"Could not read standard input."_s);
     }
+}
+
+TEST_F(IntakeTest, CreditsTellWhereAFileWasFound) {
+    const QString known = picture("found.png");
+    const QString own = picture("own.png");
+    platform::setAttribute(known.toStdString(), "xdg.origin.url", "https://x.example/found.png");
+    platform::setAttribute(own.toStdString(), "xdg.referrer.url", "no address");
+    EXPECT_EQ(run({u"credits"_s, known, own}).out, "found — https://x.example/found.png\n");
+    const Ended ended = json({u"credits"_s, own, in("none.png"), known});
+    EXPECT_EQ(ended.status, 1);
+    const QJsonArray array = QJsonDocument::fromJson(ended.out).array();
+    ASSERT_EQ(array.size(), 2);
+    EXPECT_TRUE(array[0]["page"_L1].isNull());
+    EXPECT_EQ(array[1]["image"_L1], u"https://x.example/found.png"_s);
 }
 
 TEST_F(IntakeTest, UnreadableInputIsToldAtOnce) {

@@ -1,6 +1,8 @@
 #include "PanelModelFixture.h"
 
 #include "imaging/BitmapDecoder.h"
+#include "imaging/PngEncoder.h"
+#include "platform/FileAttributes.h"
 
 namespace quillary::test {
 
@@ -55,6 +57,31 @@ TEST_F(FilesForOthersTest, CopiesTheStagedImageOutOfRecent) {
     EXPECT_EQ(model->staged(), root() / "Recent/logo.png");
     model->showStagedInFiles();
     EXPECT_EQ(fileManager.shown, std::vector{root() / "Recent/logo.png"}) << "written once";
+}
+
+TEST_F(FilesForOthersTest, KeepsWhereAPictureCameFromAndCopiesItAsCredits) {
+    clipboard.board->put(u"image/png"_s, pngData(picture(20, 10)));
+    clipboard.board->put(u"text/html"_s, "<img src=\"https://x.example/logo.png\">");
+    clipboard.board->put(u"chromium/x-source-url"_s, "https://x.example/about");
+    model->paste();
+    settle();
+    EXPECT_TRUE(
+        model->stagedOrigin().endsWith(u"\nImage: https://x.example/logo.png\nPage: https://x.example/about"_s));
+    const auto recent = *model->fileOnDisk();
+    EXPECT_EQ(platform::attribute(recent, "xdg.origin.url"), "https://x.example/logo.png");
+    EXPECT_EQ(platform::attribute(recent, "xdg.referrer.url"), "https://x.example/about");
+
+    // Brought back from a file it still knows, and so does what is saved of it.
+    model->load(recent);
+    settle();
+    model->saveCurrentToLibrary();
+    const auto saved = root() / "Library/Images/logo.png";
+    ASSERT_TRUE(comesTrue([&] { return fs::exists(saved); }));
+    const auto unknown = shelved("mine.png", picture(3, 3));
+    model->fileActions()->copyCredits({urlOf(saved), urlOf(unknown)});
+    EXPECT_EQ(clipboard.text, u"logo — https://x.example/logo.png — https://x.example/about"_s);
+    model->fileActions()->copyCredits({urlOf(unknown)});
+    EXPECT_EQ(images().note(), u"Nothing is known of where this came from"_s);
 }
 
 TEST_F(FilesForOthersTest, TransformsASelection) {

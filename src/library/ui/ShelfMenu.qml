@@ -30,6 +30,12 @@ Menu {
             onTriggered: menu.actions.copyPath(menu.urls)
         },
         MenuItem {
+            symbol: "quote.bubble"
+            text: qsTr("Copy Credits")
+
+            onTriggered: menu.actions.copyCredits(menu.urls)
+        },
+        MenuItem {
             symbol: "arrow.up.forward.app"
             text: qsTr("Show in Files")
 

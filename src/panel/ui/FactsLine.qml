@@ -8,6 +8,7 @@ Item {
 
     required property PanelModel model
 
+    Accessible.description: model.stagedOrigin
     Accessible.name: `${model.stagedDimensions}, ${model.stagedProvenance}, ${model.stagedBadge}`
     Accessible.role: Accessible.StaticText
     implicitHeight: 20
@@ -32,6 +33,16 @@ Item {
         secondary: true
         small: true
         text: facts.model.stagedProvenance
+    }
+    HoverHandler {
+        id: pointer
+    }
+    ToolTip {
+        shown: pointer.hovered
+        text: facts.model.stagedOrigin
+        width: Math.min(implicitWidth, facts.width)
+        x: 0
+        y: -height - 4
     }
     Badge {
         id: badge

@@ -9,6 +9,13 @@
 
 namespace quillary::platform {
 
+namespace {
+
+constexpr std::string_view addressAttribute = "xdg.origin.url";
+constexpr std::string_view pageAttribute = "xdg.referrer.url";
+
+} // namespace
+
 std::optional<std::string> attribute(const std::filesystem::path& file, std::string_view name) {
     const std::string full = attributeName(name);
     std::array<char, 256> small;
@@ -28,6 +35,20 @@ bool setAttribute(const std::filesystem::path& file, std::string_view name, std:
 
 void removeAttribute(const std::filesystem::path& file, std::string_view name) {
     removexattr(file.c_str(), attributeName(name).c_str());
+}
+
+WebOrigin webOrigin(const std::filesystem::path& file) {
+    const auto address = [&](std::string_view name) {
+        return webAddress(QString::fromStdString(attribute(file, name).value_or(std::string())));
+    };
+    return {.page = address(pageAttribute), .address = address(addressAttribute)};
+}
+
+std::vector<std::pair<std::string_view, std::string>> attributesOf(const WebOrigin& origin) {
+    std::vector<std::pair<std::string_view, std::string>> attributes;
+    if (!origin.address.isEmpty()) attributes.emplace_back(addressAttribute, origin.address.toStdString());
+    if (!origin.page.isEmpty()) attributes.emplace_back(pageAttribute, origin.page.toStdString());
+    return attributes;
 }
 
 void clearQuarantine(const std::filesystem::path& file) {

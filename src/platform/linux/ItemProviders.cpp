@@ -90,6 +90,7 @@ std::vector<ItemProvider> itemProviders(const QMimeData& drop) {
         if (!item) item = text(source);
         if (item || !clips.isEmpty()) items.push_back(std::move(item).value_or(ItemProvider()));
     }
+    if (items.size() == 1) items.front().setWebOrigin(source.webOrigin());
     for (const QString& type : clips)
         if (auto bytes = source.data(type)) items.front().registerData(type, *bytes);
     return items;

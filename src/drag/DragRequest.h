@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QtQmlIntegration>
 #include <optional>
 
@@ -16,9 +17,12 @@ class DragRequest : public QObject {
     QML_UNCREATABLE("handed to the handler of urlRequested")
     /// The "file:" URL to carry, percent-encoded; empty when there is none.
     Q_PROPERTY(QString url MEMBER url FINAL)
+    /// Several of them instead of one, in the order in which they are to be taken.
+    Q_PROPERTY(QStringList urls MEMBER urls FINAL)
 
 public:
     QString url;
+    QStringList urls;
     /// For handlers in C++: what to carry instead of a file.
     std::optional<platform::ItemProvider> item;
 };

@@ -103,9 +103,14 @@ DragSourceNSView::Load DragSourceNSView::requestedLoad() {
     DragRequest request;
     if (!url) Q_EMIT urlRequested(&request);
     if (request.item) return {platform::itemDragData(*request.item), request.item->suggestedName().value_or(QString())};
-    const auto file = url ? url() : pathOfFileUrl(request.url.toUtf8());
-    if (!file) return {};
-    return {platform::fileDragData(*file), shown(file->filename())};
+    std::vector<std::filesystem::path> files;
+    if (url)
+        if (auto file = url()) files.push_back(std::move(*file));
+    for (const QString& asked : QStringList(request.url) + request.urls)
+        if (auto file = pathOfFileUrl(asked.toUtf8())) files.push_back(std::move(*file));
+    if (files.empty()) return {};
+    const QString name = files.size() == 1 ? shown(files.front().filename()) : QString::number(files.size());
+    return {platform::fileDragData(files), name};
 }
 
 std::optional<QImage> DragSourceNSView::look() const {

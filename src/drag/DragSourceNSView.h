@@ -16,7 +16,8 @@ class QMimeData;
 
 namespace quillary {
 
-/// An area that can be dragged out of the window as one file, or as one item of other data. `FileDragSource` in QML:
+/// An area that can be dragged out of the window as a file, as several, or as one item of other data. `FileDragSource`
+/// in QML:
 ///
 ///     FileDragSource {
 ///         anchors.fill: parent
@@ -27,9 +28,9 @@ namespace quillary {
 ///     }
 ///
 /// A press that moves more than 4 points asks for the file only then, so that it can be written at the last moment, and
-/// drags its URL and nothing else, to be copied. Without a file the press stays alive and further motion asks again. A
-/// press that ends before is a tap. Right clicks and clicks with Control go to what lies beneath, and so do hover
-/// events. Main thread.
+/// drags its URL and nothing else (or those of several, in their order), to be copied. Without a file the press stays
+/// alive and further motion asks again. A press that ends before is a tap. Right clicks and clicks with Control go to
+/// what lies beneath, and so do hover events. Main thread.
 class DragSourceNSView : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(FileDragSource)

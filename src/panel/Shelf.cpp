@@ -304,6 +304,10 @@ void Shelf::fillDrag(DragRequest* request, const QString& url) {
     request->url = dragFileUrl(url);
 }
 
+void Shelf::fillDragOfSelection(DragRequest* request) {
+    for (const QString& selected : m_selection.urls()) request->urls += dragFileUrl(selected);
+}
+
 QString Shelf::dragFileUrl(const QString& url) {
     const auto* item = itemAt(url);
     if (!item) return {};

@@ -132,6 +132,8 @@ public:
     Q_INVOKABLE QString dragFileUrl(const QString& url);
     /// Writes what a drag of the file carries into the request; nothing where it cannot be dragged.
     Q_INVOKABLE virtual void fillDrag(quillary::DragRequest* request, const QString& url);
+    /// Every selected file in the order shown; those that are gone are told of and left out.
+    Q_INVOKABLE void fillDragOfSelection(quillary::DragRequest* request);
     /// Null for what is not shown.
     const LibraryItem* itemAt(const QString& url) const;
 

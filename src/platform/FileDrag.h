@@ -9,8 +9,8 @@ namespace quillary::platform {
 
 class ItemProvider;
 
-/// What a drag of one file carries to other programs: the file's URL, its bytes as they are, and nothing else.
-std::unique_ptr<QMimeData> fileDragData(const std::filesystem::path& file);
+/// What a drag of files carries to other programs: their URLs, their bytes as they are, and nothing else.
+std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>& files);
 
 /// What copied files are on the clipboard: PNG bytes first, if there are any, then the URLs, then the URLs as file
 /// managers mark copied ones.

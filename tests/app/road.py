@@ -143,16 +143,23 @@ class Road(unittest.TestCase):
 
     def drag_out(self):
         """Drags the staged picture into the other program and returns the file that arrived there."""
+        files = self.dragged_files((self.left + 190, self.top + 150))
+        self.assertEqual(len(files), 1)
+        return files[0]
+
+    def dragged_files(self, begin):
+        """Drags what lies there into the other program and returns the files that arrived, in their order."""
         target = self.desktop.start([program("drop_target"), "--place", "700,100,400,300"])
         target.wait_for("ready")
         left, top, right, bottom = self.arranged(TARGET, 700, 100)
-        self.desktop.drag((self.left + 190, self.top + 150), ((left + right) // 2, (top + bottom) // 2))
+        self.desktop.drag(begin, ((left + right) // 2, (top + bottom) // 2))
         drop = target.wait_for("drop")
         target.stop()
         self.assertEqual(drop["formats"], ["text/uri-list"])
-        url = base64.b64decode(drop["uriList"])
-        self.assertTrue(url.startswith(b"file:///") and url.endswith(b"\r\n"), url)
-        return Path(os.fsdecode(unquote_to_bytes(url[len(b"file://"):-2])))
+        urls = base64.b64decode(drop["uriList"]).split(b"\r\n")
+        self.assertEqual(urls.pop(), b"", "each address ends its line")
+        self.assertTrue(all(url.startswith(b"file:///") for url in urls), urls)
+        return [Path(os.fsdecode(unquote_to_bytes(url[len(b"file://"):]))) for url in urls]
 
     def intake(self, file):
         answer = self.desktop.run([program("quillary"), "intake", str(file), "--json"], stdout=subprocess.PIPE)
@@ -259,6 +266,22 @@ class Road(unittest.TestCase):
         self.drop(folder)
         wait_until(lambda: (self.root / "Library/Audio/sound.wav").exists(), 10, "the batch")
         self.saved("one.png", "two.png")
+
+    def test_a_selection_is_dragged_as_its_files_in_the_order_shown(self):
+        shelf = self.root / "Library/Images"
+        shelf.mkdir(parents=True)
+        for age, name in enumerate(("new & first.png", "middle.png", "old.png", "oldest.png")):
+            (shelf / name).write_bytes(png(30, 30, (60 * age, 90, 90)))
+            os.utime(shelf / name, (1_700_000_000 - age, 1_700_000_000 - age))
+        self.open_panel("--tab", "library")
+        time.sleep(1)
+        first = self.left + 50, self.top + 255
+        self.click(*first)
+        self.desktop.xdo("key", "shift+Right", "shift+Right")
+        time.sleep(0.5)
+        files = self.dragged_files((self.left + 40, self.bottom - 22))
+        self.assertEqual([file.name for file in files], ["new & first.png", "middle.png", "old.png"])
+        self.assertEqual([file.name for file in self.dragged_files(first)], ["new & first.png"], "a tile is one file")
 
     def test_a_compound_clip_comes_in_and_goes_out_again(self):
         media = self.folder / "editor" / "Café 1.mov"

@@ -1,5 +1,6 @@
 import QtQuick
 import Quillary.Controls
+import Quillary.Drag
 import Quillary.Library
 import Quillary.Model
 
@@ -30,11 +31,55 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.gap
 
-        Label {
+        Item {
+            id: handle
+
+            /// One file is dragged by its tile.
+            readonly property bool carries: bar.shelf.selection.count > 1
+            readonly property string help: qsTr("Drag all selected files")
+
+            Accessible.description: carries ? help : ""
+            Accessible.name: count.text
             Accessible.role: Accessible.StaticText
-            font.weight: Font.DemiBold
             height: Theme.controlHeight
-            text: qsTr("%1 selected").arg(bar.shelf.selection.count)
+            width: count.x + count.implicitWidth
+
+            Symbol {
+                color: source.dragging || over.hovered ? Theme.text : Theme.secondary
+                height: parent.height
+                name: "arrow.up.and.down.and.arrow.left.and.right"
+                size: 15
+                visible: handle.carries
+            }
+            Label {
+                id: count
+
+                Accessible.ignored: true
+                font.weight: Font.DemiBold
+                height: parent.height
+                text: qsTr("%1 selected").arg(bar.shelf.selection.count)
+                x: handle.carries ? 15 + Theme.smallGap : 0
+            }
+            FileDragSource {
+                id: source
+
+                anchors.fill: parent
+                objectName: "selectionHandle"
+                openHandCursor: true
+                title: count.text
+                visible: handle.carries
+
+                onUrlRequested: request => bar.shelf.fillDragOfSelection(request)
+            }
+            HoverHandler {
+                id: over
+            }
+            ToolTip {
+                shown: over.hovered && handle.carries && !source.dragging
+                text: handle.help
+                x: 0
+                y: -height - 4
+            }
         }
         Button {
             id: mover

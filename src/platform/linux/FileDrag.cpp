@@ -51,24 +51,26 @@ private:
     std::vector<std::pair<QString, QByteArray>> m_offers;
 };
 
+QByteArray urlList(const std::vector<std::filesystem::path>& files) {
+    QByteArray list;
+    for (const auto& file : files) list += fileUrl(file) + "\r\n";
+    return list;
+}
+
 } // namespace
 
-std::unique_ptr<QMimeData> fileDragData(const std::filesystem::path& file) {
+std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>& files) {
     auto data = std::make_unique<OfferData>();
-    data->addUrls(fileUrl(file) + "\r\n");
+    data->addUrls(urlList(files));
     return data;
 }
 
 std::unique_ptr<QMimeData> fileOfferData(const std::vector<std::filesystem::path>& files, const QByteArray& png) {
     auto data = std::make_unique<OfferData>();
-    QByteArray urls;
     QByteArray copied = "copy";
-    for (const auto& file : files) {
-        urls += fileUrl(file) + "\r\n";
-        copied += '\n' + fileUrl(file);
-    }
+    for (const auto& file : files) copied += '\n' + fileUrl(file);
     if (!png.isEmpty()) data->add(QStringLiteral("image/png"), png);
-    data->addUrls(urls);
+    data->addUrls(urlList(files));
     data->add(QStringLiteral("x-special/gnome-copied-files"), copied);
     return data;
 }

@@ -3,6 +3,7 @@
 #include "imaging/CodecModule.h"
 #include "imaging/RasterSize.h"
 #include "imaging/codecs/Codecs.h"
+#include "imaging/png/Chunk.h"
 #include "imaging/reduced/ReducedPicture.h"
 
 #include <QBuffer>
@@ -14,10 +15,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <libdeflate.h>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 namespace quillary::BitmapDecoder {
 
@@ -47,36 +46,6 @@ bool isEmptyPng(const QByteArray& start) {
     if (!start.startsWith("\x89PNG\r\n\x1a\n") || start.size() < sizes + 8) return false;
     return qFromBigEndian<quint32>(start.constData() + sizes) == 0 ||
            qFromBigEndian<quint32>(start.constData() + sizes + 4) == 0;
-}
-
-/// A PNG that ends early or whose pixel data were damaged. The decoder shows some of these as half a picture, and it
-/// depends on its threads which.
-bool isDamagedPng(const Source& source) {
-    const auto from = device(source);
-    if (!from || from->read(8) != "\x89PNG\r\n\x1a\n") return false;
-    std::array<char, 1 << 16> piece;
-    for (;;) {
-        std::array<char, 8> head;
-        if (from->read(head.data(), head.size()) != head.size()) return true;
-        qint64 left = qFromBigEndian<quint32>(head.data());
-        const std::string_view type(head.data() + 4, 4);
-        if (type == "IEND") return false;
-        if (left + 4 > from->size() - from->pos()) return true;
-        if (type != "IDAT") {
-            from->seek(from->pos() + left + 4);
-            continue;
-        }
-        quint32 sum = libdeflate_crc32(0, type.data(), type.size());
-        while (left > 0) {
-            const qint64 read = from->read(piece.data(), std::min<qint64>(left, piece.size()));
-            if (read <= 0) return true;
-            sum = libdeflate_crc32(sum, piece.data(), static_cast<std::size_t>(read));
-            left -= read;
-        }
-        std::array<char, 4> told;
-        if (from->read(told.data(), told.size()) != told.size() || qFromBigEndian<quint32>(told.data()) != sum)
-            return true;
-    }
 }
 
 /// Upright, for an orientation as EXIF counts it.
@@ -229,7 +198,7 @@ std::expected<QImage, Error> decodeWith(const Source& source, Colours colours, s
         if (!std::filesystem::is_regular_file(*path, ignored)) return std::unexpected(Error::unreadable);
     }
     if (isEmptyPng(firstBytes(source))) return std::unexpected(Error::empty);
-    if (isDamagedPng(source)) return std::unexpected(Error::unreadable);
+    if (const auto from = device(source); from && png::isDamaged(*from)) return std::unexpected(Error::unreadable);
 
     if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
         auto opened = bitmaps->open(moduleSource(source));

@@ -65,7 +65,7 @@ Texts describing(const fs::path& file, const ThumbnailCache::FileState& state) {
 /// only once the pixels are read.
 QImage matching(const fs::path& entry, int most, const fs::path& file, const ThumbnailCache::FileState& state) {
     QFile from(entry);
-    if (!from.open(QIODevice::ReadOnly)) return {};
+    if (!from.open(QIODevice::ReadOnly) || png::isDamaged(from) || !from.seek(0)) return {};
     QImageReader reader(&from, "png");
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > most || size.height() > most) return {};

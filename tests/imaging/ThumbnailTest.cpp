@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace quillary {
 
@@ -178,6 +179,26 @@ TEST_F(ThumbnailTest, LeavesTheCachesOwnFilesAndABrokenCacheAlone) {
     const auto url = file("a.png", plain(Qt::red));
     test::writeFile(folder / "occupied", "");
     EXPECT_EQ(Thumbnail(folder / "occupied").load(url).width(), 220) << "a cache that cannot be written";
+}
+
+TEST_F(ThumbnailTest, MakesNoRoomForWhatAnEntryOnlyClaims) {
+    const auto url = file("a.png", plain(Qt::red));
+    afresh(url);
+    ASSERT_EQ(kept("large").size(), 1U);
+    const fs::path entry = cache / "thumbnails" / "large" / kept("large")[0];
+    std::string bytes = test::readFile(entry);
+    const std::size_t text = bytes.find("tEXt");
+    ASSERT_NE(text, std::string::npos);
+    bytes[text - 4] = 0x70; // nearly two gigabytes
+    test::writeFile(entry, bytes);
+    const auto mostKilobytes = [] {
+        rusage used{};
+        getrusage(RUSAGE_SELF, &used);
+        return used.ru_maxrss;
+    };
+    const auto before = mostKilobytes();
+    EXPECT_EQ(afresh(url).pixelColor(10, 10), QColor(Qt::red));
+    EXPECT_LT(mostKilobytes() - before, 200 * 1024);
 }
 
 } // namespace

@@ -1,16 +1,16 @@
-// fuzz_blocks_seeds FOLDER: writes the documents that the fuzzer of blocks begins with, and the media they refer to.
-#include "FuzzLibrary.h"
 #include "blocks/Clips.h"
+#include "fuzz/FuzzLibrary.h"
+#include "fuzz/Seeds.h"
 #include "support/TemporaryFolder.h"
 
 #include <string>
 
 using namespace quillary::test;
 
-int main(int argc, char** argv) {
-    if (argc != 2) return 2;
-    const std::filesystem::path corpus = argv[1];
-    const std::filesystem::path media = quillary::fuzz::mediaFolder();
+namespace quillary::fuzz {
+
+void writeBlockSeeds(const std::filesystem::path& corpus) {
+    const std::filesystem::path media = mediaFolder();
     int number = 0;
     const auto seed = [&](const QByteArray& xml) {
         writeFile(corpus / ("seed " + std::to_string(++number) + ".fcpxml"), xml.toStdString());
@@ -23,5 +23,6 @@ int main(int argc, char** argv) {
     seed(compound("Two", {clip, plain}));
     seed(fcpxml(11, "<effect id='e' uid='Glidemark'/>", "<import-options/><library><event name='e'/></library>"));
     seed("<fcpxml/>");
-    return 0;
 }
+
+} // namespace quillary::fuzz

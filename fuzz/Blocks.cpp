@@ -3,20 +3,14 @@
 #include "FuzzLibrary.h"
 #include "blocks/ArrangementStore.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <cmath>
 #include <fstream>
 
 using namespace quillary;
+using fuzz::require;
 namespace fs = std::filesystem;
 
 namespace {
-
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken promise: %s\n", what);
-    std::abort();
-}
 
 bool liesBelow(const fs::path& file, const fs::path& folder) {
     const fs::path relative = file.lexically_normal().lexically_relative(folder);

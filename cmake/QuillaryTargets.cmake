@@ -7,7 +7,8 @@ target_compile_options(quillary_options INTERFACE
 target_compile_definitions(quillary_options INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH)
 if(QUILLARY_SANITIZE)
-  target_compile_options(quillary_options INTERFACE -fsanitize=${QUILLARY_SANITIZE} -fno-omit-frame-pointer)
+  target_compile_options(quillary_options INTERFACE -fsanitize=${QUILLARY_SANITIZE} -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
   target_link_options(quillary_options INTERFACE -fsanitize=${QUILLARY_SANITIZE})
 endif()
 
@@ -29,5 +30,5 @@ function(quillary_test name)
   target_link_libraries(${name} PRIVATE quillary_options quillary_test_support ${arg_DEPENDS})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=")
 endfunction()

@@ -1,5 +1,7 @@
 #include "app/Application.h"
 
+#include "base/Translation.h"
+
 #include <QGuiApplication>
 #include <cstdlib>
 
@@ -21,6 +23,7 @@ std::unique_ptr<QCoreApplication> named(int& argc, char** argv) {
     auto application = std::make_unique<Application>(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("quillary"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUILLARY_VERSION));
+    installEnglish();
     return application;
 }
 

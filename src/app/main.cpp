@@ -1,5 +1,6 @@
 #include "app/Application.h"
 #include "app/PanelWindow.h"
+#include "base/Translation.h"
 #include "cli/CommandLine.h"
 #include "imaging/Thumbnail.h"
 #include "media/ClipFrames.h"
@@ -9,6 +10,7 @@
 #include "platform/SettingsStore.h"
 
 #include <QGuiApplication>
+#include <clocale>
 
 using namespace quillary;
 
@@ -24,6 +26,12 @@ int main(int argc, char** argv) {
     };
     const auto application = commandLine.needsDisplay() ? applicationWithDisplay(argc, argv, noDisplay)
                                                         : applicationWithoutDisplay(argc, argv);
+
+    // Commands are for scripts as well and speak English everywhere, the system's own reasons included.
+    if (panel)
+        installLanguage(QLocale::system());
+    else
+        std::setlocale(LC_MESSAGES, "C");
 
     // A library or a picture of its own makes a start independent of the panel that may be open already.
     std::unique_ptr<platform::Instance> instance;

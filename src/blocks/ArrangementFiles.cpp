@@ -1,4 +1,5 @@
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockFiles.h"
@@ -35,7 +36,8 @@ ArrangementStore::Result ArrangementStore::ownBlock(const fs::path& block) {
     std::error_code failed;
     const fs::path file = fs::absolute(block, failed).lexically_normal();
     if (lowercaseExtension(file) != blockExtension || m_storage.shelfFolderOf(file) != root / Storage::blocksFolder())
-        return std::unexpected(Failure::unreadable(QStringLiteral("%1 is not a block.").arg(shown(file.filename()))));
+        return std::unexpected(
+            Failure::unreadable(translate("Blocks", "%1 is not a block.").arg(shown(file.filename()))));
     if (!isThere(file))
         return std::unexpected(Failure::unreadable(
             QStringLiteral("%1: %2").arg(shown(file.filename()), platform::FileError{ENOENT}.description())));
@@ -89,7 +91,7 @@ std::expected<void, ArrangementFailure> ArrangementStore::remove(const fs::path&
 std::expected<void, ArrangementFailure> ArrangementStore::setPoster(const QImage& image, const fs::path& block) {
     const fs::path file = TRY(ownBlock(block));
     const QByteArray png = pngData(image);
-    if (png.isEmpty()) return std::unexpected(Failure::unreadable(QStringLiteral("Couldn’t read that image")));
+    if (png.isEmpty()) return std::unexpected(Failure::unreadable(translate("Blocks", "Couldn’t read that image")));
     const fs::path poster = posterPath(file);
     if (const auto set = writePoster(png, poster); !set)
         return std::unexpected(Failure(StorageError::couldNotWrite(poster, set.error().description())));

@@ -1,6 +1,7 @@
 #include "blocks/ArrangementStore.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "blocks/BlockFiles.h"
 #include "blocks/BlockSummaries.h"
@@ -51,7 +52,7 @@ std::expected<Arrangement, ArrangementFailure> ArrangementStore::save(QByteArray
     const fs::path root = TRY(m_storage.root());
     TRY(makeSelfContained(document, called, root, progress));
     const QByteArray bytes = document.serialize();
-    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(QStringLiteral("Not enough memory")));
+    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(translate("Blocks", "Not enough memory")));
 
     const fs::path folder = Storage::appending(collection.value_or(QString()), root / Storage::blocksFolder());
     Arrangement block{.url = TRY(place(bytes, called, folder)), .name = {}};

@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "base/Try.h"
 
 #include <QFile>
@@ -52,15 +53,15 @@ std::expected<FCPXMLDocument, ArrangementFailure> FCPXMLDocument::read(const fs:
 
 std::expected<QByteArray, ArrangementFailure> FCPXMLDocument::bytesOf(const fs::path& file) {
     const auto unreadable = [&](const QString& why) {
-        return std::unexpected(
-            ArrangementFailure::unreadable(QStringLiteral("Could not read %1: %2").arg(shown(file.filename()), why)));
+        return std::unexpected(ArrangementFailure::unreadable(
+            translate("Blocks", "Could not read %1: %2").arg(shown(file.filename()), why)));
     };
     std::error_code failed;
     if (!fs::is_regular_file(file, failed))
-        return unreadable(failed ? QString::fromStdString(failed.message()) : QStringLiteral("not a file"));
+        return unreadable(failed ? QString::fromStdString(failed.message()) : translate("Blocks", "not a file"));
     QFile opened(file);
     if (!opened.open(QIODevice::ReadOnly)) return unreadable(opened.errorString());
-    if (opened.size() > largest) return unreadable(QStringLiteral("The document is too large."));
+    if (opened.size() > largest) return unreadable(translate("Blocks", "The document is too large."));
     // One byte more tells a file that grows meanwhile.
     return opened.read(opened.size() + 1);
 }

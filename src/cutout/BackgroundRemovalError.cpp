@@ -1,9 +1,11 @@
 #include "cutout/BackgroundRemovalError.h"
 
+#include "base/Translation.h"
+
 namespace quillary {
 
 BackgroundRemovalError BackgroundRemovalError::stopped() {
-    return failed(QStringLiteral("The cutout was cancelled."));
+    return failed(translate("Cutout", "The cutout was cancelled."));
 }
 
 QString BackgroundRemovalError::description() const {
@@ -11,17 +13,18 @@ QString BackgroundRemovalError::description() const {
     case Kind::failed:
         return message;
     case Kind::noImage:
-        return QStringLiteral("Could not read that image.");
+        return translate("Cutout", "Could not read that image.");
     case Kind::noSubjectFound:
-        return QStringLiteral("No subject found to cut out.");
+        return translate("Cutout", "No subject found to cut out.");
     }
     return {};
 }
 
 std::optional<QString> BackgroundRemovalError::recoverySuggestion() const {
     if (kind != Kind::noSubjectFound) return {};
-    return QStringLiteral("This works on a subject against a background — a logo, a product, a person. A flat graphic "
-                          "that already fills the frame has nothing to separate.");
+    return translate("Cutout",
+                     "This works on a subject against a background — a logo, a product, a person. A flat graphic "
+                     "that already fills the frame has nothing to separate.");
 }
 
 } // namespace quillary

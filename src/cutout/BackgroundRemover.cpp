@@ -1,6 +1,7 @@
 #include "cutout/BackgroundRemover.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "cutout/RowBands.h"
 #include "cutout/matte/TileFilter.h"
@@ -18,10 +19,10 @@ constexpr auto working = QImage::Format_RGBA8888_Premultiplied;
 std::expected<QImage, BackgroundRemovalError> masked(const QImage& image, const QImage& mask,
                                                      const std::stop_token& stop) {
     if (mask.size() != image.size() || mask.format() != QImage::Format_Grayscale8)
-        return std::unexpected(BackgroundRemovalError::failed(QStringLiteral("Could not apply the mask.")));
+        return std::unexpected(BackgroundRemovalError::failed(translate("Cutout", "Could not apply the mask.")));
     QImage result = image.convertToFormat(working);
     if (result.isNull())
-        return std::unexpected(BackgroundRemovalError::failed(QStringLiteral("Could not render the cutout.")));
+        return std::unexpected(BackgroundRemovalError::failed(translate("Cutout", "Could not render the cutout.")));
     uchar* const pixels = result.bits();
     const qsizetype stride = result.bytesPerLine();
     const int width = result.width();

@@ -1,5 +1,6 @@
 #include "cutout/Cutout.h"
 
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "cutout/BackgroundRemover.h"
 #include "cutout/SolidBackgroundRemover.h"
@@ -7,7 +8,7 @@
 namespace quillary::Cutout {
 
 QString label(Method method) {
-    return method == Method::solid ? QStringLiteral("Flat background") : QStringLiteral("Subject");
+    return method == Method::solid ? translate("Cutout", "Flat background") : translate("Cutout", "Subject");
 }
 
 Expected choose(std::optional<Method> method, const std::function<Expected()>& solid,

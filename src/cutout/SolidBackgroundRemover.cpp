@@ -1,5 +1,6 @@
 #include "cutout/SolidBackgroundRemover.h"
 
+#include "base/Translation.h"
 #include "cutout/RowBands.h"
 #include "cutout/flat/BackgroundColor.h"
 #include "cutout/flat/PixelRows.h"
@@ -134,7 +135,7 @@ SolidBackgroundRemover::remove(const QImage& image, std::stop_token stop, Colors
     const int height = image.height();
     Buffers buffers = buffersFor(image);
     if (buffers.result.isNull())
-        return std::unexpected(BackgroundRemovalError::failed(QStringLiteral("Could not rebuild the image.")));
+        return std::unexpected(BackgroundRemovalError::failed(translate("Cutout", "Could not rebuild the image.")));
 
     const BackgroundColor background = backgroundOf(buffers, width, height);
     BitPlane open(width, height);

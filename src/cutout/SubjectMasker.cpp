@@ -1,6 +1,7 @@
 #include "cutout/SubjectMasker.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "cutout/subject/SubjectModule.h"
 #include "platform/ModuleEntry.h"
 
@@ -20,7 +21,8 @@ public:
     std::expected<std::optional<QImage>, QString> mask(const QImage& image, std::stop_token stop) override {
         const QImage picture = readable(image);
         QImage mask(image.size(), QImage::Format_Grayscale8);
-        if (picture.isNull() || mask.isNull()) return std::unexpected(m_complaint.arg(QStringLiteral("out of memory")));
+        if (picture.isNull() || mask.isNull())
+            return std::unexpected(m_complaint.arg(translate("Cutout", "out of memory")));
         std::string reason;
         const subject::Picture pixels{picture.constBits(), static_cast<std::size_t>(picture.bytesPerLine()),
                                       picture.width(), picture.height()};
@@ -71,17 +73,17 @@ std::expected<std::unique_ptr<SubjectMasker>, QString> masker(const char* module
 } // namespace
 
 std::expected<std::unique_ptr<SubjectMasker>, QString> classicalSubjectMasker() {
-    return masker(subject::classicalModule, nullptr, QStringLiteral("Could not look for a subject: %1."));
+    return masker(subject::classicalModule, nullptr, translate("Cutout", "Could not look for a subject: %1."));
 }
 
 std::expected<std::unique_ptr<SubjectMasker>, QString> modelSubjectMasker(const std::filesystem::path& file) {
     const QString name = shown(file.filename());
     std::error_code ignored;
     const auto complaint = [&](const QString& reason) {
-        return QStringLiteral("The subject model “%1” cannot be used: %2.").arg(name, reason);
+        return translate("Cutout", "The subject model “%1” cannot be used: %2.").arg(name, reason);
     };
     if (!std::filesystem::is_regular_file(file, ignored))
-        return std::unexpected(complaint(QStringLiteral("there is no such file")));
+        return std::unexpected(complaint(translate("Cutout", "there is no such file")));
     return masker(subject::modelModule, file.c_str(), complaint(QStringLiteral("%1")));
 }
 

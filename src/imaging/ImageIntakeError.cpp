@@ -1,6 +1,7 @@
 #include "imaging/ImageIntakeError.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 
 #include <utility>
 
@@ -13,19 +14,20 @@ ImageIntakeError ImageIntakeError::unreadableFile(std::filesystem::path url) {
 QString ImageIntakeError::description() const {
     switch (kind) {
     case Kind::unreadableFile:
-        return QStringLiteral("Could not read %1.").arg(shown(url.filename()));
+        return translate("ImageIntake", "Could not read %1.").arg(shown(url.filename()));
     case Kind::nothingUsable:
-        return QStringLiteral("No image on the clipboard.");
+        return translate("ImageIntake", "No image on the clipboard.");
     case Kind::emptyImage:
-        return QStringLiteral("That image had no pixels.");
+        return translate("ImageIntake", "That image had no pixels.");
     }
     Q_UNREACHABLE();
 }
 
 QString ImageIntakeError::recoverySuggestion() const {
     if (kind == Kind::nothingUsable)
-        return QStringLiteral("Copy an image — from a browser, a screenshot, Figma, Slack — then paste again.");
-    return QStringLiteral("Try a PNG, TIFF or JPEG.");
+        return translate("ImageIntake",
+                         "Copy an image — from a browser, a screenshot, Figma, Slack — then paste again.");
+    return translate("ImageIntake", "Try a PNG, TIFF or JPEG.");
 }
 
 } // namespace quillary

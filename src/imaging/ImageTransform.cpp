@@ -1,6 +1,7 @@
 #include "imaging/ImageTransform.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "imaging/BitmapDecoder.h"
 #include "imaging/PngEncoder.h"
 #include "platform/FileAttributes.h"
@@ -25,13 +26,13 @@ namespace {
 struct Names {
     Operation operation;
     QStringView rawValue;
-    QStringView label;
+    const char* label;
 };
 constexpr std::array names{
-    Names{Operation::rotateLeft, u"rotateLeft", u"Rotate Left"},
-    Names{Operation::rotateRight, u"rotateRight", u"Rotate Right"},
-    Names{Operation::flipHorizontal, u"flipHorizontal", u"Flip Horizontal"},
-    Names{Operation::flipVertical, u"flipVertical", u"Flip Vertical"},
+    Names{Operation::rotateLeft, u"rotateLeft", QT_TRANSLATE_NOOP("ImageTransform", "Rotate Left")},
+    Names{Operation::rotateRight, u"rotateRight", QT_TRANSLATE_NOOP("ImageTransform", "Rotate Right")},
+    Names{Operation::flipHorizontal, u"flipHorizontal", QT_TRANSLATE_NOOP("ImageTransform", "Flip Horizontal")},
+    Names{Operation::flipVertical, u"flipVertical", QT_TRANSLATE_NOOP("ImageTransform", "Flip Vertical")},
 };
 
 const Names& namesOf(Operation operation) {
@@ -125,7 +126,7 @@ QString rawValue(Operation operation) {
 }
 
 QString label(Operation operation) {
-    return namesOf(operation).label.toString();
+    return translate("ImageTransform", namesOf(operation).label);
 }
 
 bool apply(Operation operation, const fs::path& url) {

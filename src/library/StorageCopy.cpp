@@ -1,4 +1,5 @@
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "library/LibraryCopy.h"
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
@@ -84,9 +85,9 @@ std::expected<void, platform::FileError> copyBytes(const fs::path& file, const f
 } // namespace
 
 QString CopyResult::summary() const {
-    QString text = QStringLiteral("Copied ") + counted(copied, u"file");
-    if (skipped > 0) text += QStringLiteral(", skipped %1 already there").arg(skipped);
-    if (failed > 0) text += QStringLiteral(", %1 could not be copied").arg(failed);
+    QString text = translate("Storage", "Copied %n file(s)", nullptr, copied);
+    if (skipped > 0) text += translate("Storage", ", skipped %n already there", nullptr, skipped);
+    if (failed > 0) text += translate("Storage", ", %n could not be copied", nullptr, failed);
     return text;
 }
 

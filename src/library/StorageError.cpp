@@ -1,6 +1,7 @@
 #include "library/StorageError.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 
 namespace quillary {
 
@@ -15,11 +16,11 @@ StorageError StorageError::platform(QString reason) {
 QString StorageError::description() const {
     switch (kind) {
     case Kind::couldNotWrite:
-        return QStringLiteral("Could not write ") + shown(location.filename()) + QStringLiteral(": ") + reason;
+        return translate("Storage", "Could not write %1: %2").arg(shown(location.filename()), reason);
     case Kind::noRoot:
-        return QStringLiteral("Could not open the Quillary folder.");
+        return translate("Storage", "Could not open the Quillary folder.");
     case Kind::couldNotEncodePNG:
-        return QStringLiteral("Could not encode that image as PNG.");
+        return translate("Storage", "Could not encode that image as PNG.");
     case Kind::platform:
         break;
     }

@@ -1,4 +1,5 @@
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "library/AppSettings.h"
 #include "library/Storage.h"
@@ -36,7 +37,11 @@ bool sameFolder(const fs::path& a, const fs::path& b) {
 }
 
 StorageError refused(const fs::path& file, const QString& why) {
-    return StorageError::platform(shown(file.filename()) + why);
+    return StorageError::platform(why.arg(shown(file.filename())));
+}
+
+StorageError isFolder(const fs::path& file) {
+    return refused(file, translate("Storage", "%1 is a folder."));
 }
 
 } // namespace
@@ -63,29 +68,28 @@ std::expected<fs::path, StorageError> Storage::ownFile(const fs::path& file) {
     const fs::path realRoot = fs::canonical(root, failed);
     const fs::path realFile = fs::canonical(path.parent_path(), failed) / path.filename();
     if (!failed && onShelf(realFile, realRoot)) return root / realFile.lexically_relative(realRoot);
-    return std::unexpected(refused(file, QStringLiteral(" is not in the library.")));
+    return std::unexpected(refused(file, translate("Storage", "%1 is not in the library.")));
 }
 
 std::expected<void, StorageError> Storage::remove(const fs::path& file) {
     const fs::path path = TRY(ownFile(file));
     std::error_code failed;
     const auto status = fs::symlink_status(path, failed);
-    if (fs::is_directory(status)) return std::unexpected(refused(path, QStringLiteral(" is a folder.")));
+    if (fs::is_directory(status)) return std::unexpected(isFolder(path));
     if (fs::remove(path, failed)) return {};
     const platform::FileError reason{failed ? failed.value() : ENOENT};
     return std::unexpected(StorageError::platform(
-        QStringLiteral("Could not delete %1: %2").arg(shown(path.filename()), reason.description())));
+        translate("Storage", "Could not delete %1: %2").arg(shown(path.filename()), reason.description())));
 }
 
 std::expected<fs::path, StorageError> Storage::moveWithStar(const fs::path& file, const fs::path& folder,
                                                             const NumberedName& names) {
     std::error_code failed;
-    if (fs::is_directory(fs::symlink_status(file, failed)))
-        return std::unexpected(refused(file, QStringLiteral(" is a folder.")));
+    if (fs::is_directory(fs::symlink_status(file, failed))) return std::unexpected(isFolder(file));
     auto moved = platform::moveToFreeName(file, folder, names);
     if (!moved)
         return std::unexpected(StorageError::platform(
-            QStringLiteral("Could not move %1: %2").arg(shown(file.filename()), moved.error().description())));
+            translate("Storage", "Could not move %1: %2").arg(shown(file.filename()), moved.error().description())));
     const QString from = favoriteKey(file);
     const QString to = favoriteKey(*moved);
     m_settings.update(SettingsKey::favouritePaths, [&](const QVariant& stored) -> QVariant {
@@ -104,11 +108,11 @@ std::expected<fs::path, StorageError> Storage::move(const fs::path& file, const 
     const fs::path shelf = shelfFolderOf(path).value_or(path.parent_path());
     const fs::path folder = appending(collection.value_or(QString()), shelf);
     if (shelf.filename() == relativeFolder(Folder::recent) && folder != shelf)
-        return std::unexpected(StorageError::platform(QStringLiteral("Recent has no collections.")));
+        return std::unexpected(StorageError::platform(translate("Storage", "Recent has no collections.")));
     std::error_code failed;
     if (!fs::exists(fs::symlink_status(path, failed)))
         return std::unexpected(
-            StorageError::platform(QStringLiteral("Could not move %1: %2")
+            StorageError::platform(translate("Storage", "Could not move %1: %2")
                                        .arg(shown(path.filename()), platform::FileError{ENOENT}.description())));
     if (sameFolder(folder, path.parent_path())) return path;
     TRY(makeFolder(folder));

@@ -1,4 +1,5 @@
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "imaging/PngEncoder.h"
 #include "library/Storage.h"
@@ -51,7 +52,7 @@ bool sameBytes(const fs::path& a, const fs::path& b) {
 std::expected<void, StorageError> Storage::makeFolder(const fs::path& folder) {
     const auto made = platform::createFolders(folder);
     if (made) return {};
-    return std::unexpected(StorageError::platform(QStringLiteral("Could not create the folder “%1”: %2")
+    return std::unexpected(StorageError::platform(translate("Storage", "Could not create the folder “%1”: %2")
                                                       .arg(shown(folder.filename()), made.error().description())));
 }
 
@@ -104,7 +105,7 @@ std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::pa
     const auto size = sizeOf(file);
     if (!size)
         return std::unexpected(
-            StorageError::platform(QStringLiteral("Could not read %1.").arg(shown(file.filename()))));
+            StorageError::platform(translate("Storage", "Could not read %1.").arg(shown(file.filename()))));
     const fs::path path = TRY(folderFor(folder, collection));
     const NumberedName names = NumberedName::ofFileName(file.filename().native());
     if (const auto same = existing(path, names, [&](const fs::path& there) { return sizeOf(there) == size; })) {

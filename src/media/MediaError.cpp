@@ -1,27 +1,29 @@
 #include "media/MediaError.h"
 
+#include "base/Translation.h"
+
 namespace quillary::media {
 
 QString description(MediaError error) {
     switch (error) {
     case MediaError::unreadable:
-        return QStringLiteral("The file couldn’t be read.");
+        return translate("Media", "The file couldn’t be read.");
     case MediaError::empty:
-        return QStringLiteral("The file is empty.");
+        return translate("Media", "The file is empty.");
     case MediaError::unknownKind:
-        return QStringLiteral("The file is damaged or of an unknown kind.");
+        return translate("Media", "The file is damaged or of an unknown kind.");
     case MediaError::noAudioTrack:
-        return QStringLiteral("The file holds no sound.");
+        return translate("Media", "The file holds no sound.");
     case MediaError::noVideoTrack:
-        return QStringLiteral("The file holds no video.");
+        return translate("Media", "The file holds no video.");
     case MediaError::noDecoder:
-        return QStringLiteral("There is no decoder for this kind of file.");
+        return translate("Media", "There is no decoder for this kind of file.");
     case MediaError::noSamples:
-        return QStringLiteral("The file holds nothing to play.");
+        return translate("Media", "The file holds nothing to play.");
     case MediaError::noDecoders:
-        return QStringLiteral("The decoders are missing; reinstall the program.");
+        return translate("Media", "The decoders are missing; reinstall the program.");
     case MediaError::stopped:
-        return QStringLiteral("Stopped.");
+        return translate("Media", "Stopped.");
     }
     return {};
 }

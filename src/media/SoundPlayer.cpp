@@ -1,5 +1,6 @@
 #include "media/SoundPlayer.h"
 
+#include "base/Translation.h"
 #include "base/Try.h"
 
 #include <algorithm>
@@ -16,8 +17,8 @@ constexpr int followMilliseconds = 15;
 constexpr double heardLater = 0.2;
 
 QString textFor(Failure failure) {
-    return failure == Failure::noDevice ? QStringLiteral("There is no sound output.")
-                                        : QStringLiteral("The sound output doesn’t take this sound.");
+    return failure == Failure::noDevice ? translate("Media", "There is no sound output.")
+                                        : translate("Media", "The sound output doesn’t take this sound.");
 }
 
 } // namespace

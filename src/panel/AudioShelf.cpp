@@ -1,5 +1,6 @@
 #include "panel/AudioShelf.h"
 
+#include "base/Translation.h"
 #include "media/SoundOrder.h"
 
 #include <array>
@@ -17,22 +18,23 @@ struct AudioShelf::LengthJob {
 };
 
 QString AudioShelf::label(AudioSort sort) {
-    constexpr std::array<QStringView, 4> labels{u"Newest", u"Name", u"Shortest", u"Longest"};
-    return labels.at(static_cast<std::size_t>(sort)).toString();
+    constexpr std::array labels{QT_TRANSLATE_NOOP("Shelf", "Newest"), QT_TRANSLATE_NOOP("Shelf", "Name"),
+                                QT_TRANSLATE_NOOP("Shelf", "Shortest"), QT_TRANSLATE_NOOP("Shelf", "Longest")};
+    return translate("Shelf", labels.at(static_cast<std::size_t>(sort)));
 }
 
 QString AudioShelf::lengthLabel(double seconds) {
     if (!(seconds > 0)) return {};
-    if (seconds < 10) return QString::number(seconds, 'f', 1) + u's';
+    if (seconds < 10) return translate("Shelf", "%1s", "seconds").arg(seconds, 0, 'f', 1);
     const auto whole = static_cast<qint64>(seconds);
     return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
 AudioShelf::AudioShelf(const Services& with, AudioPreview& preview, QObject* parent)
     : MediaShelf(with, Storage::Folder::audio,
-                 {.none = QStringLiteral("Nothing readable in that drop"),
-                  .wrong = QStringLiteral("Those aren’t audio files"),
-                  .noun = QStringLiteral("sound")},
+                 {.none = translate("Shelf", "Nothing readable in that drop"),
+                  .wrong = translate("Shelf", "Those aren’t audio files"),
+                  .added = QT_TRANSLATE_N_NOOP("Shelf", "Added %n sound(s)")},
                  parent)
     , m_preview(preview)
     , m_lengths(with.work)

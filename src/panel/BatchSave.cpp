@@ -1,6 +1,7 @@
 #include "panel/BatchSave.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "imaging/ImageIntake.h"
 #include "platform/UniformTypes.h"
 
@@ -102,13 +103,15 @@ private:
 } // namespace
 
 QString BatchResult::summary() const {
+    const auto known = std::ssize(duplicates);
+    const auto unread = std::ssize(failures);
     QStringList parts;
-    if (images > 0) parts += QStringLiteral("Saved %1").arg(images);
-    if (videos > 0) parts += counted(videos, u"video") + QStringLiteral(" to Videos");
-    if (sounds > 0) parts += counted(sounds, u"sound") + QStringLiteral(" to Audio");
-    if (!duplicates.empty()) parts += QStringLiteral("%1 already in your library").arg(duplicates.size());
-    if (!failures.empty()) parts += QStringLiteral("couldn't read %1").arg(failures.size());
-    return parts.isEmpty() ? QStringLiteral("Nothing to save.") : parts.join(QStringLiteral(" · "));
+    if (images > 0) parts += translate("BatchSave", "Saved %n", "images", images);
+    if (videos > 0) parts += translate("BatchSave", "%n video(s) to Videos", nullptr, videos);
+    if (sounds > 0) parts += translate("BatchSave", "%n sound(s) to Audio", nullptr, sounds);
+    if (known > 0) parts += translate("BatchSave", "%n already in your library", nullptr, known);
+    if (unread > 0) parts += translate("BatchSave", "couldn't read %n", nullptr, unread);
+    return parts.isEmpty() ? translate("BatchSave", "Nothing to save.") : parts.join(QStringLiteral(" · "));
 }
 
 std::vector<fs::path> filesIn(const std::vector<fs::path>& urls, std::stop_token stop) {

@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "base/Translation.h"
 
 #include <algorithm>
 
@@ -16,8 +17,10 @@ constexpr std::size_t mostBars = 32; ///< more than any tile shows
 BlockDetails BlockDetails::of(const Arrangement& block) {
     const auto& summary = block.summary;
     BlockDetails details;
-    details.subtitle = counted(static_cast<qsizetype>(summary.layers.size()), u"layer");
-    if (summary.seconds > 0) details.subtitle += QStringLiteral(" · %1s").arg(summary.seconds, 0, 'f', 1);
+    const auto layerCount = std::ssize(summary.layers);
+    details.subtitle = translate("Blocks", "%n layer(s)", nullptr, layerCount);
+    if (summary.seconds > 0)
+        details.subtitle += translate("Blocks", " · %1s", "seconds").arg(summary.seconds, 0, 'f', 1);
     details.usesGlidemark = summary.usesGlidemark;
     if (const auto poster = block.posterURL()) {
         details.poster = QString::fromLatin1(fileUrl(*poster));

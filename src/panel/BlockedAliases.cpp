@@ -1,6 +1,7 @@
 #include "panel/BlockedAliases.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "platform/FileChooser.h"
 
 #include <utility>
@@ -22,21 +23,23 @@ void BlockedAliases::findBlockedAliases() {
 }
 
 void BlockedAliases::tellGrant(const QString& folder) const {
-    QString note = QStringLiteral("Access granted — ") + folder;
-    if (m_blockedAliasCount > 0)
-        note += QStringLiteral(", %1 to allow").arg(counted(m_blockedAliasCount, u"more folder"));
-    m_with.tell(note);
+    const QString note = m_blockedAliasCount > 0
+                             ? translate("BlockedAliases", "Access granted — %1, %n more folder(s) to allow", nullptr,
+                                         m_blockedAliasCount)
+                             : translate("BlockedAliases", "Access granted — %1");
+    m_with.tell(note.arg(folder));
 }
 
 void BlockedAliases::grantAccessToBlockedAlias() {
     if (!m_blockedAlias) return;
-    const QString message = QStringLiteral("“%1” points at %2.\n\n"
-                                           "Choose that folder, or a folder above it — picking a parent grants "
-                                           "everything inside it at once, so other aliases on the same drive "
-                                           "will not need asking again.")
-                                .arg(shown(m_blockedAlias->alias.filename()), shown(m_blockedAlias->target));
+    const QString message =
+        translate("BlockedAliases", "“%1” points at %2.\n\n"
+                                    "Choose that folder, or a folder above it — picking a parent grants "
+                                    "everything inside it at once, so other aliases on the same drive "
+                                    "will not need asking again.")
+            .arg(shown(m_blockedAlias->alias.filename()), shown(m_blockedAlias->target));
     const platform::FileChooser::Question question{
-        .message = message, .accept = QStringLiteral("Grant Access"), .start = m_blockedAlias->target};
+        .message = message, .accept = translate("BlockedAliases", "Grant Access"), .start = m_blockedAlias->target};
     m_with.chooser.ask(this, question, [this](const std::vector<std::filesystem::path>& picked) {
         if (picked.empty()) return;
         m_with.storage.grantAccess(picked.front());

@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "blocks/FCPXMLPasteboard.h"
 #include "drag/DragRequest.h"
 #include "imaging/ImageIntake.h"
@@ -19,11 +20,6 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 namespace {
-
-const QString saving = QStringLiteral("Saving…");
-const QString noClip = QStringLiteral("That drag carried no Final Cut clip");
-const QString noImage = QStringLiteral("No image on the clipboard — take a screenshot first (⌘⇧4)");
-const QString posterSet = QStringLiteral("Poster set");
 
 template <typename Value>
 std::expected<Value, QString> described(std::expected<Value, ArrangementStore::Failure> result) {
@@ -47,8 +43,8 @@ std::optional<QByteArray> clipIn(const platform::ItemProvider& item) {
 
 std::expected<QString, QString> told(int saved, const QString& failure) {
     if (!failure.isEmpty()) return std::unexpected(failure);
-    if (saved == 0) return std::unexpected(noClip);
-    return saved == 1 ? QStringLiteral("Saved 1 block") : QStringLiteral("Saved %1 blocks").arg(saved);
+    if (saved == 0) return std::unexpected(translate("Blocks", "That drag carried no Final Cut clip"));
+    return translate("Blocks", "Saved %n block(s)", nullptr, saved);
 }
 
 } // namespace
@@ -129,7 +125,7 @@ bool BlocksShelf::isClip(const platform::ItemProvider& item) {
 }
 
 void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& providers) {
-    note(saving);
+    note(translate("Blocks", "Saving…"));
     ++m_savesUnderWay;
     m_progressTick.start();
     m_saving.every(
@@ -171,10 +167,12 @@ void BlocksShelf::pastePoster(const QString& url) {
         [pasteboard = m_clipboard.contents(), &storage = storage(), block = *block,
          longEdge = settings().vectorLongEdge()](const std::stop_token& stop) -> std::expected<QString, QString> {
             const auto image = ImageIntake::read(*pasteboard, longEdge, stop);
-            if (!image) return std::unexpected(noImage);
+            if (!image)
+                return std::unexpected(
+                    translate("Blocks", "No image on the clipboard — take a screenshot first (⌘⇧4)"));
             const auto set = ArrangementStore(storage).setPoster(image->image, block);
             if (!set) return std::unexpected(set.error().description());
-            return posterSet;
+            return translate("Blocks", "Poster set");
         },
         [this](const std::expected<QString, QString>& outcome) { finish(outcome); });
 }
@@ -197,7 +195,7 @@ void BlocksShelf::fillDrag(DragRequest* request, const QString& url) {
     if (const auto xml = ArrangementStore(storage()).xml(block->url))
         request->item = FCPXMLPasteboard::provider(*xml, block->name);
     else
-        finish(std::unexpected(QStringLiteral("“%1” is no longer there.").arg(block->name)));
+        finish(std::unexpected(translate("Blocks", "“%1” is no longer there.").arg(block->name)));
 }
 
 Shelf::FileVerbs BlocksShelf::fileVerbs() const {

@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "imaging/ImageIntake.h"
 #include "imaging/PngEncoder.h"
 #include "library/Storage.h"
@@ -39,7 +40,7 @@ std::vector<fs::path> FileActions::present(const QStringList& urls) const {
         if (file && fs::exists(*file, missing))
             files.push_back(*file);
         else if (file)
-            m_with.tell(QStringLiteral("“%1” is not there any more").arg(shown(file->filename())));
+            m_with.tell(translate("Shelf", "“%1” is not there any more").arg(shown(file->filename())));
     }
     return files;
 }

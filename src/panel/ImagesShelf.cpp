@@ -1,6 +1,7 @@
 #include "panel/ImagesShelf.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "imaging/ImageIntake.h"
 #include "imaging/ImageTransform.h"
 #include "library/AppSettings.h"
@@ -125,7 +126,7 @@ void ImagesShelf::saveBuiltInToLibrary(const LibraryItem& item) {
             if (!image) return std::unexpected(image.error().description());
             const auto written = storage.write(*image, Storage::Folder::images, collection);
             if (!written) return std::unexpected(written.error().description());
-            return shownStem(*written) + QStringLiteral(" saved to your library");
+            return translate("Shelf", "%1 saved to your library").arg(shownStem(*written));
         },
         [this](const std::expected<QString, QString>& text) {
             if (text) refresh();
@@ -147,11 +148,11 @@ void ImagesShelf::transform(const QStringList& urls, const QString& operation) {
         [this, label = ImageTransform::label(*wanted), all = std::ssize(files),
          first = files.front()](qsizetype rewritten) {
             QString text = label;
-            if (rewritten > 1) text += QStringLiteral(" · %1 images").arg(rewritten);
+            if (rewritten > 1) text += translate("Shelf", " · %n image(s)", nullptr, rewritten);
             if (rewritten < all && all == 1)
-                text = QStringLiteral("“%1” could not be changed").arg(shown(first.filename()));
+                text = translate("Shelf", "“%1” could not be changed").arg(shown(first.filename()));
             else if (rewritten < all)
-                text += QStringLiteral(" · %1 could not be changed").arg(all - rewritten);
+                text += translate("Shelf", " · %n could not be changed", nullptr, all - rewritten);
             refresh();
             setNote(text);
         });

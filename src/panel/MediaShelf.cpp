@@ -1,6 +1,7 @@
 #include "panel/MediaShelf.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/FCPXMLPasteboard.h"
 #include "drag/DropReader.h"
@@ -29,7 +30,7 @@ void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
         if (xml)
             saveClip(*clip, *xml);
         else
-            setNote(QStringLiteral("That drag carried no Final Cut clip"), Tone::problem);
+            setNote(translate("Shelf", "That drag carried no Final Cut clip"), Tone::problem);
         return;
     }
     DropReader::fileURLs(providers, this, [this](const std::vector<fs::path>& urls) {
@@ -78,7 +79,7 @@ void MediaShelf::saveInBackground(std::function<std::expected<int, QString>()> s
 
 void MediaShelf::tellAdded(const std::expected<int, QString>& added) {
     if (added)
-        setNote(QStringLiteral("Added %1").arg(counted(*added, m_texts.noun)));
+        setNote(translate("Shelf", m_texts.added, nullptr, *added));
     else
         setNote(added.error(), Tone::problem);
     if (added) refresh();

@@ -27,9 +27,9 @@ Q_SIGNALS:
 protected:
     /// The shelf's own words.
     struct Texts {
-        QString none;  ///< for a drop without a file
-        QString wrong; ///< for files of other kinds
-        QString noun;  ///< one of them
+        QString none;      ///< for a drop without a file
+        QString wrong;     ///< for files of other kinds
+        const char* added; ///< for as many as came, not yet translated
     };
     MediaShelf(const Services& with, Storage::Folder folder, Texts texts, QObject* parent);
 

@@ -1,5 +1,6 @@
 #include "panel/PanelModel.h"
 
+#include "base/Translation.h"
 #include "library/AppSettings.h"
 #include "panel/PanelModelWriting.h"
 #include "platform/ItemProvider.h"
@@ -16,18 +17,21 @@ using namespace std::chrono_literals;
 namespace {
 
 template <std::size_t Count>
-QString labelAt(const std::array<QStringView, Count>& labels, int value) {
-    return labels[static_cast<std::size_t>(value)].toString();
+QString labelAt(const std::array<const char*, Count>& labels, int value) {
+    return translate("Panel", labels[static_cast<std::size_t>(value)]);
 }
 
 } // namespace
 
 QString PanelModel::label(Tab tab) {
-    return labelAt<2>({u"Import", u"Library"}, static_cast<int>(tab));
+    return labelAt<2>({QT_TRANSLATE_NOOP("Panel", "Import"), QT_TRANSLATE_NOOP("Panel", "Library")},
+                      static_cast<int>(tab));
 }
 
 QString PanelModel::label(LibraryKind kind) {
-    return labelAt<4>({u"Images", u"Videos", u"Audio", u"Blocks"}, static_cast<int>(kind));
+    return labelAt<4>({QT_TRANSLATE_NOOP("Panel", "Images"), QT_TRANSLATE_NOOP("Panel", "Videos"),
+                       QT_TRANSLATE_NOOP("Panel", "Audio"), QT_TRANSLATE_NOOP("Panel", "Blocks")},
+                      static_cast<int>(kind));
 }
 
 PanelModel::PanelModel(const Collaborators& with, QObject* parent)

@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "drag/DropReader.h"
 #include "library/AppSettings.h"
 #include "panel/PanelModel.h"
@@ -13,12 +14,6 @@ namespace quillary {
 namespace fs = std::filesystem;
 
 namespace {
-
-const QString nothingReadable = QStringLiteral("Nothing readable in that drop.");
-const QString dropPictures = QStringLiteral("Drop PNG, TIFF, JPEG, SVG or PDF files.");
-const QString unreadableFile = QStringLiteral("Could not read that file.");
-const QString tryAnother = QStringLiteral("Try a PNG, TIFF, JPEG, SVG or PDF.");
-const QString unreadableImage = QStringLiteral("Could not read that image.");
 
 /// The best type under which a picture comes as data.
 QString imageType(const platform::ItemProvider& item) {
@@ -59,7 +54,8 @@ void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
         DropReader::fileURLs(items, this, [this](const std::vector<fs::path>& urls) { saveToLibrary(urls); });
         break;
     case DropReader::Contents::nothing:
-        fail(nothingReadable, dropPictures);
+        fail(translate("Panel", "Nothing readable in that drop."),
+             translate("Panel", "Drop PNG, TIFF, JPEG, SVG or PDF files."));
         break;
     }
 }
@@ -75,7 +71,8 @@ void PanelModel::stageDropped(const platform::ItemProvider& item) {
     if (item.fileURL()) {
         load([file = *item.fileURL(), longEdge, origin = item.webOrigin()](std::stop_token stop) -> State {
             if (auto image = ImageIntake::read(file, longEdge, stop)) return withOrigin(*std::move(image), origin);
-            return Failed{unreadableFile, tryAnother};
+            return Failed{translate("Panel", "Could not read that file."),
+                          translate("Panel", "Try a PNG, TIFF, JPEG, SVG or PDF.")};
         });
         return;
     }
@@ -84,7 +81,7 @@ void PanelModel::stageDropped(const platform::ItemProvider& item) {
           name = item.suggestedName().value_or(PastedImage::defaultName())](std::stop_token stop) -> State {
         if (auto image = ImageIntake::read(data, name, type, longEdge, stop))
             return withOrigin(*std::move(image), origin);
-        return Failed{unreadableImage, std::nullopt};
+        return Failed{translate("Panel", "Could not read that image."), std::nullopt};
     });
 }
 
@@ -106,14 +103,15 @@ void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
 }
 
 void PanelModel::importFiles(LibraryKind kind) {
-    const QString message = kind == LibraryKind::audio    ? QStringLiteral("Choose sounds to add to your library.")
-                            : kind == LibraryKind::videos ? QStringLiteral("Choose video files to add to your library.")
-                                                          : QStringLiteral("Choose images to add to your library.");
-    m_chooser.ask(this,
-                  {.kind = platform::FileChooser::Kind::files, .message = message, .accept = QStringLiteral("Import")},
-                  [this](const std::vector<fs::path>& chosen) {
-                      if (!chosen.empty()) saveToLibrary(chosen);
-                  });
+    const QString message = kind == LibraryKind::audio ? translate("Panel", "Choose sounds to add to your library.")
+                            : kind == LibraryKind::videos
+                                ? translate("Panel", "Choose video files to add to your library.")
+                                : translate("Panel", "Choose images to add to your library.");
+    m_chooser.ask(
+        this, {.kind = platform::FileChooser::Kind::files, .message = message, .accept = translate("Panel", "Import")},
+        [this](const std::vector<fs::path>& chosen) {
+            if (!chosen.empty()) saveToLibrary(chosen);
+        });
 }
 
 void PanelModel::finishBatch(const BatchResult& result) {

@@ -1,5 +1,6 @@
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "library/AppSettings.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
@@ -13,20 +14,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const QString clipsMessage = QStringLiteral("Final Cut clips can’t be pasted");
-const QString clipsHint = QStringLiteral("Drag the compound clip from the browser instead.");
-
 QString withoutSlashes(QString name) {
     name.replace(u'/', u'-').replace(u':', u'-');
     return name.trimmed();
 }
 
-const QString unreadable = QStringLiteral("Could not read that image.");
-
 PanelModel::State stateOf(std::expected<PastedImage, ImageIntakeError> image) {
     if (image) return *std::move(image);
     const QString message = image.error().description();
-    return PanelModel::Failed{message.isEmpty() ? unreadable : message, image.error().recoverySuggestion()};
+    return PanelModel::Failed{message.isEmpty() ? translate("Panel", "Could not read that image.") : message,
+                              image.error().recoverySuggestion()};
 }
 
 } // namespace
@@ -78,7 +75,9 @@ void PanelModel::load(const Maker& make) {
 
 void PanelModel::paste() {
     load([contents = m_clipboard.contents(), longEdge = m_settings.vectorLongEdge()](std::stop_token stop) -> State {
-        if (FCPXMLPasteboard::holdsFinalCutClips(*contents)) return Failed{clipsMessage, clipsHint};
+        if (FCPXMLPasteboard::holdsFinalCutClips(*contents))
+            return Failed{translate("Panel", "Final Cut clips can’t be pasted"),
+                          translate("Panel", "Drag the compound clip from the browser instead.")};
         return stateOf(ImageIntake::read(*contents, longEdge, stop));
     });
 }
@@ -160,7 +159,8 @@ void PanelModel::saveCurrentToLibrary() {
                       &storage = m_storage]() -> std::expected<QString, QString> {
         const auto written = storage.write(image, Storage::Folder::images, collection);
         if (!written) return std::unexpected(written.error().description());
-        return cutout ? QStringLiteral("Cutout saved to your library") : QStringLiteral("Saved to your library");
+        return cutout ? translate("Panel", "Cutout saved to your library")
+                      : translate("Panel", "Saved to your library");
     });
 }
 
@@ -252,7 +252,7 @@ QString PanelModel::stagedBadge() const {
     const auto* image = std::get_if<PastedImage>(&m_state);
     if (!image) return {};
     if (m_showCutout && hasCutout())
-        return QStringLiteral("cutout · ") + (m_cutoutMethod ? label(*m_cutoutMethod).toLower() : QString());
+        return translate("Panel", "cutout · %1").arg(m_cutoutMethod ? label(*m_cutoutMethod).toLower() : QString());
     return image->hasAlphaChannel ? QStringLiteral("RGBA") : QStringLiteral("RGB");
 }
 

@@ -1,6 +1,7 @@
 #include "panel/SettingsModel.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 #include "library/AppSettings.h"
 #include "library/Storage.h"
 #include "platform/FileChooser.h"
@@ -73,7 +74,7 @@ bool SettingsModel::chosenFolderUnavailable() const {
 }
 
 QString SettingsModel::recentLimitLabel(int limit) {
-    return limit == 0 ? QStringLiteral("Never delete") : QStringLiteral("%1 images").arg(limit);
+    return limit == 0 ? translate("Settings", "Never delete") : translate("Settings", "%n image(s)", nullptr, limit);
 }
 
 void SettingsModel::chooseRecentLimit(int limit) {
@@ -112,9 +113,10 @@ void SettingsModel::useDefaultLocation() {
 void SettingsModel::chooseLocation() {
     if (m_copyJob.copying()) return;
     platform::FileChooser::Question question{
-        .message = QStringLiteral("Choose where to keep the Quillary folder. A folder called “Quillary” is created "
+        .message =
+            translate("Settings", "Choose where to keep the Quillary folder. A folder called “Quillary” is created "
                                   "inside whatever you pick."),
-        .accept = QStringLiteral("Use Folder"),
+        .accept = translate("Settings", "Use Folder"),
     };
     if (const auto root = m_storage.root()) question.start = root->parent_path();
     m_chooser.ask(this, question, [this](const std::vector<std::filesystem::path>& picked) {
@@ -149,8 +151,8 @@ void SettingsModel::showInFiles() {
 void SettingsModel::chooseSubjectModel() {
     platform::FileChooser::Question question{
         .kind = platform::FileChooser::Kind::files,
-        .message = QStringLiteral("Choose the ONNX file that finds subjects."),
-        .accept = QStringLiteral("Use File"),
+        .message = translate("Settings", "Choose the ONNX file that finds subjects."),
+        .accept = translate("Settings", "Use File"),
     };
     const std::filesystem::path current = m_settings.subjectModel();
     if (!current.empty()) question.start = current.parent_path();

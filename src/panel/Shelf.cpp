@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "base/Translation.h"
 
 #include <QThread>
 
@@ -23,7 +24,8 @@ std::expected<Value, QString> described(std::expected<Value, StorageError> resul
 /// What several files have to tell: the first reason, and how many more there are.
 QString told(const QStringList& reasons) {
     if (reasons.size() < 2) return reasons.value(0);
-    return reasons.front() + QStringLiteral(" · and %1 more").arg(reasons.size() - 1);
+    const qsizetype others = reasons.size() - 1;
+    return reasons.front() + translate("Shelf", " · and %n more", nullptr, others);
 }
 
 } // namespace
@@ -223,7 +225,7 @@ void Shelf::rename(const QString& url, const QString& name) {
             const auto renamed = verbs.rename(file, name);
             if (!renamed) return {.problem = renamed.error()};
             return {.relocations = {{file, *renamed}},
-                    .note = QStringLiteral("Renamed to “%1”").arg(shownStem(*renamed))};
+                    .note = translate("Shelf", "Renamed to “%1”").arg(shownStem(*renamed))};
         });
 }
 
@@ -255,7 +257,7 @@ void Shelf::remove(const QStringList& urls) {
 void Shelf::createCollection(const QString& name) {
     run([path = Storage::sanitize(name)](const FileVerbs& verbs) -> Outcome {
         if (verbs.createCollection(path)) return {.created = path};
-        return {.problem = QStringLiteral("Could not create the collection “%1”.").arg(path)};
+        return {.problem = translate("Shelf", "Could not create the collection “%1”.").arg(path)};
     });
 }
 
@@ -297,7 +299,7 @@ std::expected<fs::path, QString> Shelf::fileToDrag(const LibraryItem& item) {
     std::error_code ignored;
     if (fs::exists(item.url.path(), ignored)) return item.url;
     refresh();
-    return std::unexpected(QStringLiteral("“%1” is no longer there.").arg(shownStem(item.url)));
+    return std::unexpected(translate("Shelf", "“%1” is no longer there.").arg(shownStem(item.url)));
 }
 
 void Shelf::fillDrag(DragRequest* request, const QString& url) {

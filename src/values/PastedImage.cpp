@@ -1,6 +1,7 @@
 #include "values/PastedImage.h"
 
 #include "base/Text.h"
+#include "base/Translation.h"
 
 #include <algorithm>
 
@@ -9,17 +10,21 @@ namespace quillary {
 namespace {
 
 struct Provenance {
-    QString operator()(const PastedImage::File& file) const { return QStringLiteral("File · ") + shown(file.url); }
+    QString operator()(const PastedImage::File& file) const {
+        return translate("PastedImage", "File · %1").arg(shown(file.url));
+    }
     QString operator()(const PastedImage::RasterizedVector& vector) const {
-        return QStringLiteral("Rasterized from ") + vector.origin;
+        return translate("PastedImage", "Rasterized from %1").arg(vector.origin);
     }
     QString operator()(const PastedImage::Bitmap& bitmap) const {
-        return QStringLiteral("Clipboard bitmap · ") + bitmap.type;
+        return translate("PastedImage", "Clipboard bitmap · %1").arg(bitmap.type);
     }
 };
 
-const QString smallPicture =
-    QStringLiteral("Small for a 4K timeline — fine at this size on screen, soft if you scale it up.");
+QString smallPicture() {
+    return translate("PastedImage", "Small for a 4K timeline — fine at this size on screen, soft if you scale it up.");
+}
+
 constexpr double softBelow = 1000; ///< pixels of the longer side
 
 } // namespace
@@ -38,7 +43,7 @@ QString PastedImage::provenance() const {
 }
 
 std::optional<QString> PastedImage::resolutionWarning() const {
-    return std::max(pixelSize.width(), pixelSize.height()) < softBelow ? std::optional(smallPicture) : std::nullopt;
+    return std::max(pixelSize.width(), pixelSize.height()) < softBelow ? std::optional(smallPicture()) : std::nullopt;
 }
 
 } // namespace quillary

@@ -1,5 +1,7 @@
 #include "xml/Document.h"
 
+#include "base/Translation.h"
+
 #include <libxml/parser.h>
 #include <libxml/xmlsave.h>
 #include <libxml/xpath.h>
@@ -32,7 +34,7 @@ void initialize() {
 
 XmlError errorOf(const xmlError& error) {
     if (error.code == XML_ERR_NO_MEMORY) return {XmlError::Kind::noMemory};
-    const QString reason = error.message ? QString::fromUtf8(error.message).trimmed() : QStringLiteral("no content");
+    const QString reason = error.message ? QString::fromUtf8(error.message).trimmed() : translate("Xml", "no content");
     return {XmlError::Kind::malformed, reason, error.line};
 }
 

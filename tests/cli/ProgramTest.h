@@ -67,7 +67,9 @@ protected:
         variables.insert(u"XDG_DATA_HOME"_s, home + u"/data"_s);
         variables.insert(u"XDG_CACHE_HOME"_s, home + u"/cache"_s);
         variables.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-        variables.insert(u"PATH"_s, qEnvironmentVariable("PATH"));
+        for (const char* passed : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"})
+            if (qEnvironmentVariableIsSet(passed))
+                variables.insert(QString::fromLatin1(passed), qEnvironmentVariable(passed));
         return variables;
     }
 

@@ -69,6 +69,8 @@ class Program:
             "HOME": self.home, "LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"],
             "XDG_CONFIG_HOME": os.path.join(self.home, "config"), "XDG_CACHE_HOME": os.path.join(self.home, "cache"),
             "XDG_RUNTIME_DIR": self.home,
+            # What a run with sanitizers tells them.
+            **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
         }
 
     def start(self, *words, library=None, extra=None):

@@ -45,7 +45,9 @@ def writes(line):
 def traced(program, log, *words):
     command = ["strace", "-f", "-qq", "-y", "-s", "4096", "-e", f"trace={CALLS}", "-e", "signal=none", "-o", log, program.path,
                "--json", "--library", program.library, *words]
-    environment = {**program.environment, "QT_QPA_PLATFORM": "offscreen", "TMPDIR": os.path.join(program.folder, "tmp")}
+    environment = {**program.environment, "QT_QPA_PLATFORM": "offscreen", "TMPDIR": os.path.join(program.folder, "tmp"),
+                   # Leaks cannot be looked for in a process that is traced.
+                   "LSAN_OPTIONS": "detect_leaks=0"}
     done = subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.PIPE, timeout=300)
     return done

@@ -1,8 +1,11 @@
+#include "base/Translation.h"
+
 #include <QGuiApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QGuiApplication application(argc, argv);
+    quillary::installEnglish();
     return RUN_ALL_TESTS();
 }

@@ -48,7 +48,7 @@ ShelfMenu {
     MenuItem {
         dangerous: true
         symbol: "trash"
-        text: menu.several ? qsTr("Delete %1 blocks").arg(menu.urls.length) : qsTr("Delete")
+        text: menu.several ? qsTr("Delete %n blocks", "", menu.urls.length) : qsTr("Delete")
 
         onTriggered: menu.shelf.remove(menu.urls)
     }

@@ -32,7 +32,7 @@ Item {
 
         anchors.right: parent.right
         anchors.rightMargin: Theme.gap
-        text: banner.aliases.blockedAliasCount === 1 ? qsTr("Allow folder") : qsTr("Allow %1 folders").arg(banner.aliases.blockedAliasCount)
+        text: qsTr("Allow %n folder(s)", "", banner.aliases.blockedAliasCount)
         y: 4
 
         onClicked: banner.aliases.grantAccessToBlockedAlias()

@@ -37,7 +37,7 @@ Item {
         height: parent.height
         secondary: true
         small: true
-        text: (bar.matches === 1 ? qsTr("1 match") : qsTr("%1 matches").arg(bar.matches)) + bar.where
+        text: qsTr("%n match(es)", "", bar.matches) + bar.where
         visible: bar.shelf.filtered
     }
     TextButton {

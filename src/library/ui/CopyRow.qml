@@ -26,7 +26,7 @@ Item {
         height: parent.height
         secondary: true
         small: true
-        text: row.count === 1 ? qsTr("1 file") : qsTr("%1 files").arg(row.count)
+        text: qsTr("%n file(s)", "", row.count)
     }
     Toggle {
         id: toggle

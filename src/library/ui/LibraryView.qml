@@ -49,7 +49,7 @@ ShelfView {
     ]
     emptyActions: Button {
         anchors.horizontalCenter: parent?.horizontalCenter
-        text: qsTr("Browse %1 built-in icons").arg(library.model.imagesShelf.builtInCount)
+        text: qsTr("Browse %n built-in icons", "", library.model.imagesShelf.builtInCount)
         visible: library.nothingSaved && library.model.imagesShelf.builtInCount > 0
 
         onClicked: library.shelf.pick(Shelf.Place.BuiltIn, library.model.imagesShelf.builtInSets[0])

@@ -57,7 +57,7 @@ Item {
                 Accessible.ignored: true
                 font.weight: Font.DemiBold
                 height: parent.height
-                text: qsTr("%1 selected").arg(bar.shelf.selection.count)
+                text: qsTr("%n selected", "", bar.shelf.selection.count)
                 x: handle.carries ? 15 + Theme.smallGap : 0
             }
             FileDragSource {

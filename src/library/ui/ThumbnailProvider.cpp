@@ -1,6 +1,7 @@
 #include "library/ui/ThumbnailProvider.h"
 
 #include "base/FileUrl.h"
+#include "base/Translation.h"
 #include "imaging/Thumbnail.h"
 
 #include <QPainter>
@@ -48,7 +49,7 @@ public:
         return m_image.isNull() ? nullptr : QQuickTextureFactory::textureFactoryForImage(m_image);
     }
     QString errorString() const override {
-        return m_image.isNull() ? QStringLiteral("There is no picture of this file.") : QString();
+        return m_image.isNull() ? translate("Library", "There is no picture of this file.") : QString();
     }
     void cancel() override {
         m_request->stop.request_stop();

@@ -29,7 +29,7 @@ Item {
         anchors.verticalCenter: volume.verticalCenter
         secondary: true
         small: true
-        text: qsTr("reading %1").arg(footer.remaining)
+        text: qsTr("reading %n", "", footer.remaining)
         visible: footer.remaining > 0
     }
     ProgressBar {

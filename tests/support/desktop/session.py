@@ -116,7 +116,7 @@ class Session:
     def __init__(self, wayland=False, size="1280x800", environment=None):
         self.wayland = wayland
         self.size = size
-        self.environment = {**os.environ, **(environment or {})}
+        self.environment = {**os.environ, "LANGUAGE": "", **(environment or {})}
         self._processes = []
         self._folder = None
 

@@ -1,0 +1,1703 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>AliasBanner</name>
+    <message>
+        <source>An alias here points outside your library folder</source>
+        <translation>Ein Alias hier führt aus dem Mediathek-Ordner hinaus</translation>
+    </message>
+    <message numerus="yes">
+        <source>Allow %n folder(s)</source>
+        <translation>
+            <numerusform>Ordner erlauben</numerusform>
+            <numerusform>%n Ordner erlauben</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>AudioFooter</name>
+    <message>
+        <source>Drop audio files, or add them in the Finder</source>
+        <translation>Audiodateien hier ablegen oder im Finder hinzufügen</translation>
+    </message>
+    <message>
+        <source>Click to play · drag the waveform to scrub · drag the handle into Final Cut</source>
+        <translation>Klicken: abspielen · Wellenform ziehen: suchen · Griff in Final Cut ziehen</translation>
+    </message>
+    <message numerus="yes">
+        <source>reading %n</source>
+        <translation>
+            <numerusform>noch %n</numerusform>
+            <numerusform>noch %n</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Preview volume</source>
+        <translation>Lautstärke der Vorschau</translation>
+    </message>
+</context>
+<context>
+    <name>AudioRow</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Aus Favoriten entfernen</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Zu Favoriten hinzufügen</translation>
+    </message>
+    <message>
+        <source>Drag into Final Cut</source>
+        <translation>In Final Cut ziehen</translation>
+    </message>
+</context>
+<context>
+    <name>AudioView</name>
+    <message>
+        <source>you already keep them in — subfolders become collections.</source>
+        <translation>in denen sie schon liegen – Unterordner werden Sammlungen.</translation>
+    </message>
+    <message>
+        <source>Drop sound effects here, or point Library/Audio at the folders</source>
+        <translation>Soundeffekte hier ablegen oder Library/Audio auf die Ordner zeigen lassen,</translation>
+    </message>
+    <message>
+        <source>No audio yet</source>
+        <translation>Noch kein Audio</translation>
+    </message>
+    <message>
+        <source>folders</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Audio dropped in while this collection is selected is filed here.</source>
+        <translation>Audio, das bei gewählter Sammlung abgelegt wird, kommt hierher.</translation>
+    </message>
+    <message>
+        <source>New audio collection</source>
+        <translation>Neue Audio-Sammlung</translation>
+    </message>
+    <message>
+        <source>Rename sound</source>
+        <translation>Sound umbenennen</translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation>Sortieren</translation>
+    </message>
+</context>
+<context>
+    <name>BatchSave</name>
+    <message numerus="yes">
+        <source>Saved %n</source>
+        <comment>images</comment>
+        <translation>
+            <numerusform>%n gesichert</numerusform>
+            <numerusform>%n gesichert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n video(s) to Videos</source>
+        <translation>
+            <numerusform>%n Video zu Videos</numerusform>
+            <numerusform>%n Videos zu Videos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sound(s) to Audio</source>
+        <translation>
+            <numerusform>%n Sound zu Audio</numerusform>
+            <numerusform>%n Sounds zu Audio</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n already in your library</source>
+        <translation>
+            <numerusform>%n schon in der Mediathek</numerusform>
+            <numerusform>%n schon in der Mediathek</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>couldn&apos;t read %n</source>
+        <translation>
+            <numerusform>%n nicht lesbar</numerusform>
+            <numerusform>%n nicht lesbar</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing to save.</source>
+        <translation>Nichts zu sichern.</translation>
+    </message>
+</context>
+<context>
+    <name>BlockMenu</name>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Aus Favoriten entfernen</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Zu Favoriten hinzufügen</translation>
+    </message>
+    <message>
+        <source>Replace poster frame</source>
+        <translation>Standbild ersetzen</translation>
+    </message>
+    <message>
+        <source>Paste poster frame</source>
+        <translation>Standbild einsetzen</translation>
+    </message>
+    <message>
+        <source>Remove poster frame</source>
+        <translation>Standbild entfernen</translation>
+    </message>
+    <message>
+        <source>Move to…</source>
+        <translation>Bewegen nach …</translation>
+    </message>
+    <message numerus="yes">
+        <source>Delete %n blocks</source>
+        <translation>
+            <numerusform>%n Block löschen</numerusform>
+            <numerusform>%n Blöcke löschen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation>Umbenennen …</translation>
+    </message>
+</context>
+<context>
+    <name>BlockTile</name>
+    <message>
+        <source>%1. %2</source>
+        <translation>%1. %2</translation>
+    </message>
+    <message>
+        <source>Glidemark preset</source>
+        <translation>Glidemark-Vorlage</translation>
+    </message>
+    <message>
+        <source>Drag a block onto the timeline, then ⇧⌘G to break it apart</source>
+        <translation>Block auf die Timeline ziehen, dann mit ⇧⌘G auflösen</translation>
+    </message>
+</context>
+<context>
+    <name>BlockedAliases</name>
+    <message numerus="yes">
+        <source>Access granted — %1, %n more folder(s) to allow</source>
+        <translation>
+            <numerusform>Zugriff erlaubt – %1, noch %n Ordner zu erlauben</numerusform>
+            <numerusform>Zugriff erlaubt – %1, noch %n Ordner zu erlauben</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Access granted — %1</source>
+        <translation>Zugriff erlaubt – %1</translation>
+    </message>
+    <message>
+        <source>“%1” points at %2.
+
+Choose that folder, or a folder above it — picking a parent grants everything inside it at once, so other aliases on the same drive will not need asking again.</source>
+        <translation>„%1“ führt zu %2.
+
+Wählen Sie diesen Ordner oder einen darüber – ein übergeordneter Ordner erlaubt auf einmal alles, was darin liegt, sodass für andere Aliasse auf demselben Laufwerk keine Nachfrage mehr nötig ist.</translation>
+    </message>
+    <message>
+        <source>Grant Access</source>
+        <translation>Zugriff erlauben</translation>
+    </message>
+</context>
+<context>
+    <name>Blocks</name>
+    <message>
+        <source>Couldn’t copy the media for “%1”</source>
+        <translation>Die Medien für „%1“ konnten nicht kopiert werden</translation>
+    </message>
+    <message>
+        <source>“%1” is already saved</source>
+        <translation>„%1“ ist bereits gesichert</translation>
+    </message>
+    <message>
+        <source>That isn’t a Final Cut clip</source>
+        <translation>Das ist kein Final-Cut-Clip</translation>
+    </message>
+    <message>
+        <source>%1 is not a block.</source>
+        <translation>%1 ist kein Block.</translation>
+    </message>
+    <message>
+        <source>Couldn’t read that image</source>
+        <translation>Dieses Bild konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>Not enough memory</source>
+        <translation>Nicht genug Speicher</translation>
+    </message>
+    <message>
+        <source>Could not read %1: %2</source>
+        <translation>%1 konnte nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>not a file</source>
+        <translation>keine Datei</translation>
+    </message>
+    <message>
+        <source>The document is too large.</source>
+        <translation>Das Dokument ist zu groß.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n layer(s)</source>
+        <translation>
+            <numerusform>%n Ebene</numerusform>
+            <numerusform>%n Ebenen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source> · %1s</source>
+        <comment>seconds</comment>
+        <translation> · %1 s</translation>
+    </message>
+    <message>
+        <source>That drag carried no Final Cut clip</source>
+        <translation>Darin war kein Final-Cut-Clip</translation>
+    </message>
+    <message numerus="yes">
+        <source>Saved %n block(s)</source>
+        <translation>
+            <numerusform>%n Block gesichert</numerusform>
+            <numerusform>%n Blöcke gesichert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation>Wird gesichert …</translation>
+    </message>
+    <message>
+        <source>No image on the clipboard — take a screenshot first (⌘⇧4)</source>
+        <translation>Kein Bild in der Zwischenablage – erst ein Bildschirmfoto aufnehmen (⌘⇧4)</translation>
+    </message>
+    <message>
+        <source>Poster set</source>
+        <translation>Standbild gesetzt</translation>
+    </message>
+    <message>
+        <source>“%1” is no longer there.</source>
+        <translation>„%1“ ist nicht mehr da.</translation>
+    </message>
+</context>
+<context>
+    <name>BlocksView</name>
+    <message>
+        <source>drag it from the browser onto this panel, then ⌘Z to undo the compound.</source>
+        <translation>aus der Übersicht auf dieses Fenster ziehen, dann ⌘Z.</translation>
+    </message>
+    <message>
+        <source>In Final Cut: select your clips, press ⌥G to make a compound clip,</source>
+        <translation>In Final Cut: Clips auswählen, mit ⌥G zusammensetzen,</translation>
+    </message>
+    <message>
+        <source>No blocks yet</source>
+        <translation>Noch keine Blöcke</translation>
+    </message>
+    <message>
+        <source>folders</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Drag a block onto the timeline, then ⇧⌘G to break it apart</source>
+        <translation>Block auf die Timeline ziehen, dann mit ⇧⌘G auflösen</translation>
+    </message>
+    <message>
+        <source>Drag a compound clip from Final Cut’s browser</source>
+        <translation>Zusammengesetzten Clip aus der Übersicht von Final Cut hierher ziehen</translation>
+    </message>
+    <message>
+        <source>Blocks dropped in while this collection is selected are filed here.</source>
+        <translation>Blöcke, die bei gewählter Sammlung abgelegt werden, kommen hierher.</translation>
+    </message>
+    <message>
+        <source>New block collection</source>
+        <translation>Neue Block-Sammlung</translation>
+    </message>
+    <message>
+        <source>Rename block</source>
+        <translation>Block umbenennen</translation>
+    </message>
+    <message>
+        <source>Saving</source>
+        <translation>Wird gesichert</translation>
+    </message>
+    <message>
+        <source>Needs Glidemark</source>
+        <translation>Benötigt Glidemark</translation>
+    </message>
+    <message>
+        <source>Screenshot the Final Cut viewer, then click this (or press ⌘V)</source>
+        <translation>Bildschirmfoto des Final-Cut-Viewers aufnehmen, dann hier klicken (oder ⌘V)</translation>
+    </message>
+    <message>
+        <source>Replace poster</source>
+        <translation>Standbild ersetzen</translation>
+    </message>
+    <message>
+        <source>Paste poster frame</source>
+        <translation>Standbild einsetzen</translation>
+    </message>
+</context>
+<context>
+    <name>ChooserSheet</name>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>In this folder</source>
+        <translation>In diesem Ordner</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>CollectionMoveMenu</name>
+    <message>
+        <source>Move to</source>
+        <translation>Bewegen nach</translation>
+    </message>
+</context>
+<context>
+    <name>ContextBar</name>
+    <message>
+        <source> in %1</source>
+        <translation> in %1</translation>
+    </message>
+    <message>
+        <source> in Unfiled</source>
+        <translation> ohne Sammlung</translation>
+    </message>
+    <message>
+        <source> in Recent</source>
+        <translation> in Zuletzt</translation>
+    </message>
+    <message>
+        <source> in all %1</source>
+        <translation> in allen (%1)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n match(es)</source>
+        <translation>
+            <numerusform>%n Treffer</numerusform>
+            <numerusform>%n Treffer</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
+    <name>CopyRow</name>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n Datei</numerusform>
+            <numerusform>%n Dateien</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>CopySheet</name>
+    <message>
+        <source>Copy your files to the new location?</source>
+        <translation>Dateien an den neuen Ort kopieren?</translation>
+    </message>
+    <message>
+        <source>Copying leaves the originals where they are, so switching back later finds everything still there. Files already at the new location are left alone rather than duplicated.
+
+Taking Blocks always brings their media in Final Cut Elements along, even if you leave the rest of that shelf behind — moving one without the other would take them offline.</source>
+        <translation>Beim Kopieren bleiben die Originale, wo sie sind; wer später zurückwechselt, findet alles wieder vor. Dateien, die am neuen Ort schon liegen, werden nicht verdoppelt.
+
+Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst wenn der Rest dieser Ablage zurückbleibt – das eine ohne das andere ginge offline.</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>Videos</source>
+        <translation>Videos</translation>
+    </message>
+    <message>
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message>
+        <source>Blocks</source>
+        <translation>Blöcke</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>Don&apos;t Copy</source>
+        <translation>Nicht kopieren</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+</context>
+<context>
+    <name>Cutout</name>
+    <message>
+        <source>The cutout was cancelled.</source>
+        <translation>Das Freistellen wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Could not read that image.</source>
+        <translation>Dieses Bild konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>No subject found to cut out.</source>
+        <translation>Es wurde kein Motiv zum Freistellen gefunden.</translation>
+    </message>
+    <message>
+        <source>This works on a subject against a background — a logo, a product, a person. A flat graphic that already fills the frame has nothing to separate.</source>
+        <translation>Das geht mit einem Motiv vor einem Hintergrund – einem Logo, einem Produkt, einer Person. Eine flächige Grafik, die schon das ganze Bild füllt, hat nichts zu trennen.</translation>
+    </message>
+    <message>
+        <source>Could not apply the mask.</source>
+        <translation>Die Maske konnte nicht angewendet werden.</translation>
+    </message>
+    <message>
+        <source>Could not render the cutout.</source>
+        <translation>Der Freisteller konnte nicht gezeichnet werden.</translation>
+    </message>
+    <message>
+        <source>Flat background</source>
+        <translation>Einfarbiger Hintergrund</translation>
+    </message>
+    <message>
+        <source>Subject</source>
+        <translation>Motiv</translation>
+    </message>
+    <message>
+        <source>Could not rebuild the image.</source>
+        <translation>Das Bild konnte nicht neu aufgebaut werden.</translation>
+    </message>
+    <message>
+        <source>out of memory</source>
+        <translation>zu wenig Speicher</translation>
+    </message>
+    <message>
+        <source>Could not look for a subject: %1.</source>
+        <translation>Ein Motiv konnte nicht gesucht werden: %1.</translation>
+    </message>
+    <message>
+        <source>The subject model “%1” cannot be used: %2.</source>
+        <translation>Das Motiv-Modell „%1“ kann nicht verwendet werden: %2.</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>die Datei gibt es nicht</translation>
+    </message>
+</context>
+<context>
+    <name>CutoutButton</name>
+    <message>
+        <source>Cut Out Again</source>
+        <translation>Neu freistellen</translation>
+    </message>
+    <message>
+        <source>Remove Background</source>
+        <translation>Freistellen</translation>
+    </message>
+    <message>
+        <source>Cutout method</source>
+        <translation>Methode zum Freistellen</translation>
+    </message>
+    <message>
+        <source>Flat background</source>
+        <translation>Einfarbiger Hintergrund</translation>
+    </message>
+    <message>
+        <source>Subject (photo)</source>
+        <translation>Motiv (Foto)</translation>
+    </message>
+    <message>
+        <source>Clean edge colour</source>
+        <translation>Kantenfarbe bereinigen</translation>
+    </message>
+    <message>
+        <source>Also clear enclosed areas</source>
+        <translation>Auch Eingeschlossenes entfernen</translation>
+    </message>
+    <message>
+        <source>Trim transparent border</source>
+        <translation>Transparenten Rand beschneiden</translation>
+    </message>
+</context>
+<context>
+    <name>CutoutRow</name>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Cutout</source>
+        <translation>Freisteller</translation>
+    </message>
+    <message>
+        <source>Shown picture</source>
+        <translation>Gezeigtes Bild</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>Kante</translation>
+    </message>
+</context>
+<context>
+    <name>EdgeLabel</name>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>tighter</source>
+        <translation>enger</translation>
+    </message>
+</context>
+<context>
+    <name>FileMenu</name>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Aus Favoriten entfernen</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Zu Favoriten hinzufügen</translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation>Umbenennen …</translation>
+    </message>
+    <message>
+        <source>Move to…</source>
+        <translation>Bewegen nach …</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>FileRow</name>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Aus Favoriten entfernen</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Zu Favoriten hinzufügen</translation>
+    </message>
+</context>
+<context>
+    <name>FilterBar</name>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>Unfiled</source>
+        <translation>Ohne Sammlung</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Choose a collection</source>
+        <translation>Sammlung wählen</translation>
+    </message>
+    <message>
+        <source>Collection: %1</source>
+        <translation>Sammlung: %1</translation>
+    </message>
+    <message>
+        <source>Showing favorites only</source>
+        <translation>Nur Favoriten werden gezeigt</translation>
+    </message>
+    <message>
+        <source>Show favorites only</source>
+        <translation>Nur Favoriten zeigen</translation>
+    </message>
+</context>
+<context>
+    <name>FolderGrid</name>
+    <message>
+        <source>Folders</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>FolderMenu</name>
+    <message>
+        <source>Collections</source>
+        <translation>Sammlungen</translation>
+    </message>
+</context>
+<context>
+    <name>FolderMenuList</name>
+    <message>
+        <source>Collections</source>
+        <translation>Sammlungen</translation>
+    </message>
+    <message>
+        <source>New Collection…</source>
+        <translation>Neue Sammlung …</translation>
+    </message>
+</context>
+<context>
+    <name>FolderRow</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>FormatChip</name>
+    <message>
+        <source>Only %1</source>
+        <translation>Nur %1</translation>
+    </message>
+</context>
+<context>
+    <name>ImageIntake</name>
+    <message>
+        <source>Could not read %1.</source>
+        <translation>%1 konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>No image on the clipboard.</source>
+        <translation>Kein Bild in der Zwischenablage.</translation>
+    </message>
+    <message>
+        <source>That image had no pixels.</source>
+        <translation>Dieses Bild hatte keine Pixel.</translation>
+    </message>
+    <message>
+        <source>Copy an image — from a browser, a screenshot, Figma, Slack — then paste again.</source>
+        <translation>Ein Bild kopieren – aus dem Browser, ein Bildschirmfoto, aus Figma oder Slack – und dann erneut einsetzen.</translation>
+    </message>
+    <message>
+        <source>Try a PNG, TIFF or JPEG.</source>
+        <translation>Ein PNG, TIFF oder JPEG versuchen.</translation>
+    </message>
+</context>
+<context>
+    <name>ImageMenu</name>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Aus Favoriten entfernen</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Zu Favoriten hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove Background…</source>
+        <translation>Freistellen …</translation>
+    </message>
+    <message>
+        <source>Rotate &amp; Flip</source>
+        <translation>Drehen &amp; Spiegeln</translation>
+    </message>
+    <message>
+        <source>Rotate Left</source>
+        <translation>Nach links drehen</translation>
+    </message>
+    <message>
+        <source>Rotate Right</source>
+        <translation>Nach rechts drehen</translation>
+    </message>
+    <message>
+        <source>Flip Horizontal</source>
+        <translation>Horizontal spiegeln</translation>
+    </message>
+    <message>
+        <source>Flip Vertical</source>
+        <translation>Vertikal spiegeln</translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation>Umbenennen …</translation>
+    </message>
+    <message>
+        <source>Save to My Library</source>
+        <translation>In meiner Mediathek sichern</translation>
+    </message>
+    <message>
+        <source>Remove from Recent</source>
+        <translation>Aus Zuletzt entfernen</translation>
+    </message>
+    <message>
+        <source>Remove from Library</source>
+        <translation>Aus der Mediathek entfernen</translation>
+    </message>
+    <message>
+        <source>Move to…</source>
+        <translation>Bewegen nach …</translation>
+    </message>
+</context>
+<context>
+    <name>ImageTransform</name>
+    <message>
+        <source>Rotate Left</source>
+        <translation>Nach links drehen</translation>
+    </message>
+    <message>
+        <source>Rotate Right</source>
+        <translation>Nach rechts drehen</translation>
+    </message>
+    <message>
+        <source>Flip Horizontal</source>
+        <translation>Horizontal spiegeln</translation>
+    </message>
+    <message>
+        <source>Flip Vertical</source>
+        <translation>Vertikal spiegeln</translation>
+    </message>
+</context>
+<context>
+    <name>ImportButton</name>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Import image files…</source>
+        <translation>Bilddateien importieren …</translation>
+    </message>
+    <message>
+        <source>Import sounds…</source>
+        <translation>Sounds importieren …</translation>
+    </message>
+    <message>
+        <source>Import video files…</source>
+        <translation>Videodateien importieren …</translation>
+    </message>
+</context>
+<context>
+    <name>ImportProgress</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+</context>
+<context>
+    <name>ImportTab</name>
+    <message>
+        <source>Videos, sounds and compound clips from Final Cut can be dragged in here too</source>
+        <translation>Auch Videos, Sounds und zusammengesetzte Clips aus Final Cut lassen sich hierher ziehen</translation>
+    </message>
+</context>
+<context>
+    <name>IntakeNameField</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+</context>
+<context>
+    <name>Library</name>
+    <message>
+        <source>There is no picture of this file.</source>
+        <translation>Von dieser Datei gibt es kein Bild.</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryShelvesView</name>
+    <message>
+        <source>Shelf</source>
+        <translation>Ablage</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryTile</name>
+    <message>
+        <source>Drag into Final Cut · click to select</source>
+        <translation>In Final Cut ziehen · Klick wählt aus</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryView</name>
+    <message>
+        <source>Already have a collection? Point the library at that drive in Settings and move your files into Library/Images. Folders you make there become collections.</source>
+        <translation>Gibt es schon eine Sammlung? Die Mediathek in den Einstellungen auf dieses Laufwerk legen und die Dateien nach Library/Images bewegen. Ordner, die dort angelegt werden, sind Sammlungen.</translation>
+    </message>
+    <message>
+        <source>Drop a folder of images here, or save the one you pasted</source>
+        <translation>Einen Ordner mit Bildern hier ablegen oder das eingesetzte Bild sichern</translation>
+    </message>
+    <message>
+        <source>Images you move here will show up</source>
+        <translation>Hierher bewegte Bilder erscheinen hier</translation>
+    </message>
+    <message>
+        <source>Nothing saved yet</source>
+        <translation>Noch nichts gesichert</translation>
+    </message>
+    <message>
+        <source>Collections are folders inside your library, so you can also see them in the Finder.</source>
+        <translation>Sammlungen sind Ordner in der Mediathek und damit auch im Finder zu sehen.</translation>
+    </message>
+    <message>
+        <source>New collection</source>
+        <translation>Neue Sammlung</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Rename image</source>
+        <translation>Bild umbenennen</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alle auswählen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Browse %n built-in icons</source>
+        <translation>
+            <numerusform>%n mitgeliefertes Symbol ansehen</numerusform>
+            <numerusform>%n mitgelieferte Symbole ansehen</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>LoadedFooter</name>
+    <message>
+        <source>Paste</source>
+        <translation>Einsetzen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Save to Library</source>
+        <translation>In Mediathek sichern</translation>
+    </message>
+</context>
+<context>
+    <name>Media</name>
+    <message>
+        <source>The file couldn’t be read.</source>
+        <translation>Die Datei konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>Die Datei ist leer.</translation>
+    </message>
+    <message>
+        <source>The file is damaged or of an unknown kind.</source>
+        <translation>Die Datei ist beschädigt oder von unbekannter Art.</translation>
+    </message>
+    <message>
+        <source>The file holds no sound.</source>
+        <translation>Die Datei enthält keinen Ton.</translation>
+    </message>
+    <message>
+        <source>The file holds no video.</source>
+        <translation>Die Datei enthält kein Video.</translation>
+    </message>
+    <message>
+        <source>There is no decoder for this kind of file.</source>
+        <translation>Für diese Art von Datei gibt es keinen Decoder.</translation>
+    </message>
+    <message>
+        <source>The file holds nothing to play.</source>
+        <translation>Die Datei enthält nichts zum Abspielen.</translation>
+    </message>
+    <message>
+        <source>The decoders are missing; reinstall the program.</source>
+        <translation>Die Decoder fehlen; bitte das Programm neu installieren.</translation>
+    </message>
+    <message>
+        <source>Stopped.</source>
+        <translation>Angehalten.</translation>
+    </message>
+    <message>
+        <source>There is no sound output.</source>
+        <translation>Es gibt keine Tonausgabe.</translation>
+    </message>
+    <message>
+        <source>The sound output doesn’t take this sound.</source>
+        <translation>Die Tonausgabe nimmt diesen Sound nicht an.</translation>
+    </message>
+</context>
+<context>
+    <name>NameSheet</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>Panel</name>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Mediathek</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>Videos</source>
+        <translation>Videos</translation>
+    </message>
+    <message>
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message>
+        <source>Blocks</source>
+        <translation>Blöcke</translation>
+    </message>
+    <message>
+        <source>Nothing readable in that drop.</source>
+        <translation>Darin war nichts Lesbares.</translation>
+    </message>
+    <message>
+        <source>Drop PNG, TIFF, JPEG, SVG or PDF files.</source>
+        <translation>PNG-, TIFF-, JPEG-, SVG- oder PDF-Dateien ablegen.</translation>
+    </message>
+    <message>
+        <source>Could not read that file.</source>
+        <translation>Diese Datei konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Try a PNG, TIFF, JPEG, SVG or PDF.</source>
+        <translation>Ein PNG, TIFF, JPEG, SVG oder PDF versuchen.</translation>
+    </message>
+    <message>
+        <source>Could not read that image.</source>
+        <translation>Dieses Bild konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Choose sounds to add to your library.</source>
+        <translation>Sounds für die Mediathek wählen.</translation>
+    </message>
+    <message>
+        <source>Choose video files to add to your library.</source>
+        <translation>Videodateien für die Mediathek wählen.</translation>
+    </message>
+    <message>
+        <source>Choose images to add to your library.</source>
+        <translation>Bilder für die Mediathek wählen.</translation>
+    </message>
+    <message>
+        <source>Final Cut clips can’t be pasted</source>
+        <translation>Final-Cut-Clips lassen sich nicht einsetzen</translation>
+    </message>
+    <message>
+        <source>Drag the compound clip from the browser instead.</source>
+        <translation>Den zusammengesetzten Clip stattdessen aus der Übersicht ziehen.</translation>
+    </message>
+    <message>
+        <source>Cutout saved to your library</source>
+        <translation>Freisteller in der Mediathek gesichert</translation>
+    </message>
+    <message>
+        <source>Saved to your library</source>
+        <translation>In der Mediathek gesichert</translation>
+    </message>
+    <message>
+        <source>cutout · %1</source>
+        <translation>freigestellt · %1</translation>
+    </message>
+</context>
+<context>
+    <name>PanelView</name>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Mediathek</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>PastedImage</name>
+    <message>
+        <source>File · %1</source>
+        <translation>Datei · %1</translation>
+    </message>
+    <message>
+        <source>Rasterized from %1</source>
+        <translation>Gerastert aus %1</translation>
+    </message>
+    <message>
+        <source>Clipboard bitmap · %1</source>
+        <translation>Bitmap aus der Zwischenablage · %1</translation>
+    </message>
+    <message>
+        <source>Small for a 4K timeline — fine at this size on screen, soft if you scale it up.</source>
+        <translation>Klein für eine 4K-Timeline – in dieser Größe gut, vergrößert unscharf.</translation>
+    </message>
+</context>
+<context>
+    <name>PathBar</name>
+    <message>
+        <source>Path</source>
+        <translation>Pfad</translation>
+    </message>
+</context>
+<context>
+    <name>Picker</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>RecentLimitAlert</name>
+    <message>
+        <source>Old projects may stop opening properly</source>
+        <translation>Alte Projekte öffnen sich womöglich nicht mehr richtig</translation>
+    </message>
+    <message>
+        <source>Deleting files from Recent cannot be undone. If Final Cut is set to “Leave files in place”, any project using a deleted graphic will show it as missing — often months later.
+
+Keep Never delete if you want old projects to always open. Or set Final Cut → Settings → Import → Files to “Copy to library”, which makes Final Cut keep its own copy of every graphic, and then a limit here is harmless.</source>
+        <translation>Das Löschen aus „Zuletzt“ lässt sich nicht rückgängig machen. Steht Final Cut auf „Dateien am Speicherort belassen“, fehlt eine gelöschte Grafik in jedem Projekt, das sie verwendet – oft erst Monate später.
+
+Mit „Nie löschen“ öffnen sich alte Projekte immer. Oder in Final Cut unter Einstellungen → Importieren → Dateien „In Mediathek kopieren“ wählen: Dann behält Final Cut eine eigene Kopie jeder Grafik, und eine Grenze hier schadet nicht.</translation>
+    </message>
+    <message>
+        <source>Set a Limit</source>
+        <translation>Grenze setzen</translation>
+    </message>
+    <message>
+        <source>Keep Never Delete</source>
+        <translation>Weiterhin nie löschen</translation>
+    </message>
+</context>
+<context>
+    <name>SearchField</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Clear the search</source>
+        <translation>Suche leeren</translation>
+    </message>
+</context>
+<context>
+    <name>SelectionBar</name>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>%n ausgewählt</numerusform>
+            <numerusform>%n ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Move to</source>
+        <translation>Bewegen nach</translation>
+    </message>
+    <message>
+        <source>Deselect</source>
+        <translation>Auswahl aufheben</translation>
+    </message>
+</context>
+<context>
+    <name>Settings</name>
+    <message>
+        <source>Never delete</source>
+        <translation>Nie löschen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s)</source>
+        <translation>
+            <numerusform>%n Bild</numerusform>
+            <numerusform>%n Bilder</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose where to keep the Quillary folder. A folder called “Quillary” is created inside whatever you pick.</source>
+        <translation>Wählen Sie, wo der Quillary-Ordner liegen soll. Am gewählten Ort wird ein Ordner namens „Quillary“ angelegt.</translation>
+    </message>
+    <message>
+        <source>Use Folder</source>
+        <translation>Ordner verwenden</translation>
+    </message>
+    <message>
+        <source>Choose the ONNX file that finds subjects.</source>
+        <translation>Wählen Sie die ONNX-Datei, die Motive findet.</translation>
+    </message>
+    <message>
+        <source>Use File</source>
+        <translation>Datei verwenden</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsView</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>A folder called “Quillary” is created wherever you choose, with Library/Images, Library/Videos, Library/Blocks and Recent inside it.
+
+If you already have graphics and clips collected somewhere, point this at that drive and move your files into Images and Videos with the Finder — folders you make in there become collections. The panel picks them all up next time it opens. Nothing has to be imported one at a time. Put it on a media drive to keep every graphic for a job in one place — dragging into Final Cut works from anywhere, because a drag carries its own permission with it.</source>
+        <translation>Am gewählten Ort wird ein Ordner namens „Quillary“ angelegt, darin Library/Images, Library/Videos, Library/Blocks und Recent.
+
+Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die Dateien im Finder nach Images und Videos bewegen – dort angelegte Ordner werden Sammlungen. Beim nächsten Öffnen sind sie alle da; nichts muss einzeln importiert werden. Auf einem Medienlaufwerk liegen alle Grafiken eines Auftrags beisammen – in Final Cut ziehen geht von überall, denn ein Drag bringt seine eigene Erlaubnis mit.</translation>
+    </message>
+    <message>
+        <source>Library location</source>
+        <translation>Ort der Mediathek</translation>
+    </message>
+    <message>
+        <source>Not available</source>
+        <translation>Nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>Library folder</source>
+        <translation>Mediathek-Ordner</translation>
+    </message>
+    <message>
+        <source>Your chosen folder is not available — an external drive may be disconnected. Using the default location until it is back.</source>
+        <translation>Der gewählte Ordner ist nicht verfügbar – vielleicht ist ein externes Laufwerk nicht angeschlossen. Bis es zurück ist, gilt der Standardort.</translation>
+    </message>
+    <message>
+        <source>Choose the folder that holds the library</source>
+        <translation>Ordner wählen, der die Mediathek enthält</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Wählen …</translation>
+    </message>
+    <message>
+        <source>Show in Files</source>
+        <translation>In Dateien anzeigen</translation>
+    </message>
+    <message>
+        <source>Use Default</source>
+        <translation>Standardort</translation>
+    </message>
+    <message>
+        <source>Copying your files…</source>
+        <translation>Dateien werden kopiert …</translation>
+    </message>
+    <message>
+        <source>Everything you drag into Final Cut is saved here automatically, so you can find it again even if you never saved it deliberately. Your Library is never pruned — only Recent is.</source>
+        <translation>Alles, was in Final Cut gezogen wird, wird hier von selbst gesichert und findet sich wieder, auch wenn es nie bewusst gesichert wurde. Aufgeräumt wird nur „Zuletzt“, die Mediathek nie.</translation>
+    </message>
+    <message>
+        <source>Keep in Recent</source>
+        <translation>In „Zuletzt“ behalten</translation>
+    </message>
+    <message>
+        <source>Before setting a limit, check Final Cut → Settings → Import → Files. If it says “Leave files in place”, your projects point straight at these files and deleting one takes that graphic offline — keep Never delete. Only cap it if Final Cut is set to copy media into your library.</source>
+        <translation>Vor einer Grenze in Final Cut unter Einstellungen → Importieren → Dateien nachsehen. Steht dort „Dateien am Speicherort belassen“, verweisen die Projekte auf genau diese Dateien, und jede gelöschte geht offline – dann „Nie löschen“ beibehalten. Eine Grenze nur setzen, wenn Final Cut Medien in die Mediathek kopiert.</translation>
+    </message>
+    <message>
+        <source>Final Cut cannot read SVG or PDF, so they are converted on the way in. 4096 suits artwork that fills the frame; 1024 or 2048 is plenty for icons and keeps a large library much lighter for Final Cut to decode.</source>
+        <translation>Final Cut liest weder SVG noch PDF, deshalb werden sie beim Hereinkommen umgewandelt. 4096 passt für Grafiken, die das Bild füllen; 1024 oder 2048 reichen für Symbole und machen eine große Mediathek für Final Cut viel leichter.</translation>
+    </message>
+    <message>
+        <source>Rasterize vectors at</source>
+        <translation>Vektoren rastern mit</translation>
+    </message>
+    <message>
+        <source>Subjects are found without any file. A model of your own in an ONNX file that gives a mask of the subject finds them better.</source>
+        <translation>Motive werden auch ohne Datei gefunden. Ein eigenes Modell in einer ONNX-Datei, das eine Maske des Motivs liefert, findet sie besser.</translation>
+    </message>
+    <message>
+        <source>Find subjects with</source>
+        <translation>Motive finden mit</translation>
+    </message>
+    <message>
+        <source>Use None</source>
+        <translation>Keins verwenden</translation>
+    </message>
+    <message>
+        <source>Choose a model</source>
+        <translation>Modell wählen</translation>
+    </message>
+    <message>
+        <source>No model</source>
+        <translation>Kein Modell</translation>
+    </message>
+    <message>
+        <source>Model that finds subjects</source>
+        <translation>Modell, das Motive findet</translation>
+    </message>
+    <message>
+        <source>Import is the default because it is the urgent direction — something is on the clipboard and you want it in Final Cut. The Library is one click away either way.</source>
+        <translation>Vorgabe ist Import, weil das die eilige Richtung ist – etwas liegt in der Zwischenablage und soll in Final Cut. Die Mediathek ist so oder so nur einen Klick entfernt.</translation>
+    </message>
+    <message>
+        <source>Open on the Library</source>
+        <translation>Mit der Mediathek öffnen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+</context>
+<context>
+    <name>Shelf</name>
+    <message>
+        <source>Newest</source>
+        <translation>Neueste</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Shortest</source>
+        <translation>Kürzeste</translation>
+    </message>
+    <message>
+        <source>Longest</source>
+        <translation>Längste</translation>
+    </message>
+    <message>
+        <source>%1s</source>
+        <comment>seconds</comment>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>Nothing readable in that drop</source>
+        <translation>Darin war nichts Lesbares</translation>
+    </message>
+    <message>
+        <source>Those aren’t audio files</source>
+        <translation>Das sind keine Audiodateien</translation>
+    </message>
+    <message numerus="yes">
+        <source>Added %n sound(s)</source>
+        <translation>
+            <numerusform>%n Sound hinzugefügt</numerusform>
+            <numerusform>%n Sounds hinzugefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>“%1” is not there any more</source>
+        <translation>„%1“ ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>%1 saved to your library</source>
+        <translation>%1 in der Mediathek gesichert</translation>
+    </message>
+    <message numerus="yes">
+        <source> · %n image(s)</source>
+        <translation>
+            <numerusform> · %n Bild</numerusform>
+            <numerusform> · %n Bilder</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>“%1” could not be changed</source>
+        <translation>„%1“ konnte nicht geändert werden</translation>
+    </message>
+    <message numerus="yes">
+        <source> · %n could not be changed</source>
+        <translation>
+            <numerusform> · %n nicht geändert</numerusform>
+            <numerusform> · %n nicht geändert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>That drag carried no Final Cut clip</source>
+        <translation>Darin war kein Final-Cut-Clip</translation>
+    </message>
+    <message numerus="yes">
+        <source> · and %n more</source>
+        <translation>
+            <numerusform> · und %n weitere</numerusform>
+            <numerusform> · und %n weitere</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Renamed to “%1”</source>
+        <translation>Umbenannt in „%1“</translation>
+    </message>
+    <message>
+        <source>Could not create the collection “%1”.</source>
+        <translation>Die Sammlung „%1“ konnte nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>“%1” is no longer there.</source>
+        <translation>„%1“ ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>Those aren’t video files</source>
+        <translation>Das sind keine Videodateien</translation>
+    </message>
+    <message numerus="yes">
+        <source>Added %n video(s)</source>
+        <translation>
+            <numerusform>%n Video hinzugefügt</numerusform>
+            <numerusform>%n Videos hinzugefügt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ShelfItem</name>
+    <message>
+        <source>%1, favorite</source>
+        <translation>%1, Favorit</translation>
+    </message>
+</context>
+<context>
+    <name>ShelfMenu</name>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy Path</source>
+        <translation>Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>Show in Files</source>
+        <translation>In Dateien anzeigen</translation>
+    </message>
+    <message>
+        <source>Copy Credits</source>
+        <translation>Quellenangaben kopieren</translation>
+    </message>
+</context>
+<context>
+    <name>ShelfView</name>
+    <message>
+        <source>Files you move here will show up</source>
+        <translation>Hierher bewegte Dateien erscheinen hier</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Everything you drag out is kept here</source>
+        <translation>Alles, was herausgezogen wird, bleibt hier erhalten</translation>
+    </message>
+    <message>
+        <source>Nothing matches</source>
+        <translation>Keine Treffer</translation>
+    </message>
+    <message>
+        <source>Nothing here yet</source>
+        <translation>Hier ist noch nichts</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>Anlegen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+</context>
+<context>
+    <name>Stage</name>
+    <message>
+        <source>Videos, sounds and Final Cut compound clips can be dragged in too</source>
+        <translation>Auch Videos, Sounds und zusammengesetzte Clips aus Final Cut lassen sich hierher ziehen</translation>
+    </message>
+    <message>
+        <source>⌘V, or drag one in</source>
+        <translation>⌘V oder eines hierher ziehen</translation>
+    </message>
+    <message>
+        <source>Paste an image</source>
+        <translation>Bild einsetzen</translation>
+    </message>
+    <message>
+        <source>Reading the image…</source>
+        <translation>Bild wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Stop cutting out</source>
+        <translation>Freistellen abbrechen</translation>
+    </message>
+    <message>
+        <source>Cutting out…</source>
+        <translation>Wird freigestellt …</translation>
+    </message>
+</context>
+<context>
+    <name>StagedMenu</name>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy Path</source>
+        <translation>Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>Show in Files</source>
+        <translation>In Dateien anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>StagedPicture</name>
+    <message>
+        <source>Drag into Final Cut</source>
+        <translation>In Final Cut ziehen</translation>
+    </message>
+</context>
+<context>
+    <name>Storage</name>
+    <message numerus="yes">
+        <source>Copied %n file(s)</source>
+        <translation>
+            <numerusform>%n Datei kopiert</numerusform>
+            <numerusform>%n Dateien kopiert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>, skipped %n already there</source>
+        <translation>
+            <numerusform>, %n schon vorhanden übersprungen</numerusform>
+            <numerusform>, %n schon vorhandene übersprungen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>, %n could not be copied</source>
+        <translation>
+            <numerusform>, %n nicht kopiert</numerusform>
+            <numerusform>, %n nicht kopiert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Could not write %1: %2</source>
+        <translation>%1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Could not open the Quillary folder.</source>
+        <translation>Der Quillary-Ordner konnte nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Could not encode that image as PNG.</source>
+        <translation>Dieses Bild konnte nicht als PNG kodiert werden.</translation>
+    </message>
+    <message>
+        <source>%1 is a folder.</source>
+        <translation>%1 ist ein Ordner.</translation>
+    </message>
+    <message>
+        <source>%1 is not in the library.</source>
+        <translation>%1 liegt nicht in der Mediathek.</translation>
+    </message>
+    <message>
+        <source>Could not delete %1: %2</source>
+        <translation>%1 konnte nicht gelöscht werden: %2</translation>
+    </message>
+    <message>
+        <source>Could not move %1: %2</source>
+        <translation>%1 konnte nicht bewegt werden: %2</translation>
+    </message>
+    <message>
+        <source>Recent has no collections.</source>
+        <translation>„Zuletzt“ hat keine Sammlungen.</translation>
+    </message>
+    <message>
+        <source>Could not create the folder “%1”: %2</source>
+        <translation>Der Ordner „%1“ konnte nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>Could not read %1.</source>
+        <translation>%1 konnte nicht gelesen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>VideosView</name>
+    <message>
+        <source>You can also put files straight into Library/Videos in the Finder.</source>
+        <translation>Dateien lassen sich auch im Finder direkt nach Library/Videos legen.</translation>
+    </message>
+    <message>
+        <source>Drop clips here, or drag a single clip out of Final Cut’s browser.</source>
+        <translation>Clips hier ablegen oder einen einzelnen Clip aus der Übersicht von Final Cut ziehen.</translation>
+    </message>
+    <message>
+        <source>No videos yet</source>
+        <translation>Noch keine Videos</translation>
+    </message>
+    <message>
+        <source>folders</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Drop video files, or drag one clip from Final Cut’s browser</source>
+        <translation>Videodateien ablegen oder einen Clip aus der Übersicht von Final Cut ziehen</translation>
+    </message>
+    <message>
+        <source>Drag a clip onto the timeline</source>
+        <translation>Clip auf die Timeline ziehen</translation>
+    </message>
+    <message>
+        <source>Videos dropped in while this collection is selected are filed here.</source>
+        <translation>Videos, die bei gewählter Sammlung abgelegt werden, kommen hierher.</translation>
+    </message>
+    <message>
+        <source>New video collection</source>
+        <translation>Neue Video-Sammlung</translation>
+    </message>
+    <message>
+        <source>Rename video</source>
+        <translation>Video umbenennen</translation>
+    </message>
+</context>
+<context>
+    <name>Xml</name>
+    <message>
+        <source>no content</source>
+        <translation>kein Inhalt</translation>
+    </message>
+    <message>
+        <source>The document is too large.</source>
+        <translation>Das Dokument ist zu groß.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for the document.</source>
+        <translation>Für das Dokument ist nicht genug Speicher da.</translation>
+    </message>
+    <message>
+        <source>Not a well-formed XML document: line %1, %2</source>
+        <translation>Kein wohlgeformtes XML-Dokument: Zeile %1, %2</translation>
+    </message>
+    <message>
+        <source>Not a well-formed XML document: %1</source>
+        <translation>Kein wohlgeformtes XML-Dokument: %1</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::AudioShelf</name>
+    <message>
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::BlocksShelf</name>
+    <message>
+        <source>Blocks</source>
+        <translation>Blöcke</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::FileActions</name>
+    <message>
+        <source>Nothing is known of where this came from</source>
+        <translation>Woher das stammt, ist nicht bekannt</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::FolderListModel</name>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Unfiled</source>
+        <translation>Ohne Sammlung</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::ImagesShelf</name>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::PanelModel</name>
+    <message>
+        <source>Image: %1</source>
+        <translation>Bild: %1</translation>
+    </message>
+    <message>
+        <source>Page: %1</source>
+        <translation>Seite: %1</translation>
+    </message>
+</context>
+<context>
+    <name>quillary::VideoShelf</name>
+    <message>
+        <source>Videos</source>
+        <translation>Videos</translation>
+    </message>
+</context>
+</TS>

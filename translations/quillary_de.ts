@@ -1170,6 +1170,10 @@ Mit „Nie löschen“ öffnen sich alte Projekte immer. Oder in Final Cut unter
         <source>Deselect</source>
         <translation>Auswahl aufheben</translation>
     </message>
+    <message>
+        <source>Drag all selected files</source>
+        <translation>Alle ausgewählten Dateien ziehen</translation>
+    </message>
 </context>
 <context>
     <name>Settings</name>

@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "PanelStage.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/Clips.h"
@@ -241,6 +242,7 @@ private:
 
 int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
+    quillary::installEnglish();
     if (argc < 2) {
         std::fprintf(stderr, "usage: panel_gallery FOLDER\n");
         return 2;

@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "PanelStage.h"
 #include "media/ClipFrames.h"
 #include "media/TestMedia.h"
@@ -140,6 +141,7 @@ private:
 
 int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
+    quillary::installEnglish();
     if (argc < 2) {
         std::fprintf(stderr, "usage: media_gallery FOLDER\n");
         return 2;

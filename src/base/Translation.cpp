@@ -11,7 +11,7 @@ const QString name = QStringLiteral("quillary");
 const QString separator = QStringLiteral("_");
 
 void install(std::unique_ptr<QTranslator> translator, bool loaded) {
-    if (loaded && QCoreApplication::installTranslator(translator.get())) translator.release();
+    if (loaded && QCoreApplication::installTranslator(translator.get())) static_cast<void>(translator.release());
 }
 
 } // namespace

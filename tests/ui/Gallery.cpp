@@ -1,5 +1,5 @@
-#include "base/Translation.h"
 #include "PanelStage.h"
+#include "base/Translation.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/Clips.h"
 #include "support/Jam.h"

@@ -1,5 +1,5 @@
-#include "base/Translation.h"
 #include "PanelStage.h"
+#include "base/Translation.h"
 #include "media/ClipFrames.h"
 #include "media/TestMedia.h"
 #include "support/FakeAudioOutput.h"

@@ -5,7 +5,7 @@
 #include <QColorSpace>
 #include <QImageWriter>
 #include <QtMath>
-#include <chrono>
+#include <ctime>
 #include <gtest/gtest.h>
 
 namespace quillary {
@@ -106,7 +106,7 @@ TEST(BitmapDecoder, RefusesWhatIsCutShort) {
 }
 
 TEST(BitmapDecoder, SurvivesBombs) {
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock(); // of the processor, which others may keep busy
     constexpr quint32 huge = 50'000;
     EXPECT_FALSE(BitmapDecoder::decode(test::pngHeader(huge, huge)));
     EXPECT_FALSE(BitmapDecoder::decode(test::pngHeader(0x7fffffff, 0x7fffffff)));
@@ -116,7 +116,7 @@ TEST(BitmapDecoder, SurvivesBombs) {
     if (read) {
         EXPECT_EQ(read->size(), QSize(2, 2));
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(8));
+    EXPECT_LT(std::clock() - start, 8 * CLOCKS_PER_SEC);
 }
 
 TEST(BitmapDecoder, StopsOnRequest) {

@@ -104,7 +104,11 @@ def main():
     with tempfile.TemporaryDirectory(prefix="quillary-soak-") as name:
         folder = Path(name)
         private = {f"XDG_{kind}_HOME": str(folder / kind.lower()) for kind in ("CONFIG", "CACHE", "DATA")}
+        private["PULSE_SERVER"] = f"unix:{folder}/sound"
         with Session(size="1200x700", environment=private) as desktop:
+            desktop.start(["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "-L",
+                           f"module-native-protocol-unix socket={folder}/sound", "-L", "module-null-sink sink_name=nul"])
+            wait_until(lambda: (folder / "sound").exists(), 20, "there is a sound server")
             day = Day(desktop, folder)
             begun, minute, rounds, used = time.monotonic(), 0, 0, []
             while time.monotonic() - begun < MINUTES * 60:

@@ -21,12 +21,9 @@ int hexDigit(char c) {
     return -1;
 }
 
-} // namespace
-
-QByteArray fileUrl(const std::filesystem::path& path) {
+void appendEncoded(QByteArray& url, std::string_view path) {
     constexpr char digits[] = "0123456789ABCDEF";
-    QByteArray url(scheme.data(), static_cast<qsizetype>(scheme.size()));
-    for (const char c : path.native()) {
+    for (const char c : path) {
         if (staysBare(c)) {
             url += c;
             continue;
@@ -36,20 +33,9 @@ QByteArray fileUrl(const std::filesystem::path& path) {
         url += digits[byte >> 4U];
         url += digits[byte & 15U];
     }
-    return url;
 }
 
-std::optional<std::filesystem::path> pathOfFileUrl(QByteArrayView url) {
-    std::string_view rest(url.data(), static_cast<std::size_t>(url.size()));
-    if (!rest.starts_with("file:")) return {};
-    rest.remove_prefix(5);
-    if (rest.starts_with("//")) {
-        rest.remove_prefix(2);
-        const auto host = rest.substr(0, rest.find('/'));
-        if (!host.empty() && host != "localhost") return {};
-        rest.remove_prefix(host.size());
-    }
-    if (!rest.starts_with('/')) return {};
+std::optional<std::string> decoded(std::string_view rest) {
     std::string path;
     path.reserve(rest.size());
     for (std::size_t i = 0; i < rest.size(); ++i) {
@@ -68,6 +54,48 @@ std::optional<std::filesystem::path> pathOfFileUrl(QByteArrayView url) {
     }
     if (path.find('\0') != std::string::npos) return {};
     return path;
+}
+
+bool hasScheme(std::string_view reference) {
+    const auto end = reference.find_first_of(":/?#");
+    return end != std::string_view::npos && reference[end] == ':';
+}
+
+} // namespace
+
+QByteArray fileUrl(const std::filesystem::path& path) {
+    QByteArray url(scheme.data(), static_cast<qsizetype>(scheme.size()));
+    appendEncoded(url, path.native());
+    return url;
+}
+
+std::optional<std::filesystem::path> pathOfFileUrl(QByteArrayView url) {
+    std::string_view rest(url.data(), static_cast<std::size_t>(url.size()));
+    if (!rest.starts_with("file:")) return {};
+    rest.remove_prefix(5);
+    if (rest.starts_with("//")) {
+        rest.remove_prefix(2);
+        const auto host = rest.substr(0, rest.find('/'));
+        if (!host.empty() && host != "localhost") return {};
+        rest.remove_prefix(host.size());
+    }
+    if (!rest.starts_with('/')) return {};
+    return decoded(rest);
+}
+
+QByteArray relativeReference(const std::filesystem::path& file, const std::filesystem::path& folder) {
+    QByteArray reference;
+    appendEncoded(reference, file.lexically_normal().lexically_relative(folder.lexically_normal()).native());
+    // What looks like a scheme is none behind a dot and a slash.
+    return hasScheme(reference.toStdString()) ? "./" + reference : reference;
+}
+
+std::optional<std::filesystem::path> pathOfReference(QByteArrayView reference, const std::filesystem::path& folder) {
+    const std::string_view text(reference.data(), static_cast<std::size_t>(reference.size()));
+    if (hasScheme(text)) return pathOfFileUrl(reference);
+    if (text.empty() || text.starts_with('/') || text.find_first_of("?#") != std::string_view::npos) return {};
+    const auto path = decoded(text);
+    return path ? std::optional((folder / *path).lexically_normal()) : std::nullopt;
 }
 
 } // namespace quillary

@@ -16,4 +16,12 @@ QByteArray fileUrl(const std::filesystem::path& path);
 /// or NUL.
 std::optional<std::filesystem::path> pathOfFileUrl(QByteArrayView url);
 
+/// A reference to a file from a document in `folder`, spelled likewise: a path relative to the folder, such as
+/// "../Media/a%20b.mov". Both are absolute.
+QByteArray relativeReference(const std::filesystem::path& file, const std::filesystem::path& folder);
+
+/// The absolute path behind a reference of a document in `folder`: a "file:" URL, or a relative one. Absent for other
+/// schemes and for whatever `pathOfFileUrl` refuses.
+std::optional<std::filesystem::path> pathOfReference(QByteArrayView reference, const std::filesystem::path& folder);
+
 } // namespace quillary

@@ -26,4 +26,20 @@ TEST(FileUrl, ReadsOnlyPathsOfThisMachine) {
         EXPECT_EQ(pathOfFileUrl(other), std::nullopt) << other;
 }
 
+TEST(FileUrl, RefersToFilesFromAFolder) {
+    const std::pair<std::filesystem::path, QByteArray> cases[] = {
+        {"/a/b/c d.mov", "c%20d.mov"},
+        {"/a/b/Media/ü.mov", "Media/%C3%BC.mov"},
+        {"/a/x.mov", "../x.mov"},
+        {"/a/b/c:d.mov", "./c:d.mov"},
+    };
+    for (const auto& [path, reference] : cases) {
+        EXPECT_EQ(relativeReference(path, "/a/b"), reference);
+        EXPECT_EQ(pathOfReference(reference, "/a/b"), path);
+        EXPECT_EQ(pathOfReference(fileUrl(path), "/elsewhere"), path);
+    }
+    for (const char* other : {"", "/x.mov", "https://a/b", "x:y", "a%2Fb", "a%00", "a?b", "a#b"})
+        EXPECT_EQ(pathOfReference(other, "/a/b"), std::nullopt) << other;
+}
+
 } // namespace quillary

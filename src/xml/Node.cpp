@@ -115,6 +115,14 @@ void Node::removeAttribute(const char* name) {
     if (isElement()) xmlUnsetNsProp(m_node, nullptr, chars(name));
 }
 
+std::vector<QByteArray> Node::attributeNames() const {
+    std::vector<QByteArray> names;
+    if (!isElement()) return names;
+    for (const xmlAttr* attribute = m_node->properties; attribute; attribute = attribute->next)
+        if (!attribute->ns) names.push_back(bytes(attribute->name));
+    return names;
+}
+
 QByteArray Node::text() const {
     if (!m_node) return {};
     if (isElement()) return TextReader().read(m_node->children);
@@ -168,6 +176,13 @@ void Node::append(Node child) {
     child.m_node->prev = last;
     (last ? last->next : m_node->children) = child.m_node;
     m_node->last = child.m_node;
+}
+
+Node Node::appendCopy(Node original) {
+    if (!isElement() || !original || original.m_node->doc != m_node->doc) return {};
+    Node copy(xmlDocCopyNode(original.m_node, m_node->doc, 1));
+    append(copy);
+    return copy;
 }
 
 void Node::remove() {

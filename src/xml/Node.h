@@ -33,6 +33,8 @@ public:
     /// Added behind the others, or changed in its place. What XML cannot hold (control characters) is left out.
     void setAttribute(const char* name, const QByteArray& value);
     void removeAttribute(const char* name);
+    /// Of those without a prefix, in document order.
+    std::vector<QByteArray> attributeNames() const;
 
     /// All the text within, resolved like an attribute.
     QByteArray text() const;
@@ -51,6 +53,9 @@ public:
     /// Takes a node of the same document, with all that is in it, from where it stands and makes it the last child. A
     /// node cannot become a child of itself or of what is in it.
     void append(Node child);
+    /// Makes a copy of a node of the same document, with all that is in it, the last child, and returns it. No node
+    /// when memory is short.
+    Node appendCopy(Node original);
     /// Removes it and all that is in it from the document. Handles of these are void afterwards.
     void remove();
 

@@ -33,6 +33,18 @@ void clearQuarantine(const std::filesystem::path& file);
 /// Bytes of a regular file, or of the one that a link leads to; absent for everything else.
 std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file);
 
+/// What tells whether a file is still the one that it was.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uintmax_t size = 0; ///< bytes
+    std::chrono::sys_time<std::chrono::nanoseconds> modified = {};
+
+    bool operator==(const FileStamp&) const = default;
+};
+/// Of a regular file, or of the one that a link leads to; absent for everything else.
+std::optional<FileStamp> fileStamp(const std::filesystem::path& file);
+
 /// Sets the content modification date to the current time.
 void stampNow(const std::filesystem::path& file);
 

@@ -92,7 +92,7 @@ private:
 std::expected<std::filesystem::path, FileError>
 moveToFreeName(const std::filesystem::path& source, const std::filesystem::path& folder, const NumberedName& names);
 
-/// Removes the temporary files that killed writers left directly in `folder`.
+/// Removes the temporary files and folders that killed writers left directly in `folder`.
 void removeAbandonedFiles(const std::filesystem::path& folder);
 
 /// Creates the folder and its parents. An existing folder is no error.

@@ -61,6 +61,14 @@ std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file)
     return static_cast<std::uintmax_t>(status.st_size);
 }
 
+std::optional<FileStamp> fileStamp(const std::filesystem::path& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    using namespace std::chrono;
+    return FileStamp{status.st_dev, status.st_ino, static_cast<std::uintmax_t>(status.st_size),
+                     sys_time<nanoseconds>(seconds(status.st_mtim.tv_sec) + nanoseconds(status.st_mtim.tv_nsec))};
+}
+
 void stampNow(const std::filesystem::path& file) {
     const std::array<timespec, 2> times{timespec{0, UTIME_OMIT}, timespec{0, UTIME_NOW}};
     utimensat(AT_FDCWD, file.c_str(), times.data(), 0);

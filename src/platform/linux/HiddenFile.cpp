@@ -31,7 +31,9 @@ void removeAbandonedFiles(const std::filesystem::path& folder) {
         const std::filesystem::path path = folder / name;
         const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
         // Whoever still writes it holds the lock.
-        if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) ::unlink(path.c_str());
+        if (!file || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0) continue;
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
     }
 }
 

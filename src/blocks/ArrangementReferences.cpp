@@ -1,7 +1,6 @@
 #include "base/Try.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockFiles.h"
-#include "library/ShelfIndex.h"
 #include "library/Storage.h"
 
 #include <algorithm>
@@ -34,15 +33,9 @@ std::optional<fs::path> found(const FCPXMLDocument::MediaReference& reference, c
     return elements.find(reference.uid, known ? file->filename().native() : std::string());
 }
 
-LibraryItems blockFiles(const fs::path& root) {
-    ShelfIndex index(root / Storage::blocksFolder(), Storage::blockExtensions, false);
-    index.refresh();
-    return *index.items();
-}
-
-/// Whether any reference changed.
-bool relink(FCPXMLDocument& document, const fs::path& oldRoot, const fs::path& root, FinalCutElements& elements) {
-    bool changed = false;
+/// How many references changed.
+int relink(FCPXMLDocument& document, const fs::path& oldRoot, const fs::path& root, FinalCutElements& elements) {
+    int changed = 0;
     for (auto& reference : document.media()) {
         const auto file = reference.file();
         const auto below = file ? placeBelow(oldRoot, *file) : std::nullopt;
@@ -53,18 +46,17 @@ bool relink(FCPXMLDocument& document, const fs::path& oldRoot, const fs::path& r
             target = found(reference, file, elements);
         if (!target || target == file) continue;
         reference.setFile(*target);
-        changed = true;
+        ++changed;
     }
     return changed;
 }
 
 /// In one step, keeping the date and whatever else is marked on the file. A block that is gone meanwhile stays gone.
-std::expected<void, platform::FileError> rewrite(const LibraryItem& block, const QByteArray& bytes) {
-    const fs::path file = block.url;
+std::expected<void, platform::FileError> rewrite(const fs::path& file, FileDate modified, const QByteArray& bytes) {
     PendingFile fresh = TRY(PendingFile::create(file.parent_path()));
     TRY(fresh.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
     TRY(fresh.copyAttributesFrom(file));
-    fresh.setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(block.modified));
+    fresh.setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(modified));
     TRY(fresh.sync());
     if (!isFile(file)) return std::unexpected(platform::FileError{ENOENT});
     TRY(fresh.replace(file));
@@ -97,12 +89,19 @@ bool isOneClip(const FCPXMLDocument& document) {
 
 } // namespace
 
+std::expected<FCPXMLDocument, ArrangementFailure> ArrangementStore::document(const fs::path& block) {
+    const fs::path root = TRY(m_storage.root());
+    FCPXMLDocument document = TRY(FCPXMLDocument::read(block));
+    FinalCutElements elements(root);
+    relink(document, {}, root, elements);
+    return document;
+}
+
 std::optional<QByteArray> ArrangementStore::xml(const fs::path& block) {
-    const auto root = m_storage.root();
-    auto document = FCPXMLDocument::read(block);
-    if (!root || !document) return {};
-    FinalCutElements elements(*root);
-    relink(*document, {}, *root, elements);
+    auto document = this->document(block);
+    if (!document) return {};
+    for (auto& reference : document->media())
+        if (reference.isRelative()) reference.setFile(*reference.file());
     for (const char* kind : {"asset", "media"}) {
         for (xml::Node element : document->elements(kind)) {
             element.removeAttribute("uid");
@@ -149,18 +148,34 @@ int ArrangementStore::relinkAll(const fs::path& oldRoot) {
     if (!root) return 0;
     FinalCutElements elements(*root);
     int written = 0;
-    for (const LibraryItem& block : blockFiles(*root)) {
+    for (const LibraryItem& block : blocksBelow(*root)) {
         auto document = FCPXMLDocument::read(block.url);
         if (!document || !relink(*document, oldRoot, *root, elements)) continue;
         const QByteArray bytes = document->serialize();
-        if (!bytes.isEmpty() && rewrite(block, bytes)) ++written;
+        if (!bytes.isEmpty() && rewrite(block.url, block.modified, bytes)) ++written;
     }
     return written;
 }
 
+std::expected<int, ArrangementFailure> ArrangementStore::useFoundMedia(const fs::path& block) {
+    const fs::path file = TRY(ownBlock(block));
+    const fs::path root = TRY(m_storage.root());
+    std::error_code failed;
+    const auto modified = std::chrono::file_clock::to_sys(fs::last_write_time(file, failed));
+    FCPXMLDocument document = TRY(FCPXMLDocument::read(file));
+    FinalCutElements elements(root);
+    const int changed = relink(document, {}, root, elements);
+    if (changed == 0) return 0;
+    const QByteArray bytes = document.serialize();
+    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(QStringLiteral("Not enough memory")));
+    const auto written = rewrite(file, std::chrono::time_point_cast<FileDate::duration>(modified), bytes);
+    if (!written) return std::unexpected(Failure(StorageError::couldNotWrite(file, written.error().description())));
+    return changed;
+}
+
 std::vector<fs::path> ArrangementStore::mediaOfBlocks(const fs::path& root) {
     std::set<fs::path> files;
-    for (const LibraryItem& block : blockFiles(root)) {
+    for (const LibraryItem& block : blocksBelow(root)) {
         const auto document = FCPXMLDocument::read(block.url);
         if (!document) continue;
         for (const auto& reference : document->media())

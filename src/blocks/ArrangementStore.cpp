@@ -44,7 +44,13 @@ std::expected<Arrangement, ArrangementFailure> ArrangementStore::save(QByteArray
                                                                       const std::optional<QString>& name,
                                                                       const std::optional<QString>& collection,
                                                                       const MediaProgress& progress) {
-    FCPXMLDocument document = TRY(FCPXMLDocument::parse(xml));
+    return save(TRY(FCPXMLDocument::parse(xml)), name, collection, progress);
+}
+
+std::expected<Arrangement, ArrangementFailure> ArrangementStore::save(FCPXMLDocument document,
+                                                                      const std::optional<QString>& name,
+                                                                      const std::optional<QString>& collection,
+                                                                      const MediaProgress& progress) {
     QString called = asked(name);
     if (called.isEmpty()) called = asked(document.derivedName());
     if (called.isEmpty()) called = QStringLiteral("Block");
@@ -113,10 +119,14 @@ std::expected<void, ArrangementFailure> ArrangementStore::makeSelfContained(FCPX
 
 std::vector<Arrangement> ArrangementStore::blocks() {
     const auto root = m_storage.root();
-    if (!root) return {};
-    ShelfIndex index(*root / Storage::blocksFolder(), Storage::blockExtensions, false);
-    index.refresh();
-    return BlockSummaries().read(*index.items());
+    return root ? BlockSummaries().read(blocksBelow(*root)) : std::vector<Arrangement>();
+}
+
+std::vector<fs::path> ArrangementStore::files() {
+    std::vector<fs::path> files;
+    if (const auto root = m_storage.root())
+        for (const LibraryItem& block : blocksBelow(*root)) files.push_back(block.url);
+    return files;
 }
 
 QStringList ArrangementStore::collections() {

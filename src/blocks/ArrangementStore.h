@@ -38,10 +38,15 @@ public:
     std::expected<Arrangement, Failure> save(QByteArrayView xml, const std::optional<QString>& name,
                                              const std::optional<QString>& collection,
                                              const MediaProgress& progress = {});
+    std::expected<Arrangement, Failure> save(FCPXMLDocument document, const std::optional<QString>& name,
+                                             const std::optional<QString>& collection,
+                                             const MediaProgress& progress = {});
 
     /// The stored blocks, newest first; what cannot be read is left out. Reads every document: a shelf that stays open
     /// keeps its BlockSummaries instead.
     std::vector<Arrangement> blocks();
+    /// The files of all blocks, newest first, unread.
+    std::vector<std::filesystem::path> files();
     /// Every collection folder, empty ones too, ascending.
     QStringList collections();
     /// False when the folder cannot be made.
@@ -69,6 +74,9 @@ public:
     /// read.
     std::optional<QByteArray> xml(const std::filesystem::path& block);
 
+    /// A block's document, or that of any other file, with media that moved found again. Nothing is written.
+    std::expected<FCPXMLDocument, Failure> document(const std::filesystem::path& block);
+
     /// The media file of a single clip, copied onto the shelf of its kind (into the collection when given). Absent when
     /// the clip is more than that one file: several assets or storyline elements, connected clips, titles, filters, a
     /// transform.
@@ -88,6 +96,10 @@ public:
     /// The files that the blocks below a library root refer to and that lie in "Final Cut Elements" there, each once,
     /// below the root.
     static std::vector<std::filesystem::path> mediaOfBlocks(const std::filesystem::path& root);
+
+    /// The same for media of one block that are missing: where they are found by their marks, the block is pointed at
+    /// them. Returns how many references changed.
+    std::expected<int, Failure> useFoundMedia(const std::filesystem::path& block);
 
     // --- Documents ------------------------------------------------------------------------------------------------
 

@@ -1,6 +1,7 @@
 #include "blocks/BlockFiles.h"
 
 #include "base/Text.h"
+#include "library/ShelfIndex.h"
 
 namespace quillary {
 
@@ -21,6 +22,12 @@ std::optional<QString> collectionOfBlock(const std::filesystem::path& block, con
     QStringList names;
     for (const auto& name : below) names.append(shown(name));
     return names.join(collectionSeparator.toString());
+}
+
+LibraryItems blocksBelow(const std::filesystem::path& root) {
+    ShelfIndex index(root / Storage::blocksFolder(), Storage::blockExtensions, false);
+    index.refresh();
+    return *index.items();
 }
 
 std::filesystem::path posterPath(const std::filesystem::path& block) {

@@ -27,6 +27,9 @@ inline NumberedName blockNames(const std::string& stem) {
 /// The collection path of a block that lies in the library at `root`; none at the top of the shelf.
 std::optional<QString> collectionOfBlock(const std::filesystem::path& block, const std::filesystem::path& root);
 
+/// The block files of the library at `root`, newest first, unread.
+LibraryItems blocksBelow(const std::filesystem::path& root);
+
 /// Where the poster of a block lies, whether there is one or not.
 std::filesystem::path posterPath(const std::filesystem::path& block);
 /// The content modification date of the poster; none without one.

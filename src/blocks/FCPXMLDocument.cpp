@@ -32,11 +32,17 @@ std::optional<QString> nameOf(xml::Node element) {
 
 std::optional<fs::path> FCPXMLDocument::MediaReference::file() const {
     const auto src = holder.attribute("src");
-    return src ? pathOfFileUrl(src->trimmed()) : std::nullopt;
+    if (!src) return {};
+    return folder ? pathOfReference(src->trimmed(), *folder) : pathOfFileUrl(src->trimmed());
 }
 
-void FCPXMLDocument::MediaReference::setFile(const fs::path& file) {
-    holder.setAttribute("src", fileUrl(file));
+bool FCPXMLDocument::MediaReference::isRelative() const {
+    const auto src = holder.attribute("src");
+    return src && file() && !pathOfFileUrl(src->trimmed());
+}
+
+void FCPXMLDocument::MediaReference::setFile(const fs::path& file, const std::optional<fs::path>& from) {
+    holder.setAttribute("src", from ? relativeReference(file, *from) : fileUrl(file));
     while (xml::Node bookmark = holder.firstElement("bookmark")) bookmark.remove();
 }
 
@@ -48,7 +54,11 @@ std::expected<FCPXMLDocument, ArrangementFailure> FCPXMLDocument::parse(QByteArr
 }
 
 std::expected<FCPXMLDocument, ArrangementFailure> FCPXMLDocument::read(const fs::path& file) {
-    return parse(TRY(bytesOf(file)));
+    const QByteArray bytes = TRY(bytesOf(file));
+    FCPXMLDocument document = TRY(parse(bytes));
+    std::error_code ignored;
+    document.m_folder = std::make_shared<const fs::path>(fs::absolute(file, ignored).parent_path());
+    return document;
 }
 
 std::expected<QByteArray, ArrangementFailure> FCPXMLDocument::bytesOf(const fs::path& file) {
@@ -108,8 +118,8 @@ std::vector<FCPXMLDocument::MediaReference> FCPXMLDocument::media() const {
         for (xml::Node child = asset.firstElement(); child; child = child.nextElement())
             if (child.isNamed("media-rep"))
                 found.push_back(
-                    {child, id, uid, child.attribute("kind").value_or("original-media") == "original-media"});
-        if (found.size() == before && asset.attribute("src")) found.push_back({asset, id, uid});
+                    {child, id, uid, child.attribute("kind").value_or("original-media") == "original-media", m_folder});
+        if (found.size() == before && asset.attribute("src")) found.push_back({asset, id, uid, true, m_folder});
     }
     return found;
 }

@@ -7,6 +7,7 @@
 #include <QString>
 #include <expected>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -27,11 +28,15 @@ public:
         QByteArray assetId;     ///< empty when it has none
         QByteArray uid;         ///< of the asset, empty when it has none
         bool isOriginal = true; ///< false for a proxy that stands beside the original
+        std::shared_ptr<const std::filesystem::path> folder = {}; ///< the document's, where it was read from a file
 
-        /// The file behind "src"; none when that is missing or no file of this machine.
+        /// The file behind "src"; none when that is missing or no file of this machine. What is relative counts from
+        /// the document's folder.
         std::optional<std::filesystem::path> file() const;
-        /// Points it at a file; the bookmark, which would name another one, goes.
-        void setFile(const std::filesystem::path& file);
+        bool isRelative() const;
+        /// Points it at a file, by its absolute URL or, where `from` is given, as it is reached from there; the
+        /// bookmark, which would name another one, goes.
+        void setFile(const std::filesystem::path& file, const std::optional<std::filesystem::path>& from = {});
     };
 
     static std::expected<FCPXMLDocument, ArrangementFailure> parse(QByteArrayView bytes);
@@ -42,6 +47,7 @@ public:
     /// The clip's own name, else that of the first compound media.
     std::optional<QString> derivedName() const;
 
+    xml::Node root() const { return m_document.root(); }
     /// What was dragged: the first element that is neither the resources nor the options of an import.
     xml::Node clip() const;
     /// The resource with this id; no node when there is none.
@@ -62,6 +68,7 @@ private:
     explicit FCPXMLDocument(xml::Document document) : m_document(std::move(document)) {}
 
     xml::Document m_document;
+    std::shared_ptr<const std::filesystem::path> m_folder; ///< none for bytes from elsewhere
 };
 
 } // namespace quillary

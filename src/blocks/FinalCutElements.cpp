@@ -79,10 +79,21 @@ const std::vector<FinalCutElements::Entry>& FinalCutElements::entries() {
     return *m_entries;
 }
 
+std::vector<fs::path> FinalCutElements::alike(const QByteArray& uid, const std::string& name) {
+    const auto& all = entries();
+    std::vector<fs::path> files;
+    const auto take = [&](const auto& range) {
+        for (auto at = range.first; at != range.second; ++at) files.push_back(all[at->second].path);
+    };
+    uid.isEmpty() ? take(m_byName.equal_range(name)) : take(m_byUID.equal_range(uid));
+    return files;
+}
+
 std::optional<fs::path> FinalCutElements::find(const QByteArray& uid, const std::string& likelyName) {
     const auto& all = entries();
     if (!uid.isEmpty())
-        if (const auto marked = m_byUID.find(uid); marked != m_byUID.end()) return all[marked->second].path;
+        if (const auto marked = m_byUID.lower_bound(uid); marked != m_byUID.end() && marked->first == uid)
+            return all[marked->second].path;
     // What bears another asset's mark is never taken for this one.
     const auto free = [&](std::size_t number) { return uid.isEmpty() || all[number].uid.isEmpty(); };
     const auto [first, last] = m_byName.equal_range(likelyName);

@@ -42,6 +42,9 @@ public:
     /// which is the last component of the reference that leads nowhere.
     std::optional<std::filesystem::path> find(const QByteArray& uid, const std::string& likelyName);
 
+    /// Every file that bears the UID's mark or, without a UID, that name.
+    std::vector<std::filesystem::path> alike(const QByteArray& uid, const std::string& name);
+
 private:
     struct Entry {
         std::filesystem::path path;
@@ -51,7 +54,7 @@ private:
 
     std::array<std::filesystem::path, 4> m_folders; ///< of Images, Videos, Audio, Recent
     std::optional<std::vector<Entry>> m_entries;
-    std::map<QByteArray, std::size_t> m_byUID;        ///< the first of each mark
+    std::multimap<QByteArray, std::size_t> m_byUID;   ///< by mark, in the order of the folders
     std::multimap<std::string, std::size_t> m_byName; ///< by file name
 };
 

@@ -1,0 +1,289 @@
+#include "blocks/BlockExport.h"
+#include "blocks/BlocksTest.h"
+#include "blocks/export/FCPXMLDowngrade.h"
+#include "blocks/export/FlatTimeline.h"
+#include "blocks/export/Rational.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <limits>
+
+namespace quillary::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+
+TEST(RationalTest, CalculatesExactlyOrNotAtAll) {
+    const std::pair<const char*, std::optional<Rational>> times[] = {
+        {"1001/30000s", Rational(1001, 30000)},
+        {" 5s ", Rational(5)},
+        {"-3/6s", Rational(-1, 2)},
+        {"2.50s", Rational(5, 2)},
+        {"0/7s", Rational(0)},
+        {"1/0s", std::nullopt},
+        {"5", std::nullopt},
+        {"s", std::nullopt},
+        {"1/2/3s", std::nullopt},
+        {"1.s", std::nullopt},
+        {"1.-5s", std::nullopt},
+        {"99999999999999999999s", std::nullopt},
+    };
+    for (const auto& [text, expected] : times) EXPECT_EQ(Rational::ofTime(text), expected) << text;
+
+    const Rational frame(1001, 30000);
+    Rational sum;
+    for (int n = 0; n < 30000; ++n) sum = sum + frame;
+    EXPECT_EQ(sum, Rational(1001));
+    EXPECT_EQ(Rational(7, 3) - Rational(1, 3), Rational(2));
+    EXPECT_EQ(Rational(2, 3) / Rational(-4, 9), Rational(-3, 2));
+    EXPECT_LT(Rational(largest - 1, largest), Rational(1));
+    EXPECT_FALSE((Rational(largest) + Rational(1)).isValid());
+    EXPECT_FALSE((Rational(largest) * Rational(1, 2) * Rational(3)).isValid());
+    EXPECT_FALSE((Rational(1) / Rational(0)).isValid());
+    EXPECT_FALSE((Rational::invalid() - Rational::invalid()).isValid());
+    EXPECT_FALSE(Rational::invalid() < Rational(1) || Rational(1) < Rational::invalid());
+}
+
+class ExportTest : public BlocksTest {
+protected:
+    /// "position+duration@media name" of each item of each track, in seconds.
+    std::vector<std::string> tracks(const QByteArray& xml) {
+        std::vector<std::string> lines;
+        const auto document = FCPXMLDocument::parse(xml);
+        EXPECT_TRUE(document);
+        leftOut = {};
+        const auto timeline = flattened(*document, leftOut);
+        EXPECT_TRUE(timeline);
+        if (!timeline) return lines;
+        const auto number = [](const Rational& time) {
+            return QByteArray::number(time.toDouble(), 'g', 6).toStdString();
+        };
+        for (const auto& track : timeline->tracks) {
+            std::string line = track.medium == FlatTimeline::Medium::video ? "V" : "A";
+            for (std::size_t i = 0; i < track.items.size(); ++i) {
+                const auto& item = track.items[i];
+                line += " " + number(item.position) + "+" + number(item.duration) + "@" + number(item.mediaStart) +
+                        " " + item.name.toStdString() + (item.isEnabled ? "" : " off");
+                if (const auto cut = track.transitions.find(i); cut != track.transitions.end())
+                    line += " ><" + number(cut->second.before) + "," + number(cut->second.after);
+            }
+            lines.push_back(line);
+        }
+        return lines;
+    }
+    std::vector<std::string> left() const {
+        std::vector<std::string> lines;
+        for (const QString& text : leftOut.texts()) lines.push_back(text.toStdString());
+        return lines;
+    }
+    /// A document of three assets (v: picture, starting at an hour; av: picture and sound; a: sound) and a compound
+    /// clip with this storyline.
+    static QByteArray withSpine(const QByteArray& spine, const QByteArray& more = {}) {
+        return fcpxml(13,
+                      R"(
+            <asset id="v" name="v" start="3600s" duration="100s" hasVideo="1" format="r1a"><media-rep src="file:///m/v.mov"/></asset>
+            <asset id="av" name="av" start="0s" duration="50s" hasVideo="1" hasAudio="1" format="r1a"><media-rep src="file:///m/av.mov"/></asset>
+            <asset id="a" name="a" start="0s" duration="20s" hasAudio="1" audioRate="48000"><media-rep src="file:///m/a.wav"/></asset>
+            <effect id="e" name="Cross Dissolve" uid="FxPlug:4731E73A-8DAC-4113-9A30-AE85B1761265"/><effect id="g" name="Clouds" uid="g"/>)" +
+                          more +
+                          R"(<media id="m" name="M"><sequence format="r1a" tcStart="10s" duration="60s"><spine>)" +
+                          spine + "</spine></sequence></media>",
+                      R"(<ref-clip ref="m" name="Root" duration="60s"/>)");
+    }
+
+    LeftOut leftOut;
+};
+
+TEST_F(ExportTest, LaysConnectedClipsOutByTheirLanes) {
+    EXPECT_THAT(tracks(withSpine(R"(
+        <asset-clip ref="v" name="one" offset="10s" start="3605s" duration="4s">
+            <asset-clip ref="av" name="above" lane="2" offset="3606s" duration="2s" enabled="0"/>
+            <asset-clip ref="a" name="below" lane="-1" offset="3604s" duration="3s"/>
+            <spine lane="1" offset="3607s"><asset-clip ref="v" name="s1" offset="0s" duration="1s"/><gap duration="1s" offset="1s"/><asset-clip ref="v" name="s2" offset="2s" duration="1s"/></spine>
+            <title ref="g" name="T" lane="3" offset="3605s" duration="1s"/>
+        </asset-clip>
+        <asset-clip ref="av" name="two" offset="14s" start="5s" duration="2s"><asset-clip ref="av" name="late" lane="2" offset="5s" duration="1s"/><asset-clip ref="v" name="twin" lane="2" offset="5s" duration="1s"/></asset-clip>)")),
+                ElementsAre("V 0+4@3605 one 4+2@5 two", "V 2+1@3600 s1 4+1@3600 s2", "V 1+2@0 above off 4+1@0 late",
+                            "V 4+1@3600 twin", "A 4+2@5 two", "A 0+2@1 below", "A 1+2@0 above off 4+1@0 late"));
+    EXPECT_THAT(left(), ElementsAre("Titles (1): “T”"));
+}
+
+TEST_F(ExportTest, OpensClipsWithinClips) {
+    const QByteArray inner = R"(
+        <media id="in" name="In"><sequence format="r1a" tcStart="100s" duration="8s"><spine>
+            <asset-clip ref="v" name="i1" offset="100s" duration="5s"><asset-clip ref="v" name="i2" lane="1" offset="3601s" duration="9s"/></asset-clip>
+            <asset-clip ref="v" name="i3" offset="105s" duration="3s"/></spine></sequence></media>
+        <media id="mc" name="Mc"><multicam format="r1a" tcStart="0s">
+            <mc-angle name="A" angleID="A"><gap offset="0s" duration="1s"/><asset-clip ref="av" name="camA" offset="1s" duration="9s"/></mc-angle>
+            <mc-angle name="B" angleID="B"><asset-clip ref="av" name="camB" offset="0s" duration="9s"/></mc-angle>
+            <mc-angle name="C" angleID="C"/></multicam></media>)";
+    EXPECT_THAT(
+        tracks(withSpine(R"(<ref-clip ref="in" name="nested" offset="10s" start="102s" duration="4s"/>)", inner)),
+        ElementsAre("V 0+3@3602 i1 3+1@3600 i3", "V 0+4@3601 i2"));
+    EXPECT_THAT(left(), IsEmpty());
+    EXPECT_THAT(
+        tracks(withSpine(
+            R"(<mc-clip ref="mc" name="multi" offset="10s" start="2s" duration="3s"><mc-source angleID="A" srcEnable="audio"/><mc-source angleID="B" srcEnable="video"/></mc-clip>)",
+            inner)),
+        ElementsAre("V 0+3@2 camB", "A 0+3@1 camA"));
+    EXPECT_THAT(left(), ElementsAre("Unused angles of multicam clips (1): “C”"));
+    EXPECT_THAT(
+        tracks(withSpine(
+            R"(<sync-clip name="sync" offset="10s" start="1s" duration="3s"><spine><asset-clip ref="v" name="pic" offset="0s" duration="10s"/></spine><asset-clip ref="a" name="snd" lane="-1" offset="0s" duration="10s"/></sync-clip>
+               <clip name="old" offset="13s" start="3602s" duration="2s"><video ref="v" offset="3600s" start="3600s" duration="9s"><audio ref="a" lane="-1" offset="3600s" duration="9s"/></video></clip>
+               <audition offset="15s"><asset-clip ref="v" name="chosen" duration="1s"/><asset-clip ref="v" name="other" duration="1s"/></audition>)")),
+        ElementsAre("V 0+3@3601 pic 3+2@3602 v 5+1@3600 chosen", "A 0+3@1 snd 3+2@2 a"));
+    EXPECT_THAT(left(), ElementsAre("Alternatives in auditions (1): “other”"));
+
+    // Clips that hold themselves end.
+    const auto endless = FCPXMLDocument::parse(withSpine(
+        R"(<ref-clip ref="m" name="self" offset="10s" duration="60s" start="10s"/><ref-clip ref="m" offset="70s" duration="60s" start="10s"/>)"));
+    EXPECT_FALSE(flattened(*endless, leftOut) && left().empty());
+}
+
+TEST_F(ExportTest, KeepsDissolvesSplitSoundAndTheMediaOfRetimedClips) {
+    EXPECT_THAT(tracks(withSpine(R"(
+            <asset-clip ref="v" name="one" offset="10s" duration="5s"/>
+            <transition name="Cross Dissolve" offset="14s" duration="2s"><filter-video ref="e"/></transition>
+            <asset-clip ref="v" name="two" offset="15s" duration="5s"/>
+            <transition name="Wipe" offset="19s" duration="2s"><filter-video ref="g"/></transition>
+            <asset-clip ref="av" name="split" offset="20s" start="10s" duration="5s" audioStart="8s" audioDuration="6s"/>
+            <asset-clip ref="v" name="fast" offset="25s" start="2s" duration="4s"><timeMap><timept time="0s" value="3600s"/><timept time="10s" value="3620s"/></timeMap><filter-video ref="g" name="Blur"/><filter-video ref="g"/></asset-clip>
+            <video ref="g" name="Clouds" offset="29s" duration="2s"/>
+            <asset-clip ref="gone" name="lost" offset="31s" duration="2s"/>)")),
+                ElementsAre("V 0+5@3600 one ><1,1 5+5@3600 two 10+5@10 split 15+4@3604 fast", "A 8+6@8 split"));
+    EXPECT_THAT(left(),
+                ElementsAre("Speed changes (1): “fast”", "Video effects (2): “Blur”, “Clouds”",
+                            "Generators (1): “Clouds”", "Clips without media (1): “lost”", "Transitions (1): “Wipe”"));
+}
+
+TEST_F(ExportTest, RefusesWhatHasNoExactTime) {
+    for (
+        const char* spine :
+        {R"(<asset-clip ref="v" offset="10s" start="1/9223372036854775807s" duration="5s"><asset-clip ref="v" lane="1" offset="1/9223372036854775806s" duration="1s"/></asset-clip>)",
+         R"(<title ref="g" offset="10s" duration="1/9223372036854775807s"/><asset-clip ref="v" duration="1/9223372036854775806s"/>)"}) {
+        const auto document = FCPXMLDocument::parse(withSpine(spine));
+        const auto timeline = flattened(*document, leftOut);
+        ASSERT_FALSE(timeline);
+        EXPECT_EQ(timeline.error().description(), u"The times in this block are too fine to be kept exactly."_s);
+    }
+}
+
+TEST_F(ExportTest, WritesOpenTimelineIO) {
+    const auto block = save(richCompound(folder / "media"));
+    ASSERT_TRUE(block);
+    const auto written = BlockExport::write(
+        store, {.block = block->url, .format = BlockExport::Format::otio, .output = folder / "out/o.otio"});
+    EXPECT_FALSE(written) << "the folder is not there";
+    fs::create_directories(folder / "out");
+    for (const bool relative : {false, true}) {
+        const auto result = BlockExport::write(store, {.block = block->url,
+                                                       .format = BlockExport::Format::otio,
+                                                       .output = folder / "out/o.otio",
+                                                       .areTargetsRelative = relative});
+        ASSERT_TRUE(result);
+        EXPECT_TRUE(result->leftOut.contains(u"Titles (1): “Lower third”"_s));
+        const QJsonObject timeline =
+            QJsonDocument::fromJson(QByteArray::fromStdString(readFile(result->output))).object();
+        EXPECT_EQ(timeline["OTIO_SCHEMA"_L1], u"Timeline.1"_s);
+        EXPECT_EQ(timeline["tracks"_L1]["OTIO_SCHEMA"_L1], u"Stack.1"_s);
+        const QJsonArray tracks = timeline["tracks"_L1]["children"_L1].toArray();
+        ASSERT_EQ(tracks.size(), 5);
+        for (const QJsonValue track : tracks) {
+            // Every track is as long as the block.
+            double seconds = 0;
+            for (const QJsonValue child : track["children"_L1].toArray()) {
+                const QJsonValue duration = child["source_range"_L1]["duration"_L1];
+                EXPECT_EQ(duration["value"_L1].toDouble(), std::round(duration["value"_L1].toDouble()));
+                seconds += duration["value"_L1].toDouble() / duration["rate"_L1].toDouble();
+            }
+            EXPECT_NEAR(seconds, 14.014, 1e-9);
+        }
+        const QJsonObject clip = tracks[0]["children"_L1][0].toObject();
+        EXPECT_EQ(clip["OTIO_SCHEMA"_L1], u"Clip.2"_s);
+        EXPECT_EQ(clip["source_range"_L1]["duration"_L1]["value"_L1], 210);
+        EXPECT_DOUBLE_EQ(clip["source_range"_L1]["duration"_L1]["rate"_L1].toDouble(), 30000 / 1001.0);
+        const QJsonValue media = clip["media_references"_L1]["DEFAULT_MEDIA"_L1];
+        EXPECT_EQ(media["OTIO_SCHEMA"_L1], u"ExternalReference.1"_s);
+        EXPECT_EQ(media["available_range"_L1]["duration"_L1]["value"_L1], 150);
+        const fs::path file = videoElements / "A1B2C3D4-interview take 1.mov";
+        EXPECT_EQ(media["target_url"_L1].toString().toUtf8(),
+                  relative ? relativeReference(file, folder / "out") : fileUrl(file));
+        // A still has no length of its own.
+        EXPECT_TRUE(
+            tracks[1]["children"_L1][1]["media_references"_L1]["DEFAULT_MEDIA"_L1]["available_range"_L1].isNull());
+    }
+}
+
+TEST_F(ExportTest, WritesAnOlderFcpxml) {
+    QByteArray xml = richCompound(folder / "media", 14);
+    xml.replace("<adjust-conform type=\"fill\"/>", "<adjust-conform type=\"fill\"/><adjust-colorConform enabled=\"1\"/>"
+                                                   "<adjust-stereo-3D convergence=\"0\"/>");
+    xml.replace("<format id=\"r1\" ", "<format id=\"r1\" heroEye=\"left\" ");
+    xml.replace("srcFrameRate=\"29.97\"", "srcFrameRate=\"119.88\"");
+    const auto block = save(xml);
+    ASSERT_TRUE(block);
+    const auto result = BlockExport::write(
+        store, {.block = block->url, .format = BlockExport::Format::fcpxml110, .output = {}, .folder = folder.path()});
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->output, folder / "Opening.fcpxml");
+    EXPECT_EQ(result->leftOut,
+              QStringList({u"Settings that version 1.10 does not know (2): “heroEye”, “srcFrameRate”"_s,
+                           u"Color conforming (1)"_s, u"Stereo 3D settings (1)"_s}));
+    QByteArray written = QByteArray::fromStdString(readFile(result->output));
+    EXPECT_TRUE(written.contains("<fcpxml version=\"1.10\">"));
+    for (const char* kept :
+         {"1001/30000s", "7007/1000s", "14014/1000s", "<![CDATA[<kept> & raw]]>", "<title ", "<filter-video ",
+          "<project name=\"Opening\"><sequence format=\"r1\" duration=\"14014/1000s\""})
+        EXPECT_TRUE(written.contains(kept)) << kept;
+    for (const char* gone : {"colorConform", "stereo-3D", "heroEye", "119.88"})
+        EXPECT_FALSE(written.contains(gone)) << gone;
+    // What was exported is a block like the one before, and needs no second pass.
+    const auto again = FCPXMLDocument::parse(written);
+    EXPECT_EQ(ArrangementStore::summarize(*again), block->summary);
+    auto once = FCPXMLDocument::parse(written);
+    leftOut = {};
+    bringToVersion110(*once, leftOut);
+    EXPECT_THAT(left(), IsEmpty());
+
+    // Up to version 1.8 the asset names its file.
+    auto old = FCPXMLDocument::parse(singleClip({.file = media("old.mov")}, 8));
+    bringToVersion110(*old, leftOut);
+    const auto references = old->media();
+    ASSERT_EQ(references.size(), 1U);
+    EXPECT_TRUE(references[0].holder.isNamed("media-rep"));
+    EXPECT_EQ(references[0].file(), folder / "media/old.mov");
+    EXPECT_THAT(left(), IsEmpty());
+}
+
+TEST_F(ExportTest, LosesNothingOnTheWay) {
+    const auto block = save(singleClip(asset("clip.mov")));
+    ASSERT_TRUE(block);
+    const std::string stored = readFile(block->url);
+    BlockExport::Request request{.block = block->url, .format = BlockExport::Format::fcpxml110, .output = block->url};
+    EXPECT_FALSE(BlockExport::write(store, request));
+    request.output = folder / "media";
+    EXPECT_FALSE(BlockExport::write(store, request));
+    request.folder = blocks;
+    EXPECT_EQ(BlockExport::write(store, request)->output, blocks / "Single 2.fcpxml");
+    EXPECT_EQ(readFile(block->url), stored);
+    // A file that moved is found, one that is gone is told.
+    fs::create_directories(root / "Recent/Final Cut Elements");
+    fs::rename(videoElements / "A1B2C3D4-clip.mov", root / "Recent/Final Cut Elements/renamed.mov");
+    const auto found = BlockExport::write(store, request);
+    EXPECT_THAT(readFile(found->output), HasSubstr("renamed.mov"));
+    EXPECT_TRUE(found->leftOut.isEmpty());
+    fs::remove(root / "Recent/Final Cut Elements/renamed.mov");
+    EXPECT_EQ(BlockExport::write(store, request)->leftOut,
+              QStringList{u"Missing media, named all the same (1): “A1B2C3D4-clip.mov”"_s});
+}
+
+} // namespace
+
+} // namespace quillary::test

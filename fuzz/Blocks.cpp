@@ -1,7 +1,10 @@
 // Feeds documents to everything that reads them: the summary, the save with its media, the document put on a drag, the
-// reduction to a single file. What the library then holds is checked.
+// reduction to a single file, the exports. What the library then holds is checked.
 #include "FuzzLibrary.h"
 #include "blocks/ArrangementStore.h"
+#include "blocks/export/FCPXMLDowngrade.h"
+#include "blocks/export/FlatTimeline.h"
+#include "blocks/export/OTIOWriter.h"
 
 #include <cmath>
 #include <fstream>
@@ -59,6 +62,27 @@ void checkBlock(ArrangementStore& store, const Arrangement& block, QByteArrayVie
     require(store.remove(block.url).has_value(), "a block can be deleted");
 }
 
+void checkExports(const FCPXMLDocument& document, QByteArrayView xml) {
+    LeftOut leftOut;
+    if (const auto timeline = flattened(document, leftOut)) {
+        for (const auto& track : timeline->tracks) {
+            Rational end;
+            for (const auto& item : track.items) {
+                require(item.position >= end && item.duration > Rational(), "items of a track follow each other");
+                end = item.end();
+            }
+        }
+        (void)otioJson(*timeline, {});
+    }
+    auto older = FCPXMLDocument::parse(xml);
+    bringToVersion110(*older, leftOut);
+    auto again = FCPXMLDocument::parse(older->serialize());
+    require(again.has_value(), "an older document can be read");
+    LeftOut nothing;
+    bringToVersion110(*again, nothing);
+    require(nothing.texts().isEmpty(), "an older document knows nothing newer");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -71,6 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(std::isfinite(ArrangementStore::summarize(*document).seconds), "lengths are numbers");
         if (const auto file = store.singleMediaFile(xml, {}))
             require(fs::is_regular_file(*file), "a single file is there");
+        checkExports(*document, xml);
     }
     if (block) {
         require(store.move(block->url, {}).has_value(), "a block can be moved");

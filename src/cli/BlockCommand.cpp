@@ -6,6 +6,7 @@
 #include "cli/CollectionPath.h"
 #include "cli/Commands.h"
 #include "cli/ImageFile.h"
+#include "cli/MediaHundredths.h"
 #include "cli/ProgressBar.h"
 #include "library/Storage.h"
 
@@ -14,15 +15,6 @@ namespace quillary::cli {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// How far a copy is, in hundredths.
-MediaProgress hundredths(BatchProgress& progress) {
-    return {[&progress](std::uint64_t done, std::uint64_t total) {
-        constexpr int whole = 100;
-        progress.total = whole;
-        progress.done = total > 0 ? static_cast<int>(done * whole / total) : whole;
-    }};
-}
 
 std::expected<QByteArray, CommandError> documentAt(const fs::path& file) {
     if (file == "-") return standardInput();
@@ -38,9 +30,8 @@ class BlockSave final : public Command {
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         TRY(services.storage.root());
-        const QByteArray xml = TRY(documentAt(m_file));
         ArrangementStore store(services.storage);
-        const Arrangement block = TRY(save(store, xml, output));
+        const Arrangement block = TRY(save(store, output));
         if (!output.json()) {
             output.line(shown(block.url));
             return ExitStatus::done;
@@ -58,11 +49,13 @@ class BlockSave final : public Command {
         return ExitStatus::done;
     }
 
-    std::expected<Arrangement, CommandError> save(ArrangementStore& store, const QByteArray& xml,
-                                                  const Output& output) const {
+    std::expected<Arrangement, CommandError> save(ArrangementStore& store, const Output& output) const {
+        // A file has a folder, from which its relative references count.
+        auto document = m_file == "-" ? FCPXMLDocument::parse(TRY(standardInput())) : FCPXMLDocument::read(m_file);
         BatchProgress progress;
         const ProgressBar bar(progress, output);
-        return TRY(store.save(xml, m_name, collectionOf(m_collection), hundredths(progress)));
+        if (!document) return std::unexpected(document.error());
+        return TRY(store.save(*std::move(document), m_name, collectionOf(m_collection), hundredths(progress)));
     }
 
     fs::path m_file;
@@ -159,6 +152,7 @@ void declareBlocks(Grammar& root) {
     block.command<BlockXml>("xml", "Print the FCPXML that a drag carries");
     block.command<BlockMedia>("media", "Reduce a single clip to its one media file");
     block.command<BlockPoster>("poster", "Set or remove a block's poster");
+    declareBlockCare(block);
 }
 
 } // namespace quillary::cli

@@ -15,7 +15,8 @@ void declareSave(Grammar& root);
 void declareListing(Grammar& root);      ///< list, collections
 void declareMedia(Grammar& root);        ///< audio, video
 void declareLookingAfter(Grammar& root); ///< favorite, move, rename, delete
-void declareBlocks(Grammar& root);       ///< block save, xml, media, poster
+void declareBlocks(Grammar& root);       ///< block save, xml, media, poster, and what follows
+void declareBlockCare(Grammar& block);   ///< block export, portable, check
 void declareRecent(Grammar& root);
 void declareLibrary(Grammar& root);
 void declareSettings(Grammar& root);

@@ -82,6 +82,47 @@ TEST_F(BlockTest, PrintsTheDocumentOfADragAndReducesSingleClips) {
     EXPECT_TRUE(more.contains("path"_L1) && more["path"_L1].isNull());
 }
 
+TEST_F(BlockTest, ExportsBlocks) {
+    const QString block = json({u"block"_s, u"save"_s, rich()}).object()["path"_L1].toString();
+    const QJsonObject otio =
+        json({u"block"_s, u"export"_s, block, u"--to"_s, u"otio"_s, u"--output"_s, in("o.otio")}).object();
+    EXPECT_EQ(otio.keys(), "left_out output"_words);
+    EXPECT_EQ(otio["output"_L1], in("o.otio"));
+    EXPECT_TRUE(otio["left_out"_L1].toArray().contains(u"Titles (1): “Lower third”"_s));
+    const Ended older = run({u"block"_s, u"export"_s, block, u"--to"_s, u"fcpxml-1.10"_s, u"--relative"_s});
+    EXPECT_EQ(older.out, in("Opening 2.fcpxml").toUtf8() + '\n') << "the current folder holds one of that name";
+    const std::string written = readFile(m_folder / "Opening 2.fcpxml");
+    EXPECT_NE(written.find("src=\"home/Movies/Quillary/Library/"), std::string::npos);
+    EXPECT_EQ(run({u"block"_s, u"export"_s, block, u"--to"_s, u"edl"_s}).status, 2);
+    EXPECT_EQ(run({u"block"_s, u"export"_s, block}).status, 2);
+    EXPECT_EQ(json({u"block"_s, u"export"_s, in("gone"), u"--to"_s, u"otio"_s}).status, 1);
+}
+
+TEST_F(BlockTest, ChecksAndPacksBlocks) {
+    const QString block = json({u"block"_s, u"save"_s, rich()}).object()["path"_L1].toString();
+    fs::remove(root() / "Library/Videos/Final Cut Elements/no uid.mov");
+    const QJsonArray checked = json({u"block"_s, u"check"_s}).array();
+    ASSERT_EQ(checked.size(), 1);
+    EXPECT_EQ(checked[0].toObject().keys(), "bytes media path"_words);
+    const QJsonArray media = checked[0]["media"_L1].toArray();
+    EXPECT_EQ(media[4].toObject(), QJsonObject({{u"name"_s, u"no uid.mov"_s},
+                                                {u"state"_s, u"missing"_s},
+                                                {u"path"_s, path("Videos/Final Cut Elements/no uid.mov")}}));
+    EXPECT_EQ(column(media, "state").count(u"present"_s), 5);
+    const Ended table = run({u"block"_s, u"check"_s, block, in("gone.fcpxml")});
+    EXPECT_EQ(table.status, 1) << "one could not be read, the other was told all the same";
+    EXPECT_TRUE(table.out.contains("Opening") && table.out.contains("missing") && table.err.contains("gone.fcpxml"));
+    EXPECT_EQ(run({u"block"_s, u"check"_s, block}).status, 0);
+
+    EXPECT_EQ(json({u"block"_s, u"portable"_s, block}).status, 1);
+    EXPECT_FALSE(fs::exists(m_folder / "Opening"));
+    writeFile(root() / "Library/Videos/Final Cut Elements/no uid.mov", "back");
+    const QJsonObject packed = json({u"block"_s, u"portable"_s, block}).object();
+    EXPECT_EQ(packed["path"_L1], in("Opening/Opening.fcpxml"));
+    EXPECT_EQ(packed["media"_L1].toArray().size(), 6);
+    EXPECT_EQ(json({u"block"_s, u"save"_s, in("Opening/Opening.fcpxml"), u"--name"_s, u"Again"_s}).status, 0);
+}
+
 TEST_F(BlockTest, TellsWhatIsWrongWithADocument) {
     const QString picture = this->picture("no.png");
     const std::pair<QString, QString> cases[] = {

@@ -14,7 +14,7 @@ constexpr std::size_t mostBars = 32; ///< more than any tile shows
 
 } // namespace
 
-BlockDetails BlockDetails::of(const Arrangement& block) {
+BlockDetails BlockDetails::of(const Arrangement& block, const BlockHealth* health) {
     const auto& summary = block.summary;
     BlockDetails details;
     const auto layerCount = std::ssize(summary.layers);
@@ -32,6 +32,14 @@ BlockDetails BlockDetails::of(const Arrangement& block) {
     std::ranges::stable_sort(layers, std::greater(), &std::pair<int, int>::first);
     if (layers.size() > mostBars) layers.resize(mostBars);
     for (const auto& [lane, kind] : layers) details.bars.append(kind);
+    if (!health) return details;
+    const auto missing = health->count(BlockHealth::State::missing);
+    const auto moved = health->count(BlockHealth::State::moved);
+    details.isIncomplete = missing > 0;
+    if (missing > 0)
+        details.problem = translate("Blocks", "%1 missing").arg(missing);
+    else if (moved > 0)
+        details.problem = translate("Blocks", "%1 moved").arg(moved);
     return details;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "blocks/BlockHealth.h"
 #include "values/Arrangement.h"
 
 #include <QList>
@@ -22,14 +23,22 @@ struct BlockDetails {
     /// Of many layers only the highest: a tile shows a few.
     Q_PROPERTY(QList<int> bars MEMBER bars FINAL)
 
+    /// What is wrong with its media, such as "2 missing"; empty while nothing is.
+    Q_PROPERTY(QString problem MEMBER problem FINAL)
+    /// Whether media are missing, not merely elsewhere.
+    Q_PROPERTY(bool isIncomplete MEMBER isIncomplete FINAL)
+
 public:
-    static BlockDetails of(const Arrangement& block);
+    /// `health` may be null.
+    static BlockDetails of(const Arrangement& block, const BlockHealth* health = nullptr);
 
     QString subtitle;
     bool usesGlidemark = false;
     QString poster;
     QString posterStamp;
     QList<int> bars;
+    QString problem;
+    bool isIncomplete = false;
 };
 
 } // namespace quillary

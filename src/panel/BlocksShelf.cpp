@@ -34,11 +34,12 @@ bool isDocument(const platform::ItemProvider& item) {
     return item.fileURL() && lowercaseExtension(*item.fileURL()) == Storage::blockExtensions.front();
 }
 
-std::optional<QByteArray> clipIn(const platform::ItemProvider& item) {
-    if (auto xml = FCPXMLPasteboard::xml(item)) return xml;
-    if (!isDocument(item)) return {};
-    auto bytes = FCPXMLDocument::bytesOf(*item.fileURL());
-    return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
+using Clip = std::expected<FCPXMLDocument, ArrangementFailure>;
+
+/// A file has a folder, from which its relative references count.
+std::optional<Clip> clipIn(const platform::ItemProvider& item) {
+    if (const auto xml = FCPXMLPasteboard::xml(item)) return FCPXMLDocument::parse(*xml);
+    return isDocument(item) ? std::optional(FCPXMLDocument::read(*item.fileURL())) : std::nullopt;
 }
 
 std::expected<QString, QString> told(int saved, const QString& failure) {
@@ -58,7 +59,10 @@ BlocksShelf::BlocksShelf(const Services& with, const BlockServices& also, std::s
     , m_blocksListing(std::move(listing))
     , m_blocks(m_blocksListing->blocks())
     , m_clipboard(also.clipboard)
-    , m_saving(also.saves) {
+    , m_saving(also.saves)
+    , m_care(with.storage, with.work)
+    , m_exporting({with.storage, also.chooser, with.work})
+    , m_drags(with.storage, with.work) {
     m_noteTask.setSingleShot(true);
     m_noteTask.setTimerType(Qt::PreciseTimer);
     m_noteTask.setInterval(6s);
@@ -67,12 +71,21 @@ BlocksShelf::BlocksShelf(const Services& with, const BlockServices& also, std::s
     connect(&m_progressTick, &QTimer::timeout, this, &BlocksShelf::saveProgressChanged);
     connect(selection(), &ShelfSelection::changed, this, &BlocksShelf::followSelection);
     connect(this, &BlocksShelf::selectedBlockChanged, this, &BlocksShelf::selectedDetailsChanged);
+    connect(&m_care, &BlockCare::changed, this, [this] {
+        visibleModel()->detailsChanged();
+        Q_EMIT selectedDetailsChanged();
+    });
+    connect(&m_care, &BlockCare::done, this, [this](const QString& text) { note(text); });
+    connect(&m_care, &BlockCare::failed, this, [this](const QString& text) { setNote(text, Tone::problem); });
 }
 
 void BlocksShelf::takenOver() {
     m_blocks = m_blocksListing->blocks();
     visibleModel()->detailsChanged();
     Q_EMIT selectedDetailsChanged();
+    std::vector<fs::path> files;
+    for (const Arrangement& block : m_blocks->list) files.push_back(block.url);
+    m_care.follow(std::move(files));
 }
 
 const Arrangement* BlocksShelf::find(const std::optional<fs::path>& url) const {
@@ -90,12 +103,12 @@ std::vector<Arrangement> BlocksShelf::visibleBlocks() const {
 
 QVariant BlocksShelf::details(const LibraryItem& item) const {
     const Arrangement* block = find(item.url);
-    return QVariant::fromValue(block ? BlockDetails::of(*block) : BlockDetails());
+    return QVariant::fromValue(block ? BlockDetails::of(*block, m_care.of(block->url)) : BlockDetails());
 }
 
 BlockDetails BlocksShelf::selectedDetails() const {
     const Arrangement* block = find(m_selectedBlock);
-    return block ? BlockDetails::of(*block) : BlockDetails();
+    return block ? BlockDetails::of(*block, m_care.of(block->url)) : BlockDetails();
 }
 
 void BlocksShelf::setSelectedBlock(std::optional<fs::path> url) {
@@ -138,9 +151,11 @@ void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& provi
             int saved = 0;
             QString failure;
             for (const auto& provider : providers) {
-                const auto xml = clipIn(provider);
-                if (!xml) continue;
-                if (const auto block = store.save(*xml, {}, collection, progress))
+                auto clip = clipIn(provider);
+                if (!clip) continue;
+                const auto block =
+                    *clip ? store.save(**std::move(clip), {}, collection, progress) : std::unexpected(clip->error());
+                if (block)
                     ++saved;
                 else
                     failure = block.error().description();
@@ -192,10 +207,14 @@ void BlocksShelf::fillDrag(DragRequest* request, const QString& url) {
     const auto file = pathOfFileUrl(url.toLatin1());
     const Arrangement* block = find(file);
     if (!block) return;
-    if (const auto xml = ArrangementStore(storage()).xml(block->url))
+    if (const auto xml = m_drags.take(block->url))
         request->item = FCPXMLPasteboard::provider(*xml, block->name);
-    else
+    else if (xml.error() == DragDocuments::Missing::gone)
         finish(std::unexpected(translate("Blocks", "“%1” is no longer there.").arg(block->name)));
+}
+
+void BlocksShelf::prepareDrag(const QString& url) {
+    if (const auto file = pathOfFileUrl(url.toLatin1()); find(file)) m_drags.prepare(*file);
 }
 
 Shelf::FileVerbs BlocksShelf::fileVerbs() const {

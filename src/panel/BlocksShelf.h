@@ -1,8 +1,11 @@
 #pragma once
 
 #include "blocks/ArrangementStore.h"
+#include "panel/BlockCare.h"
 #include "panel/BlockDetails.h"
+#include "panel/BlockExportJob.h"
 #include "panel/BlocksListing.h"
+#include "panel/DragDocuments.h"
 #include "panel/Shelf.h"
 
 #include <QTimer>
@@ -12,6 +15,7 @@ namespace quillary {
 
 namespace platform {
 class Clipboard;
+class FileChooser;
 class ItemProvider;
 } // namespace platform
 
@@ -25,11 +29,15 @@ class BlocksShelf : public quillary::Shelf { // qualified: the QML type system l
     Q_PROPERTY(bool hasSelectedBlock READ hasSelectedBlock NOTIFY selectedDetailsChanged FINAL)
     /// How far the copies of a save are, 0 to 1; -1 while nothing is saved.
     Q_PROPERTY(double saveProgress READ saveProgress NOTIFY saveProgressChanged FINAL)
+    /// How the media of the blocks are.
+    Q_PROPERTY(quillary::BlockCare* care READ care CONSTANT FINAL)
+    Q_PROPERTY(quillary::BlockExportJob* exporting READ exporting CONSTANT FINAL)
 
 public:
-    /// `saves` has one thread and is waited for when the program ends. Both outlive the shelf.
+    /// `saves` has one thread and is waited for when the program ends. All outlive the shelf.
     struct BlockServices {
         platform::Clipboard& clipboard;
+        platform::FileChooser& chooser;
         QThreadPool& saves;
     };
     BlocksShelf(const Services& with, const BlockServices& also, QObject* parent = nullptr);
@@ -66,6 +74,14 @@ public:
     /// The picture on the clipboard becomes the poster of the block with this file: URL, or of the selected one.
     Q_INVOKABLE void pastePoster(const QString& url = {});
     Q_INVOKABLE void removePoster(const QString& url);
+
+    // --- For others
+    // ---------------------------------------------------------------------------------------------------
+
+    BlockCare* care() { return &m_care; }
+    BlockExportJob* exporting() { return &m_exporting; }
+    /// A drag of the block with this file: URL may begin soon.
+    Q_INVOKABLE void prepareDrag(const QString& url);
 
     /// The line that tells what was done last; it vanishes six seconds after it was set.
     const std::optional<QString>& blockNote() const { return Shelf::note(); }
@@ -106,6 +122,9 @@ private:
     std::optional<std::filesystem::path> m_selectedBlock;
     platform::Clipboard& m_clipboard;
     Background m_saving;
+    BlockCare m_care;
+    BlockExportJob m_exporting;
+    DragDocuments m_drags;
     int m_savesUnderWay = 0;
     std::shared_ptr<Copying> m_copying = std::make_shared<Copying>();
     QTimer m_progressTick;

@@ -50,7 +50,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_videoShelf({with.storage, with.settings, m_favorites, with.work})
     , m_audioPreview({with.settings, with.work, with.cacheFolder, with.makeAudioOutput})
     , m_audioShelf({with.storage, with.settings, m_favorites, with.work}, m_audioPreview)
-    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work}, {with.clipboard, with.saves})
+    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work}, {with.clipboard, with.chooser, with.saves})
     , m_blockedAliases({with.storage, with.chooser, with.work,
                         [this] {
                             m_audioShelf.refresh();

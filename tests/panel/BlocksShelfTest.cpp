@@ -199,6 +199,100 @@ TEST_F(BlocksShelfTest, ADragCarriesTheDocument) {
     EXPECT_EQ(note(), u"“One” is no longer there.");
 }
 
+TEST_F(BlocksShelfTest, ADragOfALargeBlockFindsItsDocumentReady) {
+    QByteArray large = clip("Large");
+    large.replace("</resources>", "<!--" + QByteArray(400'000, 'x') + "--></resources>");
+    drop({offered(large)});
+    const fs::path block = blocksFolder() / "Large.fcpxml";
+    DragRequest early;
+    shelf().fillDrag(&early, url(block));
+    EXPECT_FALSE(early.item) << "it would keep the hand waiting";
+    EXPECT_EQ(note(), u"Saved 1 block");
+    settle();
+    DragRequest ready;
+    shelf().fillDrag(&ready, url(block));
+    ASSERT_TRUE(ready.item);
+    EXPECT_TRUE(ready.item->data(FCPXMLPasteboard::primary)->contains("<ref-clip"));
+    // Another document in its place is another drag.
+    large.replace("xxxxx", "yyyyy");
+    writeFile(block, large.toStdString() + "\n");
+    shelf().prepareDrag(url(block));
+    settle();
+    DragRequest anew;
+    shelf().fillDrag(&anew, url(block));
+    ASSERT_TRUE(anew.item);
+    EXPECT_TRUE(anew.item->data(FCPXMLPasteboard::primary)->contains("yyyyy"));
+}
+
+TEST_F(BlocksShelfTest, TellsWhichMediaAreWrongAndUsesFoundFiles) {
+    drop({offered(richCompound(folder / "media"))});
+    const fs::path block = blocksFolder() / "Opening.fcpxml";
+    const auto details = [&] {
+        select(block);
+        return shelf().selectedDetails();
+    };
+    EXPECT_TRUE(comesTrue([&] { return shelf().care()->of(block) != nullptr; }));
+    EXPECT_TRUE(details().problem.isEmpty());
+    const fs::path videos = root() / "Library/Videos/Final Cut Elements";
+    fs::rename(videos / "A1B2C3D4-interview take 1.mov", root() / "Library/Audio/Final Cut Elements/moved.mov");
+    shelf().refresh();
+    EXPECT_TRUE(comesTrue([&] { return details().problem == u"1 moved"; }));
+    fs::remove(videos / "no uid.mov");
+    shelf().refresh();
+    EXPECT_TRUE(comesTrue([&] { return details().problem == u"1 missing" && details().isIncomplete; }));
+
+    BlockMediaModel& media = *shelf().care()->media();
+    shelf().care()->show(url(block));
+    EXPECT_TRUE(comesTrue([&] { return !shelf().care()->looking(); }));
+    EXPECT_EQ(media.rowCount(), 6);
+    EXPECT_EQ(media.data(media.index(0), BlockMediaModel::NameRole), u"no uid.mov"_s);
+    EXPECT_EQ(media.data(media.index(1), BlockMediaModel::StateRole), static_cast<int>(BlockMediaModel::State::Moved));
+    EXPECT_TRUE(media.summary().startsWith(u"6 files · ") && media.summary().endsWith(u"FCPXML 1.13"));
+    const std::string before = readFile(block);
+    shelf().care()->useFoundFiles();
+    EXPECT_TRUE(comesTrue([&] { return media.moved() == 0 && !shelf().care()->looking(); }));
+    EXPECT_NE(readFile(block), before);
+    EXPECT_EQ(note(), u"“Opening” uses the files that were found");
+    EXPECT_EQ(media.missing(), 1);
+}
+
+TEST_F(BlocksShelfTest, ExportsAskForAFolderAndTellWhatWasLeftOut) {
+    drop({offered(richCompound(folder / "media"))});
+    const fs::path block = blocksFolder() / "Opening.fcpxml";
+    BlockExportJob& job = *shelf().exporting();
+    const auto ended = [&] {
+        return comesTrue(
+            [&] { return job.stage() == BlockExportJob::Stage::Done || job.stage() == BlockExportJob::Stage::Failed; });
+    };
+    fs::create_directories(folder / "out");
+    job.exportBlock(url(block), BlockExportJob::Format::Otio, true);
+    chooser.answer({});
+    EXPECT_EQ(job.stage(), BlockExportJob::Stage::Asking);
+    job.exportBlock(url(block), BlockExportJob::Format::Otio, true);
+    chooser.answer({folder / "out"});
+    ASSERT_TRUE(ended());
+    EXPECT_EQ(job.outcome(), u"Opening.otio");
+    EXPECT_TRUE(job.leftOut().contains(u"Titles (1): “Lower third”"_s));
+    EXPECT_TRUE(fs::exists(folder / "out/Opening.otio"));
+    job.makePortable(url(block));
+    EXPECT_EQ(chooser.question.start, folder / "out");
+    chooser.answer({folder / "out"});
+    ASSERT_TRUE(ended());
+    EXPECT_EQ(job.output(), url(folder / "out/Opening"));
+    // What is carried elsewhere can be dropped as a block again.
+    drop({platform::ItemProvider::file(folder / "out/Opening/Opening.fcpxml")});
+    EXPECT_EQ(note(), u"“Opening” is already saved");
+    job.exportBlock(url(block), BlockExportJob::Format::Fcpxml, false);
+    job.reset();
+    chooser.answer({folder / "out"});
+    EXPECT_EQ(job.stage(), BlockExportJob::Stage::Asking) << "the sheet was closed meanwhile";
+    job.exportBlock(url(block), BlockExportJob::Format::Fcpxml, false);
+    chooser.answer({folder / "nowhere"});
+    ASSERT_TRUE(ended());
+    EXPECT_EQ(job.stage(), BlockExportJob::Stage::Failed);
+    EXPECT_FALSE(job.outcome().isEmpty());
+}
+
 TEST_F(BlocksShelfTest, BlocksFollowALibraryThatMoved) {
     Storage kept(store, bookmarks, desktop);
     const fs::path first = *kept.root();

@@ -1,0 +1,73 @@
+#include "panel/BlockMediaModel.h"
+
+#include "base/Text.h"
+#include "base/Translation.h"
+
+#include <QLocale>
+
+namespace quillary {
+
+namespace {
+
+using Health = BlockHealth::State;
+
+int urgency(const BlockHealth::Media& media) {
+    switch (media.state) {
+    case Health::missing:
+        return 0;
+    case Health::moved:
+        return 1;
+    case Health::duplicate:
+        return 2;
+    case Health::present:
+        break;
+    }
+    return 3;
+}
+
+} // namespace
+
+void BlockMediaModel::show(const BlockHealth& health) {
+    beginResetModel();
+    m_health = health;
+    std::ranges::stable_sort(m_health.media, std::less(), urgency);
+    endResetModel();
+    Q_EMIT changed();
+}
+
+QString BlockMediaModel::name() const {
+    return m_health.block.empty() ? QString() : shownStem(m_health.block);
+}
+
+QString BlockMediaModel::summary() const {
+    if (m_health.block.empty()) return {};
+    return translate("Blocks", "%1 · %2 · FCPXML %3")
+        .arg(translate("Blocks", "%n file(s)", nullptr, count()),
+             QLocale().formattedDataSize(static_cast<qint64>(m_health.bytes)), m_health.version);
+}
+
+QVariant BlockMediaModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+    const BlockHealth::Media& media = m_health.media[static_cast<std::size_t>(index.row())];
+    if (role == NameRole) return media.name;
+    if (role == StateRole) return static_cast<int>(media.state);
+    if (role != TellingRole) return {};
+    const QString folder = shown(media.path.parent_path());
+    switch (media.state) {
+    case Health::missing:
+        return folder.isEmpty() ? translate("Blocks", "Missing") : translate("Blocks", "Missing from %1").arg(folder);
+    case Health::moved:
+        return translate("Blocks", "Found in %1").arg(folder);
+    case Health::duplicate:
+        return translate("Blocks", "There is another copy in the library");
+    case Health::present:
+        break;
+    }
+    return folder;
+}
+
+QHash<int, QByteArray> BlockMediaModel::roleNames() const {
+    return {{NameRole, "name"}, {StateRole, "state"}, {TellingRole, "telling"}};
+}
+
+} // namespace quillary

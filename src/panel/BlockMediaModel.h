@@ -1,0 +1,52 @@
+#pragma once
+
+#include "blocks/BlockHealth.h"
+
+#include <QAbstractListModel>
+#include <QtQmlIntegration>
+
+namespace quillary {
+
+/// The media of one block as its sheet lists them, those that need care first. Main thread.
+class BlockMediaModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("given by the shelf")
+    /// Of the block; empty while none is shown.
+    Q_PROPERTY(QString name READ name NOTIFY changed FINAL)
+    /// How much there is, such as "6 files · 12.3 MB · FCPXML 1.13".
+    Q_PROPERTY(QString summary READ summary NOTIFY changed FINAL)
+    /// How many are missing, and how many were found elsewhere.
+    Q_PROPERTY(int missing READ missing NOTIFY changed FINAL)
+    Q_PROPERTY(int moved READ moved NOTIFY changed FINAL)
+    Q_PROPERTY(int count READ count NOTIFY changed FINAL)
+
+public:
+    enum class State { Present, Missing, Moved, Duplicate };
+    Q_ENUM(State)
+    enum Role { NameRole = Qt::UserRole, StateRole, TellingRole };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// In place of the block before.
+    void show(const BlockHealth& health);
+    const BlockHealth& health() const { return m_health; }
+
+    QString name() const;
+    QString summary() const;
+    int missing() const { return static_cast<int>(m_health.count(BlockHealth::State::missing)); }
+    int moved() const { return static_cast<int>(m_health.count(BlockHealth::State::moved)); }
+    int count() const { return static_cast<int>(m_health.media.size()); }
+
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count(); }
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    BlockHealth m_health;
+};
+
+} // namespace quillary

@@ -48,6 +48,7 @@ constexpr std::array entries{
     Entry{"speaker.wave.2.fill", u'\ue050'},
     Entry{"square.3.layers.3d", u'\ue53b'},
     Entry{"square.and.arrow.down", u'\ue2c4'},
+    Entry{"square.and.arrow.up", u'\ue2c6'},
     Entry{"square.grid.2x2", u'\ue9b0'},
     Entry{"star", u'\ue83a'},
     Entry{"star.fill", u'\ue838'},

@@ -48,6 +48,8 @@ QtObject {
     readonly property color pictureShade: "#40000000"
     /// Behind a text over a picture.
     readonly property color caption: "#B3141416"
+    readonly property color pictureWarning: "#F2B45A"
+    readonly property color pictureDanger: "#FF7A7A"
 
     readonly property int margin: 10
     readonly property int gap: 8

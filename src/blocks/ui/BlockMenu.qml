@@ -11,13 +11,32 @@ ShelfMenu {
     /// Whether the block has a poster.
     property bool hasPoster: false
 
-    extras: MenuItem {
-        symbol: "pencil"
-        text: qsTr("Rename…")
-        visible: !menu.several
+    signal exportRequested
+    signal mediaRequested
 
-        onTriggered: menu.renameRequested()
-    }
+    extras: [
+        MenuItem {
+            symbol: "pencil"
+            text: qsTr("Rename…")
+            visible: !menu.several
+
+            onTriggered: menu.renameRequested()
+        },
+        MenuItem {
+            symbol: "square.and.arrow.up"
+            text: qsTr("Export for…")
+            visible: !menu.several
+
+            onTriggered: menu.exportRequested()
+        },
+        MenuItem {
+            symbol: "film.stack"
+            text: qsTr("Media…")
+            visible: !menu.several
+
+            onTriggered: menu.mediaRequested()
+        }
+    ]
 
     MenuItem {
         symbol: menu.star ? "star" : "star.fill"

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillary.Blocks
 import Quillary.Controls
 import Quillary.Library
 import Quillary.Model
@@ -8,13 +9,20 @@ ShelfItem {
     id: tile
 
     required property blockDetails details
+    required property BlocksShelf blocks
     readonly property real pictureHeight: grid.pictureHeight
     readonly property bool hasPoster: poster.status === Image.Ready
+    readonly property string spokenProblem: details.problem.length > 0 ? qsTr("Media: %1").arg(details.problem) + ". " : ""
 
-    Accessible.description: qsTr("%1. %2").arg(details.subtitle).arg(details.usesGlidemark ? qsTr("Glidemark preset") : help)
+    signal mediaRequested
+
+    Accessible.description: qsTr("%1. %2").arg(details.subtitle).arg(spokenProblem + (details.usesGlidemark ? qsTr("Glidemark preset") : help))
     help: qsTr("Drag a block onto the timeline, then ⇧⌘G to break it apart")
     helpY: pictureHeight + 20
     picture: ground
+
+    onHoveredChanged: if (hovered)
+        blocks.prepareDrag(url)
 
     Rectangle {
         id: ground
@@ -41,7 +49,8 @@ ShelfItem {
             opacity: tile.hasPoster ? 1 : 0
             smooth: true
             source: tile.details.poster.length > 0 ? "image://thumbnail/" + tile.details.poster + "?" + tile.details.posterStamp : ""
-            sourceSize.height: 198
+            // Of the tile's own shape, so that its rounded corners are not cut off.
+            sourceSize.height: Math.round(220 * tile.grid.aspect)
             sourceSize.width: 220
 
             Behavior on opacity {
@@ -57,6 +66,15 @@ ShelfItem {
         selected: tile.chosen
         starred: tile.star
         width: tile.width
+    }
+    ProblemBadge {
+        grave: tile.details.isIncomplete
+        text: tile.details.problem
+        visible: text.length > 0
+        x: 4
+        y: tile.pictureHeight - height - 4
+
+        onClicked: tile.mediaRequested()
     }
     Label {
         Accessible.ignored: true

@@ -13,6 +13,7 @@ ShelfView {
     readonly property BlocksShelf blocks: model.blocksShelf
     readonly property bool posterSelected: blocks.selectedDetails.poster.length > 0
 
+    objectName: "blocksView"
     emptyHint: qsTr("drag it from the browser onto this panel, then ⌘Z to undo the compound.")
     emptyLine: qsTr("In Final Cut: select your clips, press ⌥G to make a compound clip,")
     emptySymbol: "square.3.layers.3d"
@@ -37,9 +38,14 @@ ShelfView {
         onClicked: view.askForCollection()
     }
     delegate: BlockTile {
+        id: tile
+
+        blocks: view.blocks
         grid: view.grid
         height: view.grid.cellHeight - view.grid.gap
         width: view.grid.tileWidth
+
+        onMediaRequested: view.showMedia(tile.url)
     }
     footer: [
         ProgressBar {
@@ -75,10 +81,15 @@ ShelfView {
         }
     ]
     menu: BlockMenu {
+        id: menu
+
         actions: view.model.fileActions
         blocks: view.blocks
         hasPoster: view.posterSelected
         shelf: view.shelf
+
+        onExportRequested: view.askForExport(menu.url, menu.name)
+        onMediaRequested: view.showMedia(menu.url)
     }
     selectionActions: Button {
         help: qsTr("Screenshot the Final Cut viewer, then click this (or press ⌘V)")
@@ -88,5 +99,26 @@ ShelfView {
         visible: view.blocks.hasSelectedBlock
 
         onClicked: view.blocks.pastePoster()
+    }
+
+    function askForExport(url: string, name: string) {
+        exporting.ask(url, name);
+    }
+    function showMedia(url: string) {
+        mediaSheet.showMedia(url);
+    }
+
+    ExportSheet {
+        id: exporting
+
+        actions: view.menu.actions
+        job: view.blocks.exporting
+    }
+    MediaSheet {
+        id: mediaSheet
+
+        actions: view.menu.actions
+        care: view.blocks.care
+        job: view.blocks.exporting
     }
 }

@@ -96,6 +96,13 @@
             <numerusform>%n layers</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n file</numerusform>
+            <numerusform>%n files</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ContextBar</name>

@@ -1,4 +1,5 @@
 #include "PanelStage.h"
+#include "base/FileUrl.h"
 #include "base/Translation.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/Clips.h"
@@ -228,7 +229,41 @@ public:
             press(Qt::Key_Escape, 1);
         }
         blocks.selection()->clear();
+        takeBlockSheets(folder / "Intro sting.fcpxml");
         stage.model.setLibraryKind(PanelModel::LibraryKind::images);
+    }
+    /// A block whose media moved and are missing, and an export of it.
+    void takeBlockSheets(const std::filesystem::path& block) {
+        BlocksShelf& blocks = *stage.model.blocksShelf();
+        const auto videos = *stage.storage.root() / "Library/Videos/Final Cut Elements";
+        std::filesystem::remove(videos / "no uid.mov");
+        std::filesystem::rename(videos / "A1B2C3D4-interview take 1.mov",
+                                *stage.storage.root() / "Library/Audio/Final Cut Elements/interview.mov");
+        blocks.refresh();
+        PanelStage::comesTrue([&] {
+            const auto* health = blocks.care()->of(block);
+            return health && health->count(BlockHealth::State::missing) == 1;
+        });
+        take("blocks-badge");
+        const QString url = QString::fromLatin1(fileUrl(block));
+        QObject* view = stage.root->findChild<QObject*>(QStringLiteral("blocksView"));
+        QMetaObject::invokeMethod(view, "showMedia", Q_ARG(QString, url));
+        take("block-media");
+        stage.resize({320, 400});
+        take("block-media-small");
+        stage.resize({380, 460});
+        press(Qt::Key_Escape, 1);
+        QMetaObject::invokeMethod(view, "askForExport", Q_ARG(QString, url),
+                                  Q_ARG(QString, QStringLiteral("Intro sting")));
+        take("block-export-asked");
+        blocks.exporting()->exportBlock(url, BlockExportJob::Format::Otio, false);
+        stage.chooser.answer({stage.folder / "media"});
+        PanelStage::comesTrue([&] { return blocks.exporting()->stage() == BlockExportJob::Stage::Done; });
+        take("block-export");
+        stage.resize({320, 400});
+        take("block-export-small");
+        stage.resize({380, 460});
+        press(Qt::Key_Escape, 1);
     }
     QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
 

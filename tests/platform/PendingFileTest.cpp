@@ -1,5 +1,6 @@
 #include "platform/PendingFile.h"
 #include "platform/FileAttributes.h"
+#include "platform/PendingFolder.h"
 #include "support/SmallFileSystem.h"
 #include "support/TemporaryFolder.h"
 
@@ -244,4 +245,25 @@ TEST(PendingFileTest, clearsOnlyTemporaryFilesThatNobodyHolds) {
     expected.erase(".quillary-1-aa.part");
     EXPECT_EQ(names(folder.path()), expected);
     close(held);
+}
+
+TEST(PendingFolderTest, showsNothingBeforeItIsWholeAndClearsWhatKilledOnesLeft) {
+    const TemporaryFolder folder;
+    writeFile(folder / "Clip/there", "");
+    writeFile(folder / ".quillary-1-1.part/Media/half", "left by a killed one");
+    {
+        auto made = PendingFolder::create(folder.path());
+        ASSERT_TRUE(made);
+        writeFile(made->path() / "Media/whole", "whole");
+        removeAbandonedFiles(folder.path());
+        EXPECT_THAT(shownNames(folder.path()), ElementsAre("Clip"));
+        EXPECT_TRUE(fs::exists(made->path() / "Media/whole")) << "its maker lives";
+        EXPECT_FALSE(fs::exists(folder / ".quillary-1-1.part"));
+        EXPECT_EQ(*made->place({"Clip", {}}), folder / "Clip 2");
+        const auto dropped = PendingFolder::create(folder.path());
+        writeFile(dropped->path() / "a", "a");
+    }
+    EXPECT_THAT(names(folder.path()), ElementsAre("Clip", "Clip 2"));
+    EXPECT_TRUE(fs::exists(folder / "Clip 2/Media/whole"));
+    EXPECT_EQ(PendingFolder::create(folder / "nowhere").error().code, ENOENT);
 }

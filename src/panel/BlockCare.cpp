@@ -51,7 +51,8 @@ void BlockCare::show(const QString& url) {
     const auto block = pathOfFileUrl(url.toLatin1());
     if (!block) return;
     const BlockHealth* known = of(*block);
-    m_media.show(known ? *known : BlockHealth{.block = *block, .version = {}, .media = {}});
+    m_media.show(known ? *known : BlockHealth{.block = *block, .version = {}, .media = {}},
+                 m_storage.root().value_or(fs::path()));
     look(*block);
 }
 
@@ -69,7 +70,7 @@ void BlockCare::look(const fs::path& block) {
                 Q_EMIT failed(checked.error().description());
                 return;
             }
-            m_media.show(*checked);
+            m_media.show(*checked, m_storage.root().value_or(fs::path()));
             m_health.insert_or_assign(checked->block.native(), *checked);
             Q_EMIT changed();
         });

@@ -27,9 +27,10 @@ int urgency(const BlockHealth::Media& media) {
 
 } // namespace
 
-void BlockMediaModel::show(const BlockHealth& health) {
+void BlockMediaModel::show(const BlockHealth& health, const std::filesystem::path& root) {
     beginResetModel();
     m_health = health;
+    m_root = root;
     std::ranges::stable_sort(m_health.media, std::less(), urgency);
     endResetModel();
     Q_EMIT changed();
@@ -46,13 +47,20 @@ QString BlockMediaModel::summary() const {
              QLocale().formattedDataSize(static_cast<qint64>(m_health.bytes)), m_health.version);
 }
 
+QString BlockMediaModel::shownFolder(const std::filesystem::path& file) const {
+    const auto folder = file.parent_path();
+    const auto below = folder.lexically_relative(m_root);
+    const bool isBelow = !m_root.empty() && !below.empty() && *below.begin() != "..";
+    return shown(isBelow ? below : folder);
+}
+
 QVariant BlockMediaModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
     const BlockHealth::Media& media = m_health.media[static_cast<std::size_t>(index.row())];
     if (role == NameRole) return media.name;
     if (role == StateRole) return static_cast<int>(media.state);
     if (role != TellingRole) return {};
-    const QString folder = shown(media.path.parent_path());
+    const QString folder = shownFolder(media.path);
     switch (media.state) {
     case Health::missing:
         return folder.isEmpty() ? translate("Blocks", "Missing") : translate("Blocks", "Missing from %1").arg(folder);

@@ -28,8 +28,8 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// In place of the block before.
-    void show(const BlockHealth& health);
+    /// In place of the block before. Folders below `root`, that of the library, are told from there.
+    void show(const BlockHealth& health, const std::filesystem::path& root);
     const BlockHealth& health() const { return m_health; }
 
     QString name() const;
@@ -46,7 +46,10 @@ Q_SIGNALS:
     void changed();
 
 private:
+    QString shownFolder(const std::filesystem::path& file) const;
+
     BlockHealth m_health;
+    std::filesystem::path m_root;
 };
 
 } // namespace quillary

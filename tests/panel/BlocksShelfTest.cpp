@@ -247,6 +247,7 @@ TEST_F(BlocksShelfTest, TellsWhichMediaAreWrongAndUsesFoundFiles) {
     EXPECT_EQ(media.rowCount(), 6);
     EXPECT_EQ(media.data(media.index(0), BlockMediaModel::NameRole), u"no uid.mov"_s);
     EXPECT_EQ(media.data(media.index(1), BlockMediaModel::StateRole), static_cast<int>(BlockMediaModel::State::Moved));
+    EXPECT_EQ(media.data(media.index(1), BlockMediaModel::TellingRole), u"Found in Library/Audio/Final Cut Elements"_s);
     EXPECT_TRUE(media.summary().startsWith(u"6 files · ") && media.summary().endsWith(u"FCPXML 1.13"));
     const std::string before = readFile(block);
     shelf().care()->useFoundFiles();

@@ -20,11 +20,11 @@ void append32(QByteArray& out, std::uint32_t value) {
 } // namespace
 
 QByteArray chunk(const char* type, std::span<const std::uint8_t> content, std::span<const std::uint8_t> rest) {
-    constexpr std::size_t frame = 12;
+    constexpr qsizetype frame = 12;
     constexpr qsizetype lengthField = 4;
     const std::size_t length = content.size() + rest.size();
     QByteArray out;
-    out.reserve(static_cast<qsizetype>(length + frame));
+    out.reserve(static_cast<qsizetype>(length) + frame);
     append32(out, static_cast<std::uint32_t>(length));
     out.append(type, 4);
     for (const auto part : {content, rest})

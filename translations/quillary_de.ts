@@ -179,6 +179,14 @@
         <source>Rename…</source>
         <translation>Umbenennen …</translation>
     </message>
+    <message>
+        <source>Export for…</source>
+        <translation>Exportieren für …</translation>
+    </message>
+    <message>
+        <source>Media…</source>
+        <translation>Medien …</translation>
+    </message>
 </context>
 <context>
     <name>BlockTile</name>
@@ -193,6 +201,10 @@
     <message>
         <source>Drag a block onto the timeline, then ⇧⌘G to break it apart</source>
         <translation>Block auf die Timeline ziehen, dann mit ⇧⌘G auflösen</translation>
+    </message>
+    <message>
+        <source>Media: %1</source>
+        <translation>Medien: %1</translation>
     </message>
 </context>
 <context>
@@ -297,6 +309,271 @@ Wählen Sie diesen Ordner oder einen darüber – ein übergeordneter Ordner erl
     <message>
         <source>“%1” is no longer there.</source>
         <translation>„%1“ ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>Missing media, named all the same</source>
+        <translation>Fehlende Medien, trotzdem genannt</translation>
+    </message>
+    <message>
+        <source>It is the block itself.</source>
+        <translation>Es ist der Block selbst.</translation>
+    </message>
+    <message>
+        <source>It is not a regular file.</source>
+        <translation>Es ist keine gewöhnliche Datei.</translation>
+    </message>
+    <message>
+        <source>Settings that version 1.10 does not know</source>
+        <translation>Einstellungen, die Version 1.10 nicht kennt</translation>
+    </message>
+    <message>
+        <source>This block holds more clips within clips than can be laid out flat.</source>
+        <translation>Dieser Block enthält mehr Clips in Clips, als sich flach auslegen lassen.</translation>
+    </message>
+    <message>
+        <source>The times in this block are too fine to be kept exactly.</source>
+        <translation>Die Zeiten in diesem Block sind zu fein, um genau erhalten zu bleiben.</translation>
+    </message>
+    <message>
+        <source>Titles</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Captions</source>
+        <translation>Untertitel</translation>
+    </message>
+    <message>
+        <source>Transitions</source>
+        <translation>Übergänge</translation>
+    </message>
+    <message>
+        <source>Speed changes</source>
+        <translation>Geschwindigkeitsänderungen</translation>
+    </message>
+    <message>
+        <source>Frame rate conforming</source>
+        <translation>Anpassungen der Bildrate</translation>
+    </message>
+    <message>
+        <source>Video effects</source>
+        <translation>Videoeffekte</translation>
+    </message>
+    <message>
+        <source>Video effects with masks</source>
+        <translation>Videoeffekte mit Masken</translation>
+    </message>
+    <message>
+        <source>Audio effects</source>
+        <translation>Audioeffekte</translation>
+    </message>
+    <message>
+        <source>Crops</source>
+        <translation>Beschnitte</translation>
+    </message>
+    <message>
+        <source>Distortions</source>
+        <translation>Verzerrungen</translation>
+    </message>
+    <message>
+        <source>Fit and fill settings</source>
+        <translation>Einstellungen zum Einpassen</translation>
+    </message>
+    <message>
+        <source>Transforms</source>
+        <translation>Transformationen</translation>
+    </message>
+    <message>
+        <source>Opacity and blending</source>
+        <translation>Deckkraft und Mischmodus</translation>
+    </message>
+    <message>
+        <source>Stabilization</source>
+        <translation>Stabilisierung</translation>
+    </message>
+    <message>
+        <source>Rolling shutter corrections</source>
+        <translation>Rolling-Shutter-Korrekturen</translation>
+    </message>
+    <message>
+        <source>360° settings</source>
+        <translation>360°-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Cinematic settings</source>
+        <translation>Kino-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Color conforming</source>
+        <translation>Farbanpassung</translation>
+    </message>
+    <message>
+        <source>Stereo 3D settings</source>
+        <translation>Stereo-3D-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Object trackers</source>
+        <translation>Objekt-Tracker</translation>
+    </message>
+    <message>
+        <source>Volume changes</source>
+        <translation>Lautstärkeänderungen</translation>
+    </message>
+    <message>
+        <source>Panning</source>
+        <translation>Panorama</translation>
+    </message>
+    <message>
+        <source>Audio enhancements</source>
+        <translation>Audioverbesserungen</translation>
+    </message>
+    <message>
+        <source>Audio channel settings</source>
+        <translation>Einstellungen der Audiokanäle</translation>
+    </message>
+    <message>
+        <source>Audio component settings</source>
+        <translation>Einstellungen der Audiokomponenten</translation>
+    </message>
+    <message>
+        <source>Silenced ranges</source>
+        <translation>Stumme Bereiche</translation>
+    </message>
+    <message>
+        <source>Markers</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Chapter markers</source>
+        <translation>Kapitelmarker</translation>
+    </message>
+    <message>
+        <source>Analysis markers</source>
+        <translation>Analysemarker</translation>
+    </message>
+    <message>
+        <source>Keywords</source>
+        <translation>Schlagwörter</translation>
+    </message>
+    <message>
+        <source>Ratings</source>
+        <translation>Bewertungen</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notizen</translation>
+    </message>
+    <message>
+        <source>Metadata</source>
+        <translation>Metadaten</translation>
+    </message>
+    <message>
+        <source>Bookmarks</source>
+        <translation>Lesezeichen</translation>
+    </message>
+    <message>
+        <source>Locators</source>
+        <translation>Verweise</translation>
+    </message>
+    <message>
+        <source>“%1” settings</source>
+        <translation>Einstellungen „%1“</translation>
+    </message>
+    <message>
+        <source>Other clips and projects of the document</source>
+        <translation>Andere Clips und Projekte des Dokuments</translation>
+    </message>
+    <message>
+        <source>Clips nested too deeply</source>
+        <translation>Zu tief verschachtelte Clips</translation>
+    </message>
+    <message>
+        <source>Clips without content</source>
+        <translation>Clips ohne Inhalt</translation>
+    </message>
+    <message>
+        <source>Unused angles of multicam clips</source>
+        <translation>Unbenutzte Blickwinkel von Multicam-Clips</translation>
+    </message>
+    <message>
+        <source>Alternatives in auditions</source>
+        <translation>Alternativen in Hörproben</translation>
+    </message>
+    <message>
+        <source>Clips without media</source>
+        <translation>Clips ohne Medien</translation>
+    </message>
+    <message>
+        <source>Generators</source>
+        <translation>Generatoren</translation>
+    </message>
+    <message>
+        <source>Roles</source>
+        <translation>Funktionen</translation>
+    </message>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>%1 fehlt.</translation>
+    </message>
+    <message>
+        <source>There is not enough space: %1 are needed, %2 are free.</source>
+        <translation>Der Platz reicht nicht: %1 werden gebraucht, %2 sind frei.</translation>
+    </message>
+    <message>
+        <source>“%1” uses the files that were found</source>
+        <translation>„%1“ verwendet die gefundenen Dateien</translation>
+    </message>
+    <message>
+        <source>Choose the folder for the export.</source>
+        <translation>Ordner für den Export wählen.</translation>
+    </message>
+    <message>
+        <source>Choose where to make the folder with “%1” and its media.</source>
+        <translation>Wählen, wo der Ordner mit „%1“ und seinen Medien angelegt werden soll.</translation>
+    </message>
+    <message>
+        <source>Use Folder</source>
+        <translation>Ordner verwenden</translation>
+    </message>
+    <message>
+        <source>%1 · %2 · FCPXML %3</source>
+        <translation>%1 · %2 · FCPXML %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n Datei</numerusform>
+            <numerusform>%n Dateien</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlt</translation>
+    </message>
+    <message>
+        <source>Missing from %1</source>
+        <translation>Fehlt in %1</translation>
+    </message>
+    <message>
+        <source>Found in %1</source>
+        <translation>Gefunden in %1</translation>
+    </message>
+    <message>
+        <source>There is another copy in the library</source>
+        <translation>In der Mediathek gibt es eine weitere Kopie</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n missing</source>
+        <translation>
+            <numerusform>%n fehlt</numerusform>
+            <numerusform>%n fehlen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n moved</source>
+        <translation>
+            <numerusform>%n verschoben</numerusform>
+            <numerusform>%n verschoben</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -589,6 +866,69 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>tighter</source>
         <translation>enger</translation>
+    </message>
+</context>
+<context>
+    <name>ExportSheet</name>
+    <message>
+        <source>Export “%1”</source>
+        <translation>„%1“ exportieren</translation>
+    </message>
+    <message>
+        <source>FCPXML 1.10</source>
+        <translation>FCPXML 1.10</translation>
+    </message>
+    <message>
+        <source>OpenTimelineIO</source>
+        <translation>OpenTimelineIO</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>For editors that read FCPXML up to version 1.10. Titles and effects stay; what only newer versions know is left out.</source>
+        <translation>Für Programme, die FCPXML bis Version 1.10 lesen. Titel und Effekte bleiben; was nur neuere Versionen kennen, fällt weg.</translation>
+    </message>
+    <message>
+        <source>For editors that read OpenTimelineIO. Flat tracks with one clip for each piece of media; titles, effects and speed changes are left out.</source>
+        <translation>Für Programme, die OpenTimelineIO lesen. Flache Spuren mit einem Clip je Medium; Titel, Effekte und Geschwindigkeitsänderungen fallen weg.</translation>
+    </message>
+    <message>
+        <source>Media relative to the export</source>
+        <translation>Medien relativ zum Export</translation>
+    </message>
+    <message>
+        <source>Wrote %1</source>
+        <translation>%1 geschrieben</translation>
+    </message>
+    <message>
+        <source>Left out:</source>
+        <translation>Weggelassen:</translation>
+    </message>
+    <message>
+        <source>Nothing was left out.</source>
+        <translation>Nichts wurde weggelassen.</translation>
+    </message>
+    <message>
+        <source>Left out</source>
+        <translation>Weggelassen</translation>
+    </message>
+    <message>
+        <source>Show in Files</source>
+        <translation>In Dateien anzeigen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Export…</source>
+        <translation>Exportieren …</translation>
     </message>
 </context>
 <context>
@@ -974,6 +1314,76 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
+    <name>MediaRow</name>
+    <message>
+        <source>Present</source>
+        <translation>Vorhanden</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlt</translation>
+    </message>
+    <message>
+        <source>Moved</source>
+        <translation>Verschoben</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Doppelt</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>MediaSheet</name>
+    <message>
+        <source>Media of “%1”</source>
+        <translation>Medien von „%1“</translation>
+    </message>
+    <message>
+        <source>Media</source>
+        <translation>Medien</translation>
+    </message>
+    <message>
+        <source>This block uses no media.</source>
+        <translation>Dieser Block verwendet keine Medien.</translation>
+    </message>
+    <message>
+        <source>Making the folder</source>
+        <translation>Ordner wird angelegt</translation>
+    </message>
+    <message>
+        <source>Made the folder “%1”</source>
+        <translation>Ordner „%1“ angelegt</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Use Found Files</source>
+        <translation>Gefundene verwenden</translation>
+    </message>
+    <message>
+        <source>Makes a folder with the block and copies of all its media, to be carried elsewhere</source>
+        <translation>Legt einen Ordner mit dem Block und Kopien aller seiner Medien an, zum Mitnehmen</translation>
+    </message>
+    <message>
+        <source>Make Portable…</source>
+        <translation>Zum Mitnehmen …</translation>
+    </message>
+    <message>
+        <source>Show in Files</source>
+        <translation>In Dateien anzeigen</translation>
+    </message>
+</context>
+<context>
     <name>NameSheet</name>
     <message>
         <source>Name</source>
@@ -1113,6 +1523,13 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ProblemBadge</name>
+    <message>
+        <source>Media: %1</source>
+        <translation>Medien: %1</translation>
     </message>
 </context>
 <context>

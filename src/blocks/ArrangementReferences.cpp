@@ -1,3 +1,4 @@
+#include "base/Translation.h"
 #include "base/Try.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockFiles.h"
@@ -167,7 +168,7 @@ std::expected<int, ArrangementFailure> ArrangementStore::useFoundMedia(const fs:
     const int changed = relink(document, {}, root, elements);
     if (changed == 0) return 0;
     const QByteArray bytes = document.serialize();
-    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(QStringLiteral("Not enough memory")));
+    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(translate("Blocks", "Not enough memory")));
     const auto written = rewrite(file, std::chrono::time_point_cast<FileDate::duration>(modified), bytes);
     if (!written) return std::unexpected(Failure(StorageError::couldNotWrite(file, written.error().description())));
     return changed;

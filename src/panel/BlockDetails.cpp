@@ -37,9 +37,9 @@ BlockDetails BlockDetails::of(const Arrangement& block, const BlockHealth* healt
     const auto moved = health->count(BlockHealth::State::moved);
     details.isIncomplete = missing > 0;
     if (missing > 0)
-        details.problem = translate("Blocks", "%1 missing").arg(missing);
+        details.problem = translate("Blocks", "%n missing", nullptr, missing);
     else if (moved > 0)
-        details.problem = translate("Blocks", "%1 moved").arg(moved);
+        details.problem = translate("Blocks", "%n moved", nullptr, moved);
     return details;
 }
 

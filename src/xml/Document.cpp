@@ -2,6 +2,7 @@
 
 #include "base/Translation.h"
 
+#include <algorithm>
 #include <libxml/parser.h>
 #include <libxml/xmlsave.h>
 #include <libxml/xpath.h>
@@ -46,6 +47,15 @@ void noteLoss(void* userData, xmlError* error) {
 
 void passOver(void*, xmlError*) {}
 
+/// Gives the next piece of the view behind `bytes`.
+int take(void* bytes, char* piece, int length) {
+    auto& left = *static_cast<QByteArrayView*>(bytes);
+    const qsizetype taken = std::min<qsizetype>(left.size(), length);
+    std::copy_n(left.data(), taken, piece);
+    left = left.sliced(taken);
+    return static_cast<int>(taken);
+}
+
 int append(void* bytes, const char* piece, int length) {
     static_cast<QByteArray*>(bytes)->append(piece, length);
     return length;
@@ -66,9 +76,11 @@ std::expected<Document, XmlError> Document::parse(QByteArrayView bytes, qsizetyp
     std::optional<XmlError> lost;
     context->_private = &lost;
     context->sax->serror = noteLoss;
+    // Piece by piece: of a document in memory that is larger than 10 MB the parser refuses long values near the end.
     // Short texts lie in their nodes. Nothing here changes a text in its place, which that would not allow.
-    Document document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
-                                        XML_PARSE_NONET | XML_PARSE_COMPACT));
+    QByteArrayView left = bytes;
+    Document document(
+        xmlCtxtReadIO(context.get(), take, nullptr, &left, nullptr, nullptr, XML_PARSE_NONET | XML_PARSE_COMPACT));
     if (!document.m_document || !document.root()) return std::unexpected(errorOf(context->lastError));
     if (lost) return std::unexpected(*std::move(lost));
     return document;

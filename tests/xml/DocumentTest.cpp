@@ -95,6 +95,16 @@ TEST(XmlDocument, RefusesWhatIsNoDocument) {
     EXPECT_TRUE(Document::parse("<a></a>", 7));
 }
 
+TEST(XmlDocument, ReadsLongDocumentsWithLongValues) {
+    const QByteArray element = "<a b='" + QByteArray(1900, 'v') + "'/>";
+    QByteArray bytes = "<all>";
+    constexpr int count = 6'000; // 11 MB on one line
+    for (int n = 0; n < count; ++n) bytes += element;
+    const auto document = Document::parse(bytes + "</all>");
+    ASSERT_TRUE(document) << document.error().description().toStdString();
+    EXPECT_EQ(document->root().elements().size(), count);
+}
+
 TEST(XmlDocument, ReadsNothingElse) {
     const quillary::test::TemporaryFolder folder;
     quillary::test::writeFile(folder / "secret.txt", "secret");

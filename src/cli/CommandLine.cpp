@@ -104,6 +104,7 @@ CommandLine::State::State() {
     declareLookingAfter(root);
     declareBlocks(root);
     declareRecent(root);
+    declareHistory(root);
     declareLibrary(root);
     declareSettings(root);
     declareCompletion(root);

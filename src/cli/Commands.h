@@ -18,6 +18,7 @@ void declareLookingAfter(Grammar& root); ///< favorite, move, rename, delete
 void declareBlocks(Grammar& root);       ///< block save, xml, media, poster, and what follows
 void declareBlockCare(Grammar& block);   ///< block export, portable, check
 void declareRecent(Grammar& root);
+void declareHistory(Grammar& root);
 void declareLibrary(Grammar& root);
 void declareSettings(Grammar& root);
 void declareCompletion(Grammar& root);

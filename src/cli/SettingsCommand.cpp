@@ -22,8 +22,8 @@ struct Key {
     const char* expected; ///< what a value must be; null for what only the program writes
 };
 
-const std::array<Key, 10>& keys() {
-    static const std::array<Key, 10> all{{
+const std::array<Key, 11>& keys() {
+    static const std::array<Key, 11> all{{
         {SettingsKey::rootFolderBookmark, Kind::folder, nullptr},
         {SettingsKey::extraScopeBookmarks, Kind::folders, nullptr},
         {SettingsKey::blocksLastRootPath, Kind::text, nullptr},
@@ -33,6 +33,7 @@ const std::array<Key, 10>& keys() {
         {SettingsKey::vectorLongEdge, Kind::whole, "a whole number of pixels"},
         {SettingsKey::previewVolume, Kind::fraction, "a number from 0 to 1"},
         {SettingsKey::openOnLibrary, Kind::flag, "true or false"},
+        {SettingsKey::pasteHistory, Kind::flag, "true or false"},
         {SettingsKey::subjectModel, Kind::file, "the path of an ONNX file, or an empty text for none"},
     }};
     return all;
@@ -83,6 +84,7 @@ QJsonValue value(const Key& key, const CommandServices& services) {
     if (key.name == SettingsKey::previewVolume) return settings.previewVolume();
     if (key.name == SettingsKey::openOnLibrary) return settings.openOnLibrary();
     if (key.name == SettingsKey::favouritesOnly) return settings.favouritesOnly();
+    if (key.name == SettingsKey::pasteHistory) return settings.pasteHistory();
     if (key.name == SettingsKey::subjectModel)
         return settings.subjectModel().empty() ? QJsonValue() : jsonPath(settings.subjectModel());
 

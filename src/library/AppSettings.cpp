@@ -49,6 +49,11 @@ bool AppSettings::favouritesOnly() const {
     return m_store.value(SettingsKey::favouritesOnly).toBool();
 }
 
+bool AppSettings::pasteHistory() const {
+    const QVariant stored = m_store.value(SettingsKey::pasteHistory);
+    return !stored.isValid() || stored.toBool();
+}
+
 std::filesystem::path AppSettings::subjectModel() const {
     return QFile::encodeName(m_store.value(SettingsKey::subjectModel).toString()).toStdString();
 }

@@ -22,6 +22,8 @@ public:
     double previewVolume() const;
     bool openOnLibrary() const;
     bool favouritesOnly() const;
+    /// Whether the pictures that were staged last are kept; they are unless the user said no.
+    bool pasteHistory() const;
     /// The ONNX file that finds subjects; empty for none. It need not exist.
     std::filesystem::path subjectModel() const;
 
@@ -41,6 +43,7 @@ inline const QString recentLimit = QStringLiteral("recentLimit");
 inline const QString vectorLongEdge = QStringLiteral("vectorLongEdge");
 inline const QString previewVolume = QStringLiteral("previewVolume");
 inline const QString openOnLibrary = QStringLiteral("openOnLibrary");
+inline const QString pasteHistory = QStringLiteral("pasteHistory");
 inline const QString subjectModel = QStringLiteral("subjectModel");
 } // namespace SettingsKey
 

@@ -97,6 +97,11 @@ public:
     std::expected<std::filesystem::path, StorageError> write(const PastedImage& image, Folder folder,
                                                              const std::optional<QString>& collection);
 
+    /// Places a copy of a PNG that was kept elsewhere, attributes included, under the first free name made from `name`
+    /// in Recent; the same picture that lies there already only moves to the top.
+    std::expected<std::filesystem::path, StorageError> copyToRecent(const std::filesystem::path& png,
+                                                                    const QString& name);
+
     struct Stored {
         std::filesystem::path url;
         bool wasAlreadyThere = false;
@@ -235,6 +240,8 @@ private:
 
 class Storage::Prepared {
 public:
+    /// Where this process can read the PNG while it has no name.
+    std::filesystem::path readablePath() const { return m_file.readablePath(); }
     Prepared(Prepared&&) noexcept = default;
     Prepared& operator=(Prepared&&) noexcept = default;
 

@@ -98,6 +98,25 @@ std::expected<fs::path, StorageError> Storage::write(const PastedImage& image, F
     return place(TRY(prepare(image, folder, collection)), image.name);
 }
 
+std::expected<fs::path, StorageError> Storage::copyToRecent(const fs::path& png, const QString& name) {
+    const fs::path path = TRY(folderFor(Folder::recent, {}));
+    const NumberedName names = pngName(name);
+    const auto size = sizeOf(png);
+    const auto same = existing(
+        path, names, [&](const fs::path& there) { return size && sizeOf(there) == size && sameBytes(png, there); });
+    if (same) {
+        platform::stampNow(*same);
+        return *same;
+    }
+    const auto failed = [&](const platform::FileError& error) {
+        return std::unexpected(couldNotWrite(path, names, error));
+    };
+    auto file = platform::PendingFile::create(path);
+    if (!file) return failed(file.error());
+    if (const auto copied = file->copyFrom(png); !copied) return failed(copied.error());
+    return place(Prepared(*std::move(file), path), name);
+}
+
 std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::path& file, Folder folder,
                                                                     const std::optional<QString>& collection,
                                                                     const platform::PendingFile::Progress& progress,

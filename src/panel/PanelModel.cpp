@@ -61,6 +61,8 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
                      [this](const QString& note) { shownShelf().setNote(note, Shelf::Tone::problem); }})
     , m_staging(with.work)
     , m_export(with.work)
+    , m_pasteHistory(with.settings, with.cacheFolder, with.work)
+    , m_recording(with.work)
     , m_saving(with.saves) {
     m_progressTick.setInterval(50ms);
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
@@ -99,6 +101,7 @@ void PanelModel::refreshShelves() {
 void PanelModel::appear() {
     m_storage.openExtraScopes();
     refreshShelves();
+    m_pasteHistory.refresh();
 }
 
 Shelf& PanelModel::shownShelf() {

@@ -14,6 +14,7 @@
 #include "panel/FileActions.h"
 #include "panel/FolderChooser.h"
 #include "panel/ImagesShelf.h"
+#include "panel/PasteHistoryModel.h"
 #include "panel/SettingsModel.h"
 #include "panel/TouchUpModel.h"
 #include "panel/VideoShelf.h"
@@ -104,6 +105,7 @@ class PanelModel : public QObject {
     /// Null where the panel never asks by itself.
     Q_PROPERTY(quillary::FolderChooser* ownChooser READ ownChooser CONSTANT FINAL)
     Q_PROPERTY(quillary::FileActions* fileActions READ fileActions CONSTANT FINAL)
+    Q_PROPERTY(quillary::PasteHistoryModel* pasteHistory READ pasteHistory CONSTANT FINAL)
     Q_PROPERTY(quillary::SettingsModel* settings READ settings CONSTANT FINAL)
 
 public:
@@ -202,6 +204,14 @@ public:
     Q_INVOKABLE void saveCurrentToLibrary();
     /// Brings a library image back into the Import tab.
     void editInIntake(const LibraryItem& item);
+
+    /// What was pasted or dropped before.
+    PasteHistoryModel* pasteHistory() { return &m_pasteHistory; }
+    /// Stages a picture of the history again.
+    Q_INVOKABLE void stageAgain(int row);
+    /// For a drag that begins now: the file: URL of a picture of the history, brought into Recent as any drag is. Empty
+    /// when there is none; the reason goes into the note.
+    Q_INVOKABLE QString pastedFileUrl(int row);
 
     /// The picture that leaves the panel: the staged one, or its cut-out while that is shown.
     std::expected<PastedImage, ImageIntakeError> imageToExport() const;
@@ -339,12 +349,15 @@ private:
 
     /// Runs the maker in the background. What belongs to the image before is dropped at once, `state` follows when the
     /// new one is there; a newer load or `clear` makes it void.
-    void load(const Maker& make);
+    /// What came from outside goes into the paste history.
+    enum class Origin { outside, library };
+    void load(const Maker& make, Origin origin = Origin::outside);
     void fail(const QString& message, const std::optional<QString>& hint);
     void setState(State state);
     void setStaged(std::optional<std::filesystem::path> url);
     /// Encodes the picture to export and lays it ready in Recent, so that a drag only has to name it.
     void prepareExport();
+    void takePrepared(std::expected<Storage::Prepared, StorageError> prepared);
     void pruneRecentInBackground();
     void startRemoval(std::optional<Cutout::Method> method);
     void finishRemoval(Cutout::Expected removed);
@@ -403,6 +416,10 @@ private:
     FileActions m_fileActions;
     Background m_staging;
     Background m_export;
+    PasteHistoryModel m_pasteHistory;
+    Background m_recording;
+    bool m_unrecorded = false; ///< the staged image is to go into the history
+    quint64 m_exports = 0;     ///< how often a picture to export was prepared
     Background m_saving;
     std::optional<Storage::Prepared> m_prepared; ///< belongs to the picture that `imageToExport` gives now
     std::stop_source m_closing;

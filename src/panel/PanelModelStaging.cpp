@@ -59,14 +59,15 @@ void PanelModel::handlePaste() {
         paste();
 }
 
-void PanelModel::load(const Maker& make) {
+void PanelModel::load(const Maker& make, Origin origin) {
     setStaged({});
     m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     m_prepared.reset();
     m_export.cancel();
-    m_staging.run(make, [this](State next) {
+    m_staging.run(make, [this, origin](State next) {
         setState(std::move(next));
+        m_unrecorded = origin == Origin::outside && stage() == Stage::loaded;
         Q_EMIT stagingChanged();
         prepareExport();
     });
@@ -95,7 +96,9 @@ void PanelModel::load(const QByteArray& data, const QString& named, const QStrin
 }
 
 void PanelModel::editInIntake(const LibraryItem& item) {
-    load(item.url);
+    load([file = item.url, longEdge = m_settings.vectorLongEdge()](
+             std::stop_token stop) -> State { return stateOf(ImageIntake::read(file, longEdge, stop)); },
+         Origin::library);
     setTab(Tab::intake);
 }
 
@@ -170,14 +173,52 @@ void PanelModel::prepareExport() {
     const auto exported = imageToExport();
     if (!exported) return;
     using Ready = std::expected<Storage::Prepared, StorageError>;
-    m_export.run(
-        [image = *exported, &storage = m_storage](std::stop_token stop) -> Ready {
-            return storage.prepare(image, Storage::Folder::recent, {}, stop);
+    const auto turn = ++m_exports;
+    if (!std::exchange(m_unrecorded, false) || !m_pasteHistory.enabled()) {
+        m_export.run(
+            [image = *exported, &storage = m_storage](std::stop_token stop) -> Ready {
+                return storage.prepare(image, Storage::Folder::recent, {}, stop);
+            },
+            [this](Ready prepared) { takePrepared(std::move(prepared)); });
+        return;
+    }
+    // The same bytes serve the history, and go there even when a newer picture follows at once.
+    m_recording.every(
+        [image = *exported, &storage = m_storage, history = m_pasteHistory.store()](const std::stop_token&) -> Ready {
+            Ready prepared = storage.prepare(image, Storage::Folder::recent, {});
+            history.keep(image, prepared ? prepared->readablePath() : fs::path());
+            return prepared;
         },
-        [this](Ready prepared) {
-            // A failure is told when the drag tries again.
-            if (prepared) m_prepared = std::move(*prepared);
+        [this, turn](Ready prepared) {
+            if (turn == m_exports) takePrepared(std::move(prepared));
+            m_pasteHistory.refresh();
         });
+}
+
+/// A failure is told when the drag tries again.
+void PanelModel::takePrepared(std::expected<Storage::Prepared, StorageError> prepared) {
+    if (prepared) m_prepared = std::move(*prepared);
+}
+
+void PanelModel::stageAgain(int row) {
+    const auto* entry = m_pasteHistory.at(row);
+    if (!entry) return;
+    load([entry = *entry, history = m_pasteHistory.store()](std::stop_token stop) -> State {
+        return stateOf(history.read(entry, std::move(stop)));
+    });
+}
+
+QString PanelModel::pastedFileUrl(int row) {
+    const auto* entry = m_pasteHistory.at(row);
+    if (!entry) return {};
+    const auto file = m_storage.copyToRecent(entry->picture(), entry->name);
+    if (file) {
+        pruneRecentInBackground();
+        return QString::fromLatin1(fileUrl(*file));
+    }
+    m_imagesShelf.setNote(file.error().description(), Shelf::Tone::problem);
+    m_pasteHistory.refresh();
+    return {};
 }
 
 std::expected<fs::path, QString> PanelModel::fileOnDisk() {

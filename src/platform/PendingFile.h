@@ -48,6 +48,9 @@ public:
     /// Takes the extended attributes and the permission bits of `source` alone, for new bytes of the same file.
     std::expected<void, FileError> copyAttributesFrom(const std::filesystem::path& source);
 
+    /// Where this process can read what was written while the file has no name.
+    std::filesystem::path readablePath() const;
+
     /// Stamps an extended attribute; `name` without the system's prefix. A file system without attributes is passed
     /// over.
     void setAttribute(std::string_view name, std::string_view value);

@@ -5,6 +5,7 @@
 
 #include <expected>
 #include <filesystem>
+#include <string>
 
 namespace quillary::platform {
 
@@ -26,6 +27,9 @@ public:
 
     /// Gives the folder the first free name of the sequence, in one step. Afterwards this object is empty.
     std::expected<std::filesystem::path, FileError> place(const NumberedName& names);
+
+    /// Gives the folder this very name. EEXIST when it is taken: the folder then stays as it is.
+    std::expected<void, FileError> placeAs(const std::string& name);
 
 private:
     PendingFolder(std::filesystem::path path, int descriptor) : m_path(std::move(path)), m_descriptor(descriptor) {}

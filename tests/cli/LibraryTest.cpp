@@ -91,7 +91,7 @@ TEST_F(LibraryTest, SettingsTellTheValueInForce) {
     EXPECT_EQ(json({u"settings"_s}).object(),
               QJsonDocument::fromJson(R"({"rootFolderBookmark":null,"extraScopeBookmarks":[],"blocksLastRootPath":null,
                   "favouritePaths":[],"favouritesOnly":false,"recentLimit":0,"vectorLongEdge":4096,"previewVolume":0.7,
-                  "openOnLibrary":false,"subjectModel":null})")
+                  "openOnLibrary":false,"pasteHistory":true,"subjectModel":null})")
                   .object());
     struct Case {
         const char* key;

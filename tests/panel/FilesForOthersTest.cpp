@@ -84,6 +84,43 @@ TEST_F(FilesForOthersTest, KeepsWhereAPictureCameFromAndCopiesItAsCredits) {
     EXPECT_EQ(images().note(), u"Nothing is known of where this came from"_s);
 }
 
+TEST_F(FilesForOthersTest, GoesBackToWhatWasPasted) {
+    PasteHistoryModel& history = *model->pasteHistory();
+    const auto nameAt = [&](int row) {
+        return history.data(history.index(row), PasteHistoryModel::NameRole).toString();
+    };
+    stage(file("one.png", picture(20, 10)));
+    // Another follows before the first was encoded, and a cut-out follows that.
+    model->load(file("two.png", picture(40, 30, Qt::white)));
+    ASSERT_TRUE(comesTrue([&] { return model->stagedName() == u"two"_s; }));
+    model->removeBackground(PanelModel::CutoutMethod::solid);
+    ASSERT_TRUE(comesTrue([&] { return history.count() == 2; }));
+    EXPECT_EQ(nameAt(0), u"two"_s);
+    settle();
+    model->stageAgain(1);
+    settle();
+    EXPECT_EQ(model->stagedName(), u"one"_s);
+    EXPECT_TRUE(model->stagedProvenance().endsWith(u"one.png"_s)) << "where it came from, not where it was kept";
+    EXPECT_EQ(model->displayImage(), picture(20, 10));
+    EXPECT_EQ(nameAt(0), u"one"_s);
+
+    EXPECT_EQ(model->pastedFileUrl(1), urlOf(root() / "Recent/two.png"));
+    EXPECT_EQ(model->pastedFileUrl(1), urlOf(root() / "Recent/two.png")) << "the same file again";
+    EXPECT_EQ(QImage(QString::fromStdString(root() / "Recent/two.png")).pixelColor(3, 3), QColor(Qt::white));
+    EXPECT_EQ(Storage::sourceFormat(root() / "Recent/two.png"), u"png"_s);
+    EXPECT_EQ(model->pastedFileUrl(7), QString());
+
+    model->editItem(urlOf(shelved("own.png", picture(9, 9, Qt::green))));
+    settle();
+    EXPECT_EQ(history.count(), 2) << "what came out of the library was not pasted";
+    history.setEnabled(false);
+    ASSERT_TRUE(comesTrue([&] { return history.count() == 0; }));
+    stage(file("three.png", picture(5, 5)));
+    history.refresh();
+    settle();
+    EXPECT_EQ(history.count(), 0);
+}
+
 TEST_F(FilesForOthersTest, TransformsASelection) {
     const auto wide = shelved("wide.png", picture(30, 20));
     const auto other = shelved("other.png", picture(8, 4));

@@ -40,8 +40,8 @@ protected:
     void make() {
         model.reset();
         saves.setMaxThreadCount(1);
-        model = std::make_unique<PanelModel>(
-            PanelModel::Collaborators{storage, settings, builtIns, clipboard, chooser, fileManager, work, saves});
+        model = std::make_unique<PanelModel>(PanelModel::Collaborators{
+            storage, settings, builtIns, clipboard, chooser, fileManager, work, saves, nullptr, folder / "cache"});
     }
 
     /// Runs the event loop until the condition holds.

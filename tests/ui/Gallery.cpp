@@ -429,6 +429,7 @@ int main(int argc, char** argv) {
         QQmlComponent view(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Library/SettingsView.qml")));
         const std::unique_ptr<QObject> sheet(
             view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.root.get())},
+                                              {QStringLiteral("history"), QVariant::fromValue(model.pasteHistory())},
                                               {QStringLiteral("settings"), QVariant::fromValue(&unavailable)}}));
         sheet->findChild<QObject*>(QStringLiteral("settingsGroups"))->setProperty("contentY", 150);
         gallery.take("settings-unavailable");

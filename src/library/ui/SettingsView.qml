@@ -10,6 +10,7 @@ Sheet {
     id: sheet
 
     required property SettingsModel settings
+    required property PasteHistoryModel history
     readonly property CopyJob job: settings.copyJob
 
     function limitLabels(): list<string> {
@@ -246,6 +247,36 @@ Sheet {
                     symbol: "scissors"
                     text: sheet.settings.subjectModel
                     width: parent.width
+                }
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
+            SettingsGroup {
+                explanation: qsTr("The last twelve pictures that you pasted or dropped, in a strip under the stage. They lie in your cache folder and go nowhere else. Switching this off forgets them.")
+                title: qsTr("Keep a paste history")
+                width: parent.width
+
+                control: Row {
+                    spacing: Theme.smallGap
+
+                    Button {
+                        enabled: sheet.history.count > 0
+                        objectName: "clearHistory"
+                        spokenName: qsTr("Clear the paste history")
+                        text: qsTr("Clear")
+
+                        onClicked: sheet.history.clear()
+                    }
+                    Toggle {
+                        anchors.verticalCenter: parent.verticalCenter
+                        objectName: "pasteHistory"
+                        on: sheet.history.enabled
+                        spokenName: qsTr("Keep a paste history")
+
+                        onRequested: on => sheet.history.enabled = on
+                    }
                 }
             }
             Divider {

@@ -13,8 +13,8 @@ Item {
     readonly property bool loaded: model.stage === PanelModel.Stage.Loaded
 
     Stage {
-        anchors.bottom: loadedFooter.visible ? loadedFooter.top : hint.top
-        anchors.bottomMargin: Theme.gap
+        anchors.bottom: strip.top
+        anchors.bottomMargin: strip.visible ? Theme.smallGap : 0
         anchors.left: parent.left
         anchors.leftMargin: Theme.margin
         anchors.right: parent.right
@@ -26,6 +26,18 @@ Item {
         targeted: tab.targeted
 
         onRemovalStopped: loadedFooter.focusCutout()
+    }
+    PasteStrip {
+        id: strip
+
+        anchors.bottom: loadedFooter.visible ? loadedFooter.top : hint.top
+        anchors.bottomMargin: Theme.gap
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        loaded: tab.loaded
+        panel: tab.model
     }
     LoadedFooter {
         id: loadedFooter

@@ -20,6 +20,7 @@ Rectangle {
     onShowingSettingsChanged: {
         if (showingSettings)
             settings.setSource("qrc:/qt/qml/Quillary/Library/SettingsView.qml", {
+                "history": panel.model.pasteHistory,
                 "parent": panel,
                 "settings": panel.model.settings
             });

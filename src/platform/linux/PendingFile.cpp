@@ -119,6 +119,10 @@ void PendingFile::setModified(std::chrono::system_clock::time_point time) {
     ::futimens(m_descriptor, times.data());
 }
 
+std::filesystem::path PendingFile::readablePath() const {
+    return m_temporary.empty() ? std::filesystem::path("/proc/self/fd/" + std::to_string(m_descriptor)) : m_temporary;
+}
+
 std::expected<void, FileError> PendingFile::sync() {
     if (::fdatasync(m_descriptor) == 0) return {};
     // Some file systems have nothing to sync.

@@ -1,6 +1,7 @@
 #include "platform/PendingFolder.h"
 
 #include "platform/PendingFile.h"
+#include "platform/linux/FreeName.h"
 #include "platform/linux/HiddenFile.h"
 
 #include <fcntl.h>
@@ -39,6 +40,12 @@ PendingFolder::~PendingFolder() {
 
 std::expected<fs::path, FileError> PendingFolder::place(const NumberedName& names) {
     auto placed = moveToFreeName(m_path, m_path.parent_path(), names);
+    if (placed) m_path.clear();
+    return placed;
+}
+
+std::expected<void, FileError> PendingFolder::placeAs(const std::string& name) {
+    auto placed = renameExclusively(m_path, m_path.parent_path() / name);
     if (placed) m_path.clear();
     return placed;
 }

@@ -1,0 +1,79 @@
+#include "panel/PasteHistoryModel.h"
+
+#include "base/FileUrl.h"
+#include "library/AppSettings.h"
+#include "platform/SettingsStore.h"
+
+#include <QThread>
+
+namespace quillary {
+
+PasteHistoryModel::PasteHistoryModel(AppSettings& settings, const std::filesystem::path& cacheFolder, QThreadPool& work,
+                                     QObject* parent)
+    : QAbstractListModel(parent), m_settings(settings), m_store(cacheFolder), m_reading(work) {}
+
+int PasteHistoryModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant PasteHistoryModel::data(const QModelIndex& index, int role) const {
+    const PasteHistory::Entry* entry = at(index.row());
+    if (!entry) return {};
+    if (role == NameRole) return entry->name;
+    return role == PreviewRole ? QVariant(QString::fromLatin1(fileUrl(entry->preview()))) : QVariant();
+}
+
+QHash<int, QByteArray> PasteHistoryModel::roleNames() const {
+    return {{NameRole, "name"}, {PreviewRole, "preview"}};
+}
+
+bool PasteHistoryModel::enabled() const {
+    return m_settings.pasteHistory();
+}
+
+void PasteHistoryModel::setEnabled(bool on) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    m_settings.store().setValue(SettingsKey::pasteHistory, on);
+    Q_EMIT enabledChanged();
+    if (!on) clear();
+}
+
+const PasteHistory::Entry* PasteHistoryModel::at(int row) const {
+    return row >= 0 && row < count() ? &m_entries[static_cast<std::size_t>(row)] : nullptr;
+}
+
+void PasteHistoryModel::refresh() {
+    m_reading.run([store = m_store](const std::stop_token&) { return store.entries(); },
+                  [this](std::vector<PasteHistory::Entry> entries) { show(std::move(entries)); });
+}
+
+void PasteHistoryModel::clear() {
+    m_reading.run([store = m_store](const std::stop_token&) { return store.clear(); }, [this](int) { refresh(); });
+}
+
+/// Rows that stay are not touched, so that a drag from one of them goes on.
+void PasteHistoryModel::show(std::vector<PasteHistory::Entry> entries) {
+    if (entries == m_entries) return;
+    for (int row = count() - 1; row >= 0; --row) {
+        if (std::ranges::find(entries, m_entries[static_cast<std::size_t>(row)]) != entries.end()) continue;
+        beginRemoveRows({}, row, row);
+        m_entries.erase(m_entries.begin() + row);
+        endRemoveRows();
+    }
+    for (int row = 0; row < static_cast<int>(entries.size()); ++row) {
+        const auto& wanted = entries[static_cast<std::size_t>(row)];
+        const auto there = std::find(m_entries.begin() + row, m_entries.end(), wanted);
+        if (there == m_entries.end()) {
+            beginInsertRows({}, row, row);
+            m_entries.insert(m_entries.begin() + row, wanted);
+            endInsertRows();
+        } else if (const int from = static_cast<int>(there - m_entries.begin()); from != row) {
+            beginMoveRows({}, from, from, {}, row);
+            std::rotate(m_entries.begin() + row, there, there + 1);
+            endMoveRows();
+        }
+    }
+    Q_EMIT countChanged();
+}
+
+} // namespace quillary

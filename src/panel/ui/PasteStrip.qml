@@ -1,0 +1,92 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Quillary.Controls
+import Quillary.Drag
+import Quillary.Model
+
+/// The pictures that were staged last: a click stages one again, a drag takes it straight out. No height while there is
+/// nothing to go back to.
+ListView {
+    id: strip
+
+    required property PanelModel panel
+    required property bool loaded
+
+    Accessible.name: qsTr("Paste history")
+    Accessible.role: Accessible.List
+    activeFocusOnTab: visible
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    currentIndex: 0
+    height: visible ? 38 : 0
+    keyNavigationEnabled: true
+    model: panel.pasteHistory
+    orientation: ListView.Horizontal
+    spacing: 6
+    // The picture on the stage is the first of them.
+    visible: panel.pasteHistory.enabled && count > (loaded ? 1 : 0)
+
+    delegate: Item {
+        id: entry
+
+        required property int index
+        required property string name
+        required property string preview
+
+        Accessible.description: hint.text
+        Accessible.name: name
+        Accessible.role: Accessible.ListItem
+        Accessible.onPressAction: strip.panel.stageAgain(index)
+        height: 38
+        width: 38
+
+        Checkerboard {
+            anchors.fill: parent
+            ink: Theme.ink
+            opacity: 0.7
+            radius: 6
+            square: 5
+        }
+        Image {
+            id: picture
+
+            anchors.fill: parent
+            anchors.margins: 2
+            asynchronous: true
+            fillMode: Image.PreserveAspectFit
+            source: entry.preview
+        }
+        Rectangle {
+            anchors.fill: parent
+            border.color: over.hovered ? Theme.secondary : Theme.outline
+            color: "transparent"
+            radius: 6
+        }
+        FocusRing {
+            shown: strip.activeFocus && strip.currentIndex === entry.index
+        }
+        FileDragSource {
+            id: source
+
+            anchors.fill: parent
+            picture: picture
+            title: entry.name
+
+            onTapped: strip.panel.stageAgain(entry.index)
+            onUrlRequested: request => request.url = strip.panel.pastedFileUrl(entry.index)
+        }
+        HoverHandler {
+            id: over
+        }
+        ToolTip {
+            id: hint
+
+            shown: over.hovered && !source.dragging
+            text: qsTr("%1 · click to stage again, or drag it out").arg(entry.name)
+            y: -height - 4
+        }
+    }
+
+    Keys.onReturnPressed: panel.stageAgain(currentIndex)
+    Keys.onSpacePressed: panel.stageAgain(currentIndex)
+}

@@ -88,7 +88,7 @@ std::expected<QImage, Error> decodePicture(codecs::Picture& picture, std::stop_t
     if (image.isNull()) return std::unexpected(Error::unreadable);
     const QColorSpace space = spaceOf(header.colourProfile);
     const bool kept = space == QColorSpace(QColorSpace::SRgb) || (colours == Colours::asStored && space.isValid());
-    if (!picture.decode(image.bits(), static_cast<std::size_t>(image.bytesPerLine()), kept, stop))
+    if (!picture.decode(image.bits(), static_cast<std::size_t>(image.bytesPerLine()), kept, std::move(stop)))
         return std::unexpected(Error::unreadable);
     if (kept && colours == Colours::asStored) image.setColorSpace(space);
     return upright(std::move(image), header.orientation);
@@ -144,6 +144,7 @@ std::expected<QImage, Error> decodeWithToolkit(const Source& source) {
 QImage fitted(const QImage& image, QSize original, int longestSide) {
     if (std::max(image.width(), image.height()) <= longestSide) return image;
     const auto size = RasterRule{RasterRule::Kind::fit, longestSide}(original.width(), original.height());
+    if (!size) return image;
     return image.scaled(static_cast<int>(size->width), static_cast<int>(size->height), Qt::IgnoreAspectRatio,
                         Qt::SmoothTransformation);
 }
@@ -203,7 +204,7 @@ std::expected<QImage, Error> decodeWith(const Source& source, Colours colours, s
     if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
         auto opened = bitmaps->open(moduleSource(source));
         if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened))
-            return decodePicture(**picture, stop, colours);
+            return decodePicture(**picture, std::move(stop), colours);
         if (std::get<codecs::Failure>(opened) == codecs::Failure::broken) return std::unexpected(Error::unreadable);
     }
     if (stop.stop_requested()) return std::unexpected(Error::unreadable);

@@ -50,7 +50,12 @@ class Day:
     def paste(self):
         self.number += 1
         file = self.folder / "clipboard.png"
-        file.write_bytes(picture(self.number, 600, 400, noise=self.number % 3 == 0))
+        if self.number % 3 == 0:
+            file.write_bytes(picture(self.number, 600, 400, noise=True))
+        else:  # something to cut out
+            colour = f"rgb({self.number % 256},60,{255 - self.number % 256})"
+            subprocess.run(["convert", "-size", "600x400", "xc:#f4f2ee", "-fill", colour, "-draw",
+                            f"circle 300,200 {320 + self.number % 100},300", str(file)], check=True)
         subprocess.run(["xclip", "-selection", "clipboard", "-t", "image/png", str(file)], env=self.desktop.environment,
                        check=True, stdout=subprocess.DEVNULL)
         self.click(IMPORT)

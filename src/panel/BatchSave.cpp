@@ -114,7 +114,7 @@ QString BatchResult::summary() const {
     return parts.isEmpty() ? translate("BatchSave", "Nothing to save.") : parts.join(QStringLiteral(" · "));
 }
 
-std::vector<fs::path> filesIn(const std::vector<fs::path>& urls, std::stop_token stop) {
+std::vector<fs::path> filesIn(const std::vector<fs::path>& urls, const std::stop_token& stop) {
     std::vector<fs::path> files;
     for (const fs::path& url : urls) {
         std::error_code ignored;
@@ -127,7 +127,7 @@ std::vector<fs::path> filesIn(const std::vector<fs::path>& urls, std::stop_token
 }
 
 BatchResult performSave(const std::vector<fs::path>& urls, Storage& storage, const BatchTarget& target, int longEdge,
-                        BatchProgress& progress, std::stop_token stop) {
+                        BatchProgress& progress, const std::stop_token& stop) {
     const auto files = filesIn(urls, stop);
     progress.total = static_cast<int>(files.size());
     Batch batch(storage, target, longEdge, stop);

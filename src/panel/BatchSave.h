@@ -39,11 +39,12 @@ struct BatchResult {
 /// The regular files among `urls` and, at any depth, in the folders among them, in the given order, folders by name.
 /// Hidden files and links to folders inside a folder are passed over; what cannot be read stays in the list and fails
 /// later.
-std::vector<std::filesystem::path> filesIn(const std::vector<std::filesystem::path>& urls, std::stop_token stop = {});
+std::vector<std::filesystem::path> filesIn(const std::vector<std::filesystem::path>& urls,
+                                           const std::stop_token& stop = {});
 
 /// Files every one of `urls` onto the shelf of its kind: pictures are read and written as PNG, videos and sounds copied
 /// byte for byte. One that fails does not stop the others. A stop request ends the batch after the current file.
 BatchResult performSave(const std::vector<std::filesystem::path>& urls, Storage& storage, const BatchTarget& target,
-                        int longEdge, BatchProgress& progress, std::stop_token stop = {});
+                        int longEdge, BatchProgress& progress, const std::stop_token& stop = {});
 
 } // namespace quillary

@@ -1493,6 +1493,17 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
+    <name>PasteStrip</name>
+    <message>
+        <source>Paste history</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>%1 · click to stage again, or drag it out</source>
+        <translation>%1 · Klick holt es zurück, ziehen geht auch</translation>
+    </message>
+</context>
+<context>
     <name>PastedImage</name>
     <message>
         <source>File · %1</source>
@@ -1727,6 +1738,22 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
     <message>
         <source>Done</source>
         <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>The last twelve pictures that you pasted or dropped, in a strip under the stage. They lie in your cache folder and go nowhere else. Switching this off forgets them.</source>
+        <translation>Die letzten zwölf eingesetzten oder abgelegten Bilder, in einem Streifen unter der Bühne. Sie liegen im Cache-Ordner und kommen nirgendwo sonst hin. Ausschalten vergisst sie.</translation>
+    </message>
+    <message>
+        <source>Keep a paste history</source>
+        <translation>Verlauf führen</translation>
+    </message>
+    <message>
+        <source>Clear the paste history</source>
+        <translation>Verlauf leeren</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
     </message>
 </context>
 <context>

@@ -95,6 +95,9 @@ private:
 std::expected<std::filesystem::path, FileError>
 moveToFreeName(const std::filesystem::path& source, const std::filesystem::path& folder, const NumberedName& names);
 
+/// The same for one name alone: EEXIST when it is taken, and nothing is changed then.
+std::expected<void, FileError> moveTo(const std::filesystem::path& source, const std::filesystem::path& target);
+
 /// Removes the temporary files and folders that killed writers left directly in `folder`.
 void removeAbandonedFiles(const std::filesystem::path& folder);
 

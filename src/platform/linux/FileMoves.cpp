@@ -11,8 +11,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::expected<fs::path, FileError> copyThenRemove(const fs::path& source, const fs::path& folder,
-                                                  const NumberedName& names) {
+/// `place` gives the copy its name and tells where it stands.
+template <typename Place>
+std::expected<fs::path, FileError> copyThenRemove(const fs::path& source, const fs::path& folder, Place place) {
     struct stat status {};
     if (::stat(source.c_str(), &status) != 0) return std::unexpected(FileError::last());
     auto copy = TRY(PendingFile::create(folder));
@@ -20,7 +21,7 @@ std::expected<fs::path, FileError> copyThenRemove(const fs::path& source, const 
     using namespace std::chrono;
     copy.setModified(system_clock::time_point(seconds(status.st_mtim.tv_sec)) + nanoseconds(status.st_mtim.tv_nsec));
     TRY(copy.sync());
-    auto placed = TRY(copy.place(names));
+    auto placed = TRY(place(copy));
     if (::unlink(source.c_str()) == 0) return placed;
     // A source that cannot be removed has not moved.
     const auto failure = FileError::last();
@@ -34,7 +35,18 @@ std::expected<fs::path, FileError> moveToFreeName(const fs::path& source, const 
                                                   const NumberedName& names) {
     auto moved = claimFreeName(folder, names, [&](const fs::path& name) { return renameExclusively(source, name); });
     if (moved || moved.error().code != EXDEV) return moved;
-    return copyThenRemove(source, folder, names);
+    return copyThenRemove(source, folder, [&](PendingFile& copy) { return copy.place(names); });
+}
+
+std::expected<void, FileError> moveTo(const fs::path& source, const fs::path& target) {
+    auto moved = renameExclusively(source, target);
+    if (moved || moved.error().code != EXDEV) return moved;
+    const auto place = [&](PendingFile& copy) -> std::expected<fs::path, FileError> {
+        TRY(copy.placeAs(target.filename().native()));
+        return target;
+    };
+    TRY(copyThenRemove(source, target.parent_path(), place));
+    return {};
 }
 
 std::expected<void, FileError> createFolders(const fs::path& folder) {

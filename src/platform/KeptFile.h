@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/FileError.h"
+
+#include <chrono>
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+
+namespace quillary::platform {
+
+/// A file as it is now, held open: its bytes, attributes and date can still be had when another file has taken its
+/// place. Costs one descriptor, and the room on the disk of a file that has no name any more. Movable; any one thread
+/// at a time.
+class KeptFile {
+public:
+    /// Tells a rewritten file from the one it was.
+    struct Stamp {
+        std::uint64_t size = 0;
+        std::chrono::sys_time<std::chrono::nanoseconds> modified;
+        bool operator==(const Stamp&) const = default;
+    };
+
+    /// Follows links. Regular files only: others fail with EINVAL.
+    static std::expected<KeptFile, FileError> open(const std::filesystem::path& file);
+
+    KeptFile(KeptFile&& other) noexcept;
+    KeptFile& operator=(KeptFile&& other) noexcept;
+    ~KeptFile();
+
+    /// What was written to the file itself since then shows here too.
+    Stamp stamp() const;
+    /// Makes it the file at `target` again, in one step; what a link at `target` leads to is replaced. Afterwards that
+    /// file has this one's stamp.
+    std::expected<void, FileError> putBack(const std::filesystem::path& target) const;
+
+private:
+    explicit KeptFile(int descriptor) : m_descriptor(descriptor) {}
+
+    int m_descriptor = -1;
+};
+
+} // namespace quillary::platform

@@ -88,6 +88,30 @@ std::expected<void, ArrangementFailure> ArrangementStore::remove(const fs::path&
     return {};
 }
 
+std::expected<void, ArrangementFailure> ArrangementStore::moveBack(const fs::path& block, const fs::path& place) {
+    const fs::path file = TRY(ownBlock(block));
+    const fs::path poster = posterPath(file);
+    TRY(m_storage.moveBack(file, place));
+    if (!isThere(poster)) return {};
+    auto along = m_storage.moveBack(poster, posterPath(place));
+    if (along) return {};
+    (void)m_storage.moveBack(place, file);
+    return std::unexpected(Failure(along.error()));
+}
+
+std::expected<std::vector<platform::TrashedFile>, ArrangementFailure> ArrangementStore::trash(const fs::path& block) {
+    const fs::path file = TRY(ownBlock(block));
+    std::vector<platform::TrashedFile> trashed{TRY(m_storage.trash(file))};
+    if (!isThere(posterPath(file))) return trashed;
+    auto poster = m_storage.trash(posterPath(file));
+    if (!poster) {
+        (void)Storage::restore(trashed.front());
+        return std::unexpected(Failure(poster.error()));
+    }
+    trashed.push_back(*std::move(poster));
+    return trashed;
+}
+
 std::expected<void, ArrangementFailure> ArrangementStore::setPoster(const QImage& image, const fs::path& block) {
     const fs::path file = TRY(ownBlock(block));
     const QByteArray png = pngData(image);

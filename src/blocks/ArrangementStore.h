@@ -3,6 +3,7 @@
 #include "blocks/ArrangementFailure.h"
 #include "blocks/FCPXMLDocument.h"
 #include "blocks/MediaCopier.h"
+#include "platform/Trash.h"
 #include "values/Arrangement.h"
 
 #include <QByteArray>
@@ -62,6 +63,10 @@ public:
     Result rename(const std::filesystem::path& block, const QString& name);
     /// Deletes the block and its poster for good. Its media stay: other blocks may use them.
     std::expected<void, Failure> remove(const std::filesystem::path& block);
+    /// Puts a block back where it was, as `Storage::moveBack` does.
+    std::expected<void, Failure> moveBack(const std::filesystem::path& block, const std::filesystem::path& place);
+    /// Moves the block and its poster, all or nothing, into the desktop's trash. Its media stay.
+    std::expected<std::vector<platform::TrashedFile>, Failure> trash(const std::filesystem::path& block);
 
     std::expected<void, Failure> setPoster(const QImage& image, const std::filesystem::path& block);
     /// A block without a poster stays as it is.

@@ -118,6 +118,20 @@ class Delete final : public Command {
     std::vector<fs::path> m_files;
 };
 
+class Trash final : public Command {
+    void declare(Grammar& grammar) override { grammar.files("FILE", m_files, "Files of the library"); }
+
+    std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
+        const auto change = [&](const fs::path& file) -> Outcome {
+            if (!isOnBlocksShelf(file, services.storage)) return TRY(services.storage.trash(file)).file;
+            return TRY(ArrangementStore(services.storage).trash(file)).front().file;
+        };
+        return forEach(m_files, change, services, output);
+    }
+
+    std::vector<fs::path> m_files;
+};
+
 class Rename final : public Command {
     void declare(Grammar& grammar) override {
         grammar.path("FILE", m_file, Value::file, "A file of the library");
@@ -148,6 +162,7 @@ void declareLookingAfter(Grammar& root) {
     root.command<Move>("move", "Move files to another collection of their shelf");
     root.command<Rename>("rename", "Give a file another name");
     root.command<Delete>("delete", "Delete files for good");
+    root.command<Trash>("trash", "Move files to the trash of the desktop");
 }
 
 } // namespace quillary::cli

@@ -3,6 +3,7 @@
 #include "library/LibraryCopy.h"
 #include "library/StorageError.h"
 #include "platform/PendingFile.h"
+#include "platform/Trash.h"
 #include "values/LibraryItem.h"
 #include "values/PastedImage.h"
 #include "values/ShelfCounts.h"
@@ -140,6 +141,14 @@ public:
     /// star follows.
     std::expected<std::filesystem::path, StorageError>
     moveTo(const std::filesystem::path& folder, const NumberedName& names, const std::filesystem::path& file);
+    /// Puts a library file back where it was, under this very name: an error when that is taken by now, and nothing is
+    /// changed then. Its star follows.
+    std::expected<void, StorageError> moveBack(const std::filesystem::path& file, const std::filesystem::path& place);
+    /// Moves the file into the desktop's trash, from where it can be put back; an error, with the file untouched, where
+    /// there is none.
+    std::expected<platform::TrashedFile, StorageError> trash(const std::filesystem::path& file);
+    /// Takes a file that `trash` moved out of the trash again.
+    static std::expected<void, StorageError> restore(const platform::TrashedFile& trashed);
     bool createCollection(const QString& collection, Folder folder);
 
     /// The shelf folder that a library file lies under; none outside the library.
@@ -225,6 +234,7 @@ private:
                                                                  const std::optional<QString>& collection);
     std::expected<std::filesystem::path, StorageError>
     moveWithStar(const std::filesystem::path& file, const std::filesystem::path& folder, const NumberedName& names);
+    void moveStar(const std::filesystem::path& from, const std::filesystem::path& to);
 
     platform::SettingsStore& m_settings;
     platform::Bookmarks& m_bookmarks;

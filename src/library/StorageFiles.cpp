@@ -36,6 +36,15 @@ bool sameFolder(const fs::path& a, const fs::path& b) {
     return a == b || fs::equivalent(a, b, failed);
 }
 
+StorageError taken(const fs::path& place) {
+    return StorageError::platform(translate("Storage", "Another file is called “%1” by now; both stay as they are.")
+                                      .arg(shown(place.filename())));
+}
+
+StorageError gone(const fs::path& file) {
+    return StorageError::platform(translate("Storage", "“%1” is no longer there.").arg(shown(file.filename())));
+}
+
 StorageError refused(const fs::path& file, const QString& why) {
     return StorageError::platform(why.arg(shown(file.filename())));
 }
@@ -90,8 +99,13 @@ std::expected<fs::path, StorageError> Storage::moveWithStar(const fs::path& file
     if (!moved)
         return std::unexpected(StorageError::platform(
             translate("Storage", "Could not move %1: %2").arg(shown(file.filename()), moved.error().description())));
+    moveStar(file, *moved);
+    return *std::move(moved);
+}
+
+void Storage::moveStar(const fs::path& file, const fs::path& moved) {
     const QString from = favoriteKey(file);
-    const QString to = favoriteKey(*moved);
+    const QString to = favoriteKey(moved);
     m_settings.update(SettingsKey::favouritePaths, [&](const QVariant& stored) -> QVariant {
         QStringList keys = stored.toStringList();
         const qsizetype at = keys.indexOf(from);
@@ -100,7 +114,6 @@ std::expected<fs::path, StorageError> Storage::moveWithStar(const fs::path& file
         keys.replace(keys.indexOf(from), to);
         return keys;
     });
-    return *std::move(moved);
 }
 
 std::expected<fs::path, StorageError> Storage::move(const fs::path& file, const std::optional<QString>& collection) {
@@ -137,6 +150,59 @@ std::expected<fs::path, StorageError> Storage::moveTo(const fs::path& folder, co
     const fs::path path = TRY(ownFile(file));
     TRY(makeFolder(folder));
     return moveWithStar(path, folder, names);
+}
+
+std::expected<void, StorageError> Storage::moveBack(const fs::path& file, const fs::path& place) {
+    const fs::path from = TRY(ownFile(file));
+    const fs::path to = TRY(ownFile(place));
+    TRY(makeFolder(to.parent_path()));
+    const auto moved = platform::moveTo(from, to);
+    if (!moved && moved.error().code == EEXIST) return std::unexpected(taken(to));
+    if (!moved && moved.error().code == ENOENT) return std::unexpected(gone(from));
+    if (!moved)
+        return std::unexpected(StorageError::platform(
+            translate("Storage", "Could not move %1: %2").arg(shown(from.filename()), moved.error().description())));
+    moveStar(from, to);
+    return {};
+}
+
+std::expected<platform::TrashedFile, StorageError> Storage::trash(const fs::path& file) {
+    const fs::path path = TRY(ownFile(file));
+    auto trashed = platform::moveToTrash(path);
+    if (trashed) {
+        // Where the panel sees it, so that it comes back by the same way.
+        trashed->origin = path;
+        return *std::move(trashed);
+    }
+    switch (trashed.error().code) {
+    case EISDIR:
+        return std::unexpected(isFolder(path));
+    case ENOENT:
+        return std::unexpected(gone(path));
+    case ENOTSUP:
+        return std::unexpected(
+            StorageError::platform(translate("Storage", "There is no trash on the drive of “%1”; the file stays.")
+                                       .arg(shown(path.filename()))));
+    default:
+        return std::unexpected(StorageError::platform(translate("Storage", "Could not move “%1” to the trash: %2")
+                                                          .arg(shown(path.filename()), trashed.error().description())));
+    }
+}
+
+std::expected<void, StorageError> Storage::restore(const platform::TrashedFile& trashed) {
+    const auto restored = platform::restoreFromTrash(trashed);
+    if (restored) return {};
+    const QString name = shown(trashed.origin.filename());
+    switch (restored.error().code) {
+    case EEXIST:
+        return std::unexpected(taken(trashed.origin));
+    case ENOENT:
+        return std::unexpected(
+            StorageError::platform(translate("Storage", "“%1” is not in the trash any more.").arg(name)));
+    default:
+        return std::unexpected(StorageError::platform(translate("Storage", "Could not take “%1” out of the trash: %2")
+                                                          .arg(name, restored.error().description())));
+    }
 }
 
 bool Storage::createCollection(const QString& collection, Folder folder) {

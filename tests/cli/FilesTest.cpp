@@ -94,6 +94,15 @@ TEST_F(FilesTest, OnlyFilesOfTheLibraryAreTouched) {
     EXPECT_FALSE(fs::exists(inside.toStdString()));
 }
 
+TEST_F(FilesTest, TheTrashKeepsWhatIsTrashed) {
+    const QString one = saved("one.png");
+    const fs::path trash = m_folder / "home/data/Trash";
+    EXPECT_EQ(done(u"trash"_s, {one, image("none.png"), in("outside.png")}, 1),
+              QStringList{text(trash / "files/one.png")});
+    EXPECT_FALSE(fs::exists(one.toStdString()));
+    EXPECT_THAT(readFile(trash / "info/one.png.trashinfo"), testing::HasSubstr(one.toStdString()));
+}
+
 TEST_F(FilesTest, RecentKeepsWhatIsAllowed) {
     const auto add = [&](const char* name, QColor colour) {
         return json({u"recent"_s, u"add"_s, picture(name, colour)}).object()["path"_L1].toString();

@@ -23,6 +23,7 @@ void FolderChooser::enter(fs::path folder) {
     m_folder = std::move(folder);
     m_folders.clear();
     m_files.clear();
+    m_picked.clear();
     std::error_code failed;
     for (fs::directory_iterator at(m_folder, failed), end; !failed && at != end; at.increment(failed)) {
         const fs::path name = at->path().filename();
@@ -30,12 +31,30 @@ void FolderChooser::enter(fs::path folder) {
         if (name.native().starts_with('.')) continue;
         if (at->is_directory(gone))
             m_folders.push_back(name);
-        else if (picksFiles() && at->is_regular_file(gone))
+        else if (offers(name) && at->is_regular_file(gone))
             m_files.push_back(name);
     }
     std::ranges::sort(m_folders);
     std::ranges::sort(m_files);
     Q_EMIT changed();
+    Q_EMIT pickedChanged();
+}
+
+bool FolderChooser::offers(const fs::path& file) const {
+    if (!picksFiles()) return false;
+    const QStringList& wanted = m_question.extensions;
+    return wanted.isEmpty() || wanted.contains(QString::fromStdString(lowercaseExtension(file)));
+}
+
+bool FolderChooser::isFile(int row) const {
+    return row >= std::ssize(m_folders) && row < std::ssize(m_folders) + std::ssize(m_files);
+}
+
+std::vector<fs::path> FolderChooser::pickedFiles() const {
+    std::vector<fs::path> files;
+    for (const int row : m_picked)
+        files.push_back(m_folder / m_files[static_cast<std::size_t>(row) - m_folders.size()]);
+    return files;
 }
 
 QString FolderChooser::folder() const {
@@ -50,12 +69,20 @@ QStringList FolderChooser::entries() const {
 }
 
 void FolderChooser::open(int row) {
-    const auto index = static_cast<std::size_t>(row);
-    if (row < 0) return;
-    if (index < m_folders.size())
-        enter(m_folder / m_folders[index]);
-    else if (index - m_folders.size() < m_files.size())
-        finish({m_folder / m_files[index - m_folders.size()]});
+    if (!isFile(row) || m_question.kind != Kind::files) return finishWith(row);
+    if (!m_picked.removeOne(row)) {
+        m_picked.append(row);
+        std::ranges::sort(m_picked);
+    }
+    Q_EMIT pickedChanged();
+}
+
+void FolderChooser::finishWith(int row) {
+    if (row >= 0 && row < std::ssize(m_folders)) return enter(m_folder / m_folders[static_cast<std::size_t>(row)]);
+    if (!isFile(row)) return;
+    if (!m_picked.contains(row)) m_picked.append(row);
+    std::ranges::sort(m_picked);
+    pick();
 }
 
 void FolderChooser::up() {
@@ -65,13 +92,19 @@ void FolderChooser::up() {
 bool FolderChooser::go(const QString& path) {
     std::error_code missing;
     const fs::path wanted = pathOf(path.trimmed());
-    if (!wanted.is_absolute() || !fs::is_directory(wanted, missing)) return false;
-    enter(wanted);
+    if (!wanted.is_absolute()) return false;
+    if (fs::is_directory(wanted, missing))
+        enter(wanted);
+    else if (picksFiles() && fs::is_regular_file(wanted, missing))
+        finish({wanted});
+    else
+        return false;
     return true;
 }
 
-void FolderChooser::pickFolder() {
-    if (active() && !picksFiles()) finish({m_folder});
+void FolderChooser::pick() {
+    if (!active() || (picksFiles() && m_picked.isEmpty())) return;
+    finish(picksFiles() ? pickedFiles() : std::vector{m_folder});
 }
 
 void FolderChooser::cancel() {

@@ -33,6 +33,41 @@ PastedImage withOrigin(PastedImage image, const WebOrigin& told) {
     return image;
 }
 
+QStringList texts(std::span<const std::string_view> extensions) {
+    QStringList list;
+    for (const std::string_view extension : extensions)
+        list.append(QString::fromLatin1(extension.data(), static_cast<qsizetype>(extension.size())));
+    return list;
+}
+
+platform::FileChooser::Question importQuestion(PanelModel::LibraryKind kind) {
+    platform::FileChooser::Question question{.kind = platform::FileChooser::Kind::files,
+                                             .message = translate("Panel", "Choose images to add to your library."),
+                                             .accept = translate("Panel", "Import"),
+                                             .filter = PanelModel::label(kind)};
+    switch (kind) {
+    case PanelModel::LibraryKind::images:
+        // The shelf's own, and the other kinds of pictures that become PNG on the way in.
+        question.extensions = texts(Storage::extensions(Storage::Folder::images)) +
+                              QStringLiteral("webp heic heif avif gif bmp ico tga").split(u' ');
+        break;
+    case PanelModel::LibraryKind::videos:
+        question.message = translate("Panel", "Choose video files to add to your library.");
+        question.extensions = texts(Storage::extensions(Storage::Folder::videos));
+        break;
+    case PanelModel::LibraryKind::audio:
+        question.message = translate("Panel", "Choose sounds to add to your library.");
+        question.extensions = texts(Storage::extensions(Storage::Folder::audio));
+        break;
+    case PanelModel::LibraryKind::blocks:
+        question.message = translate("Panel", "Choose FCPXML documents to keep as blocks.");
+        question.filter = QStringLiteral("FCPXML");
+        question.extensions = texts(Storage::blockExtensions);
+        break;
+    }
+    return question;
+}
+
 } // namespace
 
 void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
@@ -103,15 +138,13 @@ void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
 }
 
 void PanelModel::importFiles(LibraryKind kind) {
-    const QString message = kind == LibraryKind::audio ? translate("Panel", "Choose sounds to add to your library.")
-                            : kind == LibraryKind::videos
-                                ? translate("Panel", "Choose video files to add to your library.")
-                                : translate("Panel", "Choose images to add to your library.");
-    m_chooser.ask(
-        this, {.kind = platform::FileChooser::Kind::files, .message = message, .accept = translate("Panel", "Import")},
-        [this](const std::vector<fs::path>& chosen) {
-            if (!chosen.empty()) saveToLibrary(chosen);
-        });
+    m_chooser.ask(this, importQuestion(kind), [this, kind](const std::vector<fs::path>& chosen) {
+        if (chosen.empty()) return;
+        if (kind != LibraryKind::blocks) return saveToLibrary(chosen);
+        std::vector<platform::ItemProvider> documents;
+        for (const fs::path& file : chosen) documents.push_back(platform::ItemProvider::file(file));
+        keepBlocks(documents);
+    });
 }
 
 void PanelModel::finishBatch(const BatchResult& result) {

@@ -150,9 +150,11 @@ void SettingsModel::showInFiles() {
 
 void SettingsModel::chooseSubjectModel() {
     platform::FileChooser::Question question{
-        .kind = platform::FileChooser::Kind::files,
+        .kind = platform::FileChooser::Kind::file,
         .message = translate("Settings", "Choose the ONNX file that finds subjects."),
         .accept = translate("Settings", "Use File"),
+        .filter = translate("Settings", "Models"),
+        .extensions = {QStringLiteral("onnx")},
     };
     const std::filesystem::path current = m_settings.subjectModel();
     if (!current.empty()) question.start = current.parent_path();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -13,13 +14,15 @@ namespace quillary::platform {
 /// Lets the user pick folders and files in a window of the desktop's own.
 class FileChooser {
 public:
-    enum class Kind { folder, files }; ///< one folder, or any number of files
+    enum class Kind { folder, file, files }; ///< one folder, one file, or any number of files
 
     struct Question {
         Kind kind = Kind::folder;
         QString message;                  ///< what the user is to pick, shown with the choice
         QString accept;                   ///< the button's text
         std::filesystem::path start = {}; ///< the folder to begin in; empty: the desktop's choice
+        QString filter = {};              ///< what the files to pick from are called, such as "Images"
+        QStringList extensions = {};      ///< theirs, in lower case without dots; empty: every file
     };
     /// What was picked; nothing when the user called it off.
     using Answer = std::function<void(const std::vector<std::filesystem::path>&)>;

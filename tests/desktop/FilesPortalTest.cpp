@@ -3,6 +3,7 @@
 #include "support/FakeFiles.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -104,6 +105,55 @@ TEST(FilesPortal, AsksTheDesktopForAFolder) {
     ASSERT_TRUE(waitFor([&] { return answers == 2; }));
     EXPECT_TRUE(picked.empty()) << "called off";
     EXPECT_FALSE(otherwise.asked());
+}
+
+TEST(FilesPortal, AsksForFilesOfOneKind) {
+    FakeChooserPortal portal;
+    portal.uris = {QStringLiteral("file:///a.png"), QStringLiteral("file:///b.SVG")};
+    test::FakeFileChooser otherwise;
+    const auto chooser = platform::systemFileChooser(otherwise);
+    QObject context;
+    std::vector<std::filesystem::path> picked;
+    chooser->ask(&context,
+                 {.kind = FileChooser::Kind::files,
+                  .accept = QStringLiteral("Import"),
+                  .filter = QStringLiteral("Images"),
+                  .extensions = {QStringLiteral("png"), QStringLiteral("mp3")}},
+                 [&](const std::vector<std::filesystem::path>& files) { picked = files; });
+    ASSERT_TRUE(waitFor([&] { return picked.size() == 2; }));
+    EXPECT_EQ(picked.back(), "/b.SVG");
+    EXPECT_TRUE(portal.options.value(QStringLiteral("multiple")).toBool());
+    EXPECT_FALSE(portal.options.value(QStringLiteral("directory")).toBool());
+
+    // As the portal's rules have it: a(sa(us)).
+    const auto filters = portal.options.value(QStringLiteral("filters")).value<QDBusArgument>();
+    EXPECT_EQ(filters.currentSignature(), QStringLiteral("a(sa(us))"));
+    QStringList found;
+    filters.beginArray();
+    while (!filters.atEnd()) {
+        QString name;
+        filters.beginStructure();
+        filters >> name;
+        found += name;
+        filters.beginArray();
+        while (!filters.atEnd()) {
+            uint kind = 7;
+            QString pattern;
+            filters.beginStructure();
+            filters >> kind >> pattern;
+            filters.endStructure();
+            EXPECT_EQ(kind, 0U);
+            found += pattern;
+        }
+        filters.endArray();
+        filters.endStructure();
+    }
+    EXPECT_EQ(found.join(u' '), QStringLiteral("Images *.[pP][nN][gG] *.[mM][pP]3 All files *"));
+
+    chooser->ask(&context, {.kind = FileChooser::Kind::file}, [&](const auto&) { picked.clear(); });
+    ASSERT_TRUE(waitFor([&] { return picked.empty(); }));
+    EXPECT_FALSE(portal.options.value(QStringLiteral("multiple")).toBool());
+    EXPECT_FALSE(portal.options.contains(QStringLiteral("filters")));
 }
 
 TEST(FilesPortal, AsksOtherwiseWithoutADesktopsChooser) {

@@ -1,5 +1,6 @@
 #include "PanelModelFixture.h"
 
+#include "blocks/Clips.h"
 #include "imaging/BitmapDecoder.h"
 #include "imaging/PngEncoder.h"
 #include "platform/FileAttributes.h"
@@ -209,6 +210,29 @@ TEST_F(FilesForOthersTest, BlockedAliasesAreGranted) {
     EXPECT_TRUE(comesTrue([&] { return model->blocksShelf()->note() == u"Access granted — drive"_s; }));
 }
 
+TEST_F(FilesForOthersTest, ImportsAskForTheShelfsKind) {
+    using enum PanelModel::LibraryKind;
+    const std::tuple<PanelModel::LibraryKind, QString, QString> kinds[] = {{images, u"Images"_s, u"webp"_s},
+                                                                           {videos, u"Videos"_s, u"mov"_s},
+                                                                           {audio, u"Audio"_s, u"wav"_s},
+                                                                           {blocks, u"FCPXML"_s, u"fcpxml"_s}};
+    for (const auto& [kind, filter, extension] : kinds) {
+        model->importFiles(kind);
+        EXPECT_EQ(chooser.question.kind, platform::FileChooser::Kind::files);
+        EXPECT_EQ(chooser.question.filter, filter);
+        EXPECT_TRUE(chooser.question.extensions.contains(extension)) << extension.toStdString();
+        chooser.answer({});
+    }
+    writeFile(folder / "clip.fcpxml", richCompound(folder / "media").toStdString());
+    model->importFiles(blocks);
+    chooser.answer({folder / "clip.fcpxml"});
+    EXPECT_TRUE(comesTrue([&] { return model->blocksShelf()->count() == 1; }));
+    EXPECT_EQ(model->libraryKind(), blocks);
+    sheet().chooseSubjectModel();
+    EXPECT_EQ(chooser.question.kind, platform::FileChooser::Kind::file);
+    EXPECT_EQ(chooser.question.extensions, QStringList{u"onnx"_s});
+}
+
 TEST_F(FilesForOthersTest, ThePanelItselfAsksWhereTheDesktopDoesNot) {
     writeFile(folder / "place/inner/a.png", "a");
     writeFile(folder / "place/.hidden/a.png", "a");
@@ -223,7 +247,7 @@ TEST_F(FilesForOthersTest, ThePanelItselfAsksWhereTheDesktopDoesNot) {
     own.ask(&own, {.start = folder / "place"}, answer);
     EXPECT_EQ(own.entries(), QStringList{u"inner/"_s});
     own.open(0);
-    own.pickFolder();
+    own.pick();
     EXPECT_EQ(picked, std::vector{folder / "place/inner"});
     own.ask(&own, {.kind = platform::FileChooser::Kind::files, .start = folder / "place/inner"}, answer);
     own.up();
@@ -231,7 +255,24 @@ TEST_F(FilesForOthersTest, ThePanelItselfAsksWhereTheDesktopDoesNot) {
     EXPECT_FALSE(own.go(u"relative"_s));
     own.open(7);
     own.open(1);
+    EXPECT_EQ(own.pickedRows(), QList<int>{1}) << "one of several";
+    own.pick();
     EXPECT_EQ(picked, std::vector{folder / "place/b.png"});
+
+    writeFile(folder / "place/c.PNG", "c");
+    writeFile(folder / "place/d.wav", "d");
+    own.ask(&own, {.kind = platform::FileChooser::Kind::files, .start = folder / "place", .extensions = {u"png"_s}},
+            answer);
+    EXPECT_EQ(own.entries(), (QStringList{u"inner/"_s, u"b.png"_s, u"c.PNG"_s}));
+    picked.clear();
+    own.pick();
+    EXPECT_TRUE(own.active() && picked.empty()) << "nothing is picked yet";
+    for (const int row : {2, 1, 2, 2}) own.open(row);
+    own.pick();
+    EXPECT_EQ(picked, (std::vector{folder / "place/b.png", folder / "place/c.PNG"}));
+    own.ask(&own, {.kind = platform::FileChooser::Kind::file, .start = folder / "place"}, answer);
+    EXPECT_TRUE(own.go(QString::fromStdString(folder / "place/d.wav"))) << "by its path";
+    EXPECT_EQ(picked, std::vector{folder / "place/d.wav"});
     answered = false;
     own.ask(&own, {}, answer);
     own.cancel();

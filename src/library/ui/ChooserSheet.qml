@@ -61,13 +61,21 @@ Sheet {
             required property int index
             required property string modelData
             readonly property bool isFolder: modelData.endsWith("/")
+            readonly property bool picked: sheet.chooser.pickedRows.includes(index)
 
             Accessible.name: modelData
             Accessible.role: Accessible.ListItem
+            Accessible.selectable: true
+            Accessible.selected: picked
+            Accessible.onPressAction: clicked()
             implicitHeight: Theme.controlHeight
             width: ListView.view.width
 
-            onClicked: sheet.chooser.open(index)
+            onClicked: {
+                ListView.view.currentIndex = index;
+                sheet.chooser.open(index);
+            }
+            onDoubleClicked: sheet.chooser.finishWith(index)
 
             background: Rectangle {
                 color: entry.ListView.isCurrentItem && list.activeFocus ? Theme.accentGround
@@ -77,7 +85,8 @@ Sheet {
             contentItem: Item {
                 Symbol {
                     height: parent.height
-                    name: entry.isFolder ? "folder" : "photo.on.rectangle.angled"
+                    color: entry.picked ? Theme.accentText : Theme.secondary
+                    name: entry.isFolder ? "folder" : entry.picked ? "checkmark.circle.fill" : "doc"
                     size: 15
                     width: 15
                     x: 6
@@ -93,8 +102,9 @@ Sheet {
             }
         }
 
-        Keys.onEnterPressed: sheet.chooser.open(currentIndex)
-        Keys.onReturnPressed: sheet.chooser.open(currentIndex)
+        Keys.onEnterPressed: sheet.chooser.finishWith(currentIndex)
+        Keys.onReturnPressed: sheet.chooser.finishWith(currentIndex)
+        Keys.onSpacePressed: sheet.chooser.open(currentIndex)
         Keys.onPressed: event => {
             if (event.key !== Qt.Key_Backspace)
                 return;
@@ -119,11 +129,11 @@ Sheet {
         }
         Button {
             objectName: "chooserAccept"
+            enabled: !sheet.chooser.picksFiles || sheet.chooser.pickedRows.length > 0
             prominent: true
-            text: sheet.chooser.accept
-            visible: !sheet.chooser.picksFiles
+            text: sheet.chooser.pickedRows.length > 1 ? qsTr("%1 · %n file(s)", "", sheet.chooser.pickedRows.length).arg(sheet.chooser.accept) : sheet.chooser.accept
 
-            onClicked: sheet.chooser.pickFolder()
+            onClicked: sheet.chooser.pick()
         }
     }
 }

@@ -40,5 +40,14 @@ Button {
 
             onTriggered: button.model.importFiles(PanelModel.LibraryKind.Videos)
         }
+        MenuSeparator {
+            visible: button.model.libraryKind === PanelModel.LibraryKind.Blocks
+        }
+        MenuItem {
+            text: qsTr("Import blocks…")
+            visible: button.model.libraryKind === PanelModel.LibraryKind.Blocks
+
+            onTriggered: button.model.importFiles(PanelModel.LibraryKind.Blocks)
+        }
     }
 }

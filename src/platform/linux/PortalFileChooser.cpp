@@ -3,14 +3,65 @@
 #include "base/FileUrl.h"
 #include "platform/linux/SessionBus.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <utility>
 
 namespace quillary::platform {
 
+/// A line of the chooser's list of filters, as the portal has it.
+struct PortalFilter {
+    struct Pattern {
+        uint kind = 0; ///< 0: a pattern of names
+        QString names;
+    };
+    QString name;
+    QList<Pattern> patterns;
+};
+
+QDBusArgument& operator<<(QDBusArgument& to, const PortalFilter::Pattern& pattern) {
+    to.beginStructure();
+    to << pattern.kind << pattern.names;
+    to.endStructure();
+    return to;
+}
+const QDBusArgument& operator>>(const QDBusArgument& from, PortalFilter::Pattern& pattern) {
+    from.beginStructure();
+    from >> pattern.kind >> pattern.names;
+    from.endStructure();
+    return from;
+}
+QDBusArgument& operator<<(QDBusArgument& to, const PortalFilter& filter) {
+    to.beginStructure();
+    to << filter.name << filter.patterns;
+    to.endStructure();
+    return to;
+}
+const QDBusArgument& operator>>(const QDBusArgument& from, PortalFilter& filter) {
+    from.beginStructure();
+    from >> filter.name >> filter.patterns;
+    from.endStructure();
+    return from;
+}
+
 namespace {
+
+/// Matches the extension whatever its case.
+QString namesWith(const QString& extension) {
+    QString names = QStringLiteral("*.");
+    for (const QChar letter : extension)
+        names += letter.isLetter() ? QStringLiteral("[%1%2]").arg(letter.toLower(), letter.toUpper()) : QString(letter);
+    return names;
+}
+
+QList<PortalFilter> filtersFor(const FileChooser::Question& question) {
+    PortalFilter wanted{question.filter, {}};
+    for (const QString& extension : question.extensions) wanted.patterns.append({0, namesWith(extension)});
+    return {wanted, {QStringLiteral("All files"), {{0, QStringLiteral("*")}}}};
+}
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
@@ -57,6 +108,13 @@ void PortalRequest::send() {
         {QStringLiteral("directory"), m_question.kind == FileChooser::Kind::folder},
         {QStringLiteral("multiple"), m_question.kind == FileChooser::Kind::files},
     };
+    if (!m_question.extensions.isEmpty()) {
+        qDBusRegisterMetaType<PortalFilter::Pattern>();
+        qDBusRegisterMetaType<QList<PortalFilter::Pattern>>();
+        qDBusRegisterMetaType<PortalFilter>();
+        qDBusRegisterMetaType<QList<PortalFilter>>();
+        options.insert(QStringLiteral("filters"), QVariant::fromValue(filtersFor(m_question)));
+    }
     if (!m_question.start.empty())
         options.insert(QStringLiteral("current_folder"), QByteArray(m_question.start.c_str()) + '\0');
     auto call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("OpenFile"));

@@ -217,18 +217,22 @@ void BlocksShelf::prepareDrag(const QString& url) {
     if (const auto file = pathOfFileUrl(url.toLatin1()); find(file)) m_drags.prepare(*file);
 }
 
-Shelf::FileVerbs BlocksShelf::fileVerbs() const {
+FileVerbs BlocksShelf::fileVerbs() const {
     const auto store = std::make_shared<ArrangementStore>(storage());
-    return {
-        .rename = [store](const fs::path& block, const QString& name) -> Moved {
-            return described(store->rename(block, name));
-        },
-        .move = [store](const fs::path& block, const std::optional<QString>& collection) -> Moved {
-            return described(store->move(block, collection));
-        },
-        .remove = [store](const fs::path& block) { return described(store->remove(block)); },
-        .createCollection = [store](const QString& path) { return store->createCollection(path); },
+    FileVerbs verbs = Shelf::fileVerbs(storage(), Storage::Folder::images);
+    verbs.rename = [store](const fs::path& block, const QString& name) -> FileVerbs::Moved {
+        return described(store->rename(block, name));
     };
+    verbs.move = [store](const fs::path& block, const std::optional<QString>& collection) -> FileVerbs::Moved {
+        return described(store->move(block, collection));
+    };
+    verbs.moveBack = [store](const fs::path& block, const fs::path& place) {
+        return described(store->moveBack(block, place));
+    };
+    verbs.remove = [store](const fs::path& block) { return described(store->remove(block)); };
+    verbs.trash = [store](const fs::path& block) { return described(store->trash(block)); };
+    verbs.createCollection = [store](const QString& path) { return store->createCollection(path); };
+    return verbs;
 }
 
 void BlocksShelf::relocated(std::span<const ShelfSelection::Relocation> relocations) {

@@ -12,6 +12,39 @@
 namespace quillary {
 
 namespace fs = std::filesystem;
+using platform::KeptFile;
+
+namespace {
+
+ShelfOutcome transformed(const std::vector<fs::path>& files, ImageTransform::Operation operation) {
+    const bool reversible = std::ssize(files) <= ShelfHistory::mostKeptFiles;
+    std::vector<ShelfChanges::Rewritten> rewritten;
+    qsizetype done = 0;
+    for (const fs::path& file : files) {
+        auto before = reversible ? KeptFile::open(file) : std::unexpected(platform::FileError());
+        if (!ImageTransform::apply(operation, file)) continue;
+        ++done;
+        const auto after = before ? KeptFile::open(file) : std::unexpected(platform::FileError());
+        if (after) rewritten.emplace_back(file, std::make_shared<const KeptFile>(*std::move(before)), after->stamp());
+    }
+    const QString label = ImageTransform::label(operation);
+    const auto all = std::ssize(files);
+    ShelfOutcome outcome{.note = label};
+    if (done > 1) outcome.note += translate("Shelf", " · %n image(s)", nullptr, done);
+    if (done < all && all == 1)
+        outcome.note = translate("Shelf", "“%1” could not be changed").arg(shown(files.front().filename()));
+    else if (done < all)
+        outcome.note += translate("Shelf", " · %n could not be changed", nullptr, all - done);
+    outcome.oneWay = std::ssize(rewritten) < done;
+    if (rewritten.empty()) return outcome;
+    std::vector<fs::path> changed;
+    for (const auto& one : rewritten) changed.push_back(one.file);
+    outcome.change = ShelfChanges::rewriting(translate("Shelf", "%1 of %2").arg(label, ShelfChanges::named(changed)),
+                                             std::move(rewritten));
+    return outcome;
+}
+
+} // namespace
 
 ImagesShelf::ImagesShelf(const Services& with, BuiltInLibrary& builtIns, QThreadPool& saves, QObject* parent)
     : Shelf(with, std::make_shared<ShelfListing>(Storage::Folder::images), parent)
@@ -140,22 +173,7 @@ void ImagesShelf::transform(const QStringList& urls, const QString& operation) {
     for (const QString& url : urls)
         if (const auto* item = itemAt(url); item && !item->isBuiltIn) files.push_back(item->url);
     if (!wanted || files.empty()) return;
-    m_saving.every(
-        [files, wanted](const std::stop_token&) {
-            return std::ranges::count_if(files,
-                                         [&](const fs::path& file) { return ImageTransform::apply(*wanted, file); });
-        },
-        [this, label = ImageTransform::label(*wanted), all = std::ssize(files),
-         first = files.front()](qsizetype rewritten) {
-            QString text = label;
-            if (rewritten > 1) text += translate("Shelf", " · %n image(s)", nullptr, rewritten);
-            if (rewritten < all && all == 1)
-                text = translate("Shelf", "“%1” could not be changed").arg(shown(first.filename()));
-            else if (rewritten < all)
-                text += translate("Shelf", " · %n could not be changed", nullptr, all - rewritten);
-            refresh();
-            setNote(text);
-        });
+    run(m_saving, [files, operation = *wanted](const FileVerbs&) { return transformed(files, operation); });
 }
 
 } // namespace quillary

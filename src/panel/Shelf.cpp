@@ -10,34 +10,6 @@ namespace quillary {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-template <typename Value>
-std::expected<Value, QString> described(std::expected<Value, StorageError> result) {
-    if (!result) return std::unexpected(result.error().description());
-    if constexpr (std::is_void_v<Value>)
-        return {};
-    else
-        return *std::move(result);
-}
-
-/// What several files have to tell: the first reason, and how many more there are.
-QString told(const QStringList& reasons) {
-    if (reasons.size() < 2) return reasons.value(0);
-    const qsizetype others = reasons.size() - 1;
-    return reasons.front() + translate("Shelf", " · and %n more", nullptr, others);
-}
-
-} // namespace
-
-/// What a verb brings home.
-struct Shelf::Outcome {
-    std::vector<ShelfSelection::Relocation> relocations = {};
-    QString note = {};
-    QString problem = {};
-    std::optional<QString> created = {}; ///< a collection
-};
-
 Shelf::Shelf(const Services& with, std::shared_ptr<ShelfListing> listing, QObject* parent)
     : QObject(parent)
     , m_storage(with.storage)
@@ -79,6 +51,8 @@ void Shelf::list() {
 
 void Shelf::takeOver(ShelfListing::Contents found) {
     Q_ASSERT(QThread::currentThread() == thread());
+    // What was done in another library cannot be taken back in this one.
+    if (m_contents.root != found.root) m_history.clear();
     m_contents = std::move(found);
     m_loaded = true;
     m_favorites.follow(m_contents.root);
@@ -196,103 +170,8 @@ const LibraryItem* Shelf::itemAt(const QString& url) const {
     return path ? m_visible.find(*path) : nullptr;
 }
 
-std::vector<fs::path> Shelf::ownFiles(const QStringList& urls) const {
-    std::vector<fs::path> files;
-    std::unordered_set<FileLocation> wanted;
-    for (const QString& url : urls)
-        if (const auto path = pathOfFileUrl(url.toLatin1())) wanted.emplace(*path);
-    for (int row = 0; row < m_visible.count() && files.size() < wanted.size(); ++row) {
-        const LibraryItem& item = m_visible.item(row);
-        if (!item.isBuiltIn && wanted.contains(item.url)) files.push_back(item.url);
-    }
-    return files;
-}
-
-void Shelf::toggleFavorite(const QString& url) {
-    if (const auto* item = itemAt(url)) m_favorites.toggle(item->url);
-}
-
-void Shelf::setFavorite(const QStringList& urls, bool favorite) {
-    std::vector<fs::path> files;
-    for (const QString& url : urls)
-        if (const auto* item = itemAt(url)) files.push_back(item->url);
-    m_favorites.set(files, favorite);
-}
-
-void Shelf::rename(const QString& url, const QString& name) {
-    for (const fs::path& file : ownFiles({url}))
-        run([file, name](const FileVerbs& verbs) -> Outcome {
-            const auto renamed = verbs.rename(file, name);
-            if (!renamed) return {.problem = renamed.error()};
-            return {.relocations = {{file, *renamed}},
-                    .note = translate("Shelf", "Renamed to “%1”").arg(shownStem(*renamed))};
-        });
-}
-
-void Shelf::move(const QStringList& urls, const QString& collection) {
-    run([files = ownFiles(urls),
-         to = collection.isEmpty() ? std::nullopt : std::optional(collection)](const FileVerbs& verbs) {
-        Outcome outcome;
-        QStringList reasons;
-        for (const fs::path& file : files) {
-            if (const auto moved = verbs.move(file, to))
-                outcome.relocations.emplace_back(file, *moved);
-            else
-                reasons.append(moved.error());
-        }
-        outcome.problem = told(reasons);
-        return outcome;
-    });
-}
-
-void Shelf::remove(const QStringList& urls) {
-    run([files = ownFiles(urls)](const FileVerbs& verbs) -> Outcome {
-        QStringList reasons;
-        for (const fs::path& file : files)
-            if (const auto removed = verbs.remove(file); !removed) reasons.append(removed.error());
-        return {.problem = told(reasons)};
-    });
-}
-
-void Shelf::createCollection(const QString& name) {
-    run([path = Storage::sanitize(name)](const FileVerbs& verbs) -> Outcome {
-        if (verbs.createCollection(path)) return {.created = path};
-        return {.problem = translate("Shelf", "Could not create the collection “%1”.").arg(path)};
-    });
-}
-
-void Shelf::run(std::function<Outcome(const FileVerbs&)> verb) {
-    m_verbs.every([verb = std::move(verb), verbs = fileVerbs()](const std::stop_token&) { return verb(verbs); },
-                  [this](const Outcome& outcome) { finish(outcome); });
-}
-
-void Shelf::finish(const Outcome& outcome) {
-    if (!outcome.relocations.empty()) {
-        m_selection.follow(outcome.relocations);
-        relocated(outcome.relocations);
-        m_favorites.reload();
-    }
-    if (outcome.created) m_selectAfterRefresh = outcome.created;
-    refresh();
-    if (!outcome.note.isEmpty()) setNote(outcome.note);
-    if (!outcome.problem.isEmpty()) setNote(outcome.problem, Tone::problem);
-}
-
 void Shelf::relocated(std::span<const ShelfSelection::Relocation> relocations) {
     Q_UNUSED(relocations)
-}
-
-Shelf::FileVerbs Shelf::fileVerbs(Storage& storage, Storage::Folder folder) {
-    return {
-        .rename = [&storage](const fs::path& file, const QString& name) -> Moved {
-            return described(storage.rename(file, name));
-        },
-        .move = [&storage](const fs::path& file, const std::optional<QString>& collection) -> Moved {
-            return described(storage.move(file, collection));
-        },
-        .remove = [&storage](const fs::path& file) { return described(storage.remove(file)); },
-        .createCollection = [&storage, folder](const QString& path) { return storage.createCollection(path, folder); },
-    };
 }
 
 std::expected<fs::path, QString> Shelf::fileToDrag(const LibraryItem& item) {

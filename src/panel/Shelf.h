@@ -6,6 +6,7 @@
 #include "library/Storage.h"
 #include "panel/Favorites.h"
 #include "panel/ItemListModel.h"
+#include "panel/ShelfHistory.h"
 #include "panel/ShelfListing.h"
 #include "panel/ShelfSelection.h"
 #include "panel/ShelfWatch.h"
@@ -126,6 +127,12 @@ public:
     Q_INVOKABLE void move(const QStringList& urls, const QString& collection);
     /// For good.
     Q_INVOKABLE void remove(const QStringList& urls);
+    /// Into the desktop's trash.
+    Q_INVOKABLE void trash(const QStringList& urls);
+    /// Take back what was done last in this session, and do it again. The note names the step; what others changed
+    /// since stays as it is.
+    Q_INVOKABLE void undo() { revert(ShelfHistory::Direction::undo); }
+    Q_INVOKABLE void redo() { revert(ShelfHistory::Direction::redo); }
     /// Makes the collection and selects it.
     Q_INVOKABLE void createCollection(const QString& name);
     /// A file: URL for a drag that begins now, empty when there is none; the reason goes into the note.
@@ -166,16 +173,11 @@ protected:
     void updateVisible();
     void tellFiltered();
 
-    // The verbs on one file, run by workers: `this` is not theirs. Errors are texts for the user.
-    using Moved = std::expected<std::filesystem::path, QString>;
-    struct FileVerbs {
-        std::function<Moved(const std::filesystem::path&, const QString& name)> rename;
-        std::function<Moved(const std::filesystem::path&, const std::optional<QString>& collection)> move;
-        std::function<std::expected<void, QString>(const std::filesystem::path&)> remove;
-        std::function<bool(const QString& collection)> createCollection;
-    };
+    /// The verbs on one file: `this` is not theirs.
     virtual FileVerbs fileVerbs() const = 0;
     static FileVerbs fileVerbs(Storage& storage, Storage::Folder folder);
+    /// Runs a verb in the background and takes over what it did: its texts, its way back, and where files are now.
+    void run(Background& on, std::function<ShelfOutcome(const FileVerbs&)> verb);
     /// The file that a drag of the item carries.
     virtual std::expected<std::filesystem::path, QString> fileToDrag(const LibraryItem& item);
 
@@ -185,9 +187,10 @@ private:
     void settleFilter();
     /// The files of the given items, built-in ones left out.
     std::vector<std::filesystem::path> ownFiles(const QStringList& urls) const;
-    struct Outcome;
-    void run(std::function<Outcome(const FileVerbs&)> verb);
-    void finish(const Outcome& outcome);
+    void run(std::function<ShelfOutcome(const FileVerbs&)> verb) { run(m_verbs, std::move(verb)); }
+    void takeOver(ShelfOutcome& outcome);
+    void revert(ShelfHistory::Direction direction);
+    void revertNext();
 
     Storage& m_storage;
     AppSettings& m_settings;
@@ -208,6 +211,9 @@ private:
     std::shared_ptr<ShelfListing> m_listing;
     Background m_refresh;
     Background m_verbs;
+    ShelfHistory m_history;
+    int m_verbsUnderWay = 0;
+    std::deque<ShelfHistory::Direction> m_reverts; ///< asked for while verbs are under way
     ShelfWatch m_watch;
 };
 

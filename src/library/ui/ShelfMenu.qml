@@ -18,6 +18,13 @@ Menu {
     property list<Item> extras
     readonly property list<Item> shared: [
         MenuItem {
+            symbol: "arrow.up.bin"
+            text: qsTr("Move to Trash")
+            visible: !menu.isBuiltIn
+
+            onTriggered: menu.shelf.trash(menu.urls)
+        },
+        MenuItem {
             symbol: "doc.on.doc"
             text: qsTr("Copy")
 

@@ -157,6 +157,18 @@ Item {
     }
 
     Shortcut {
+        enabled: view.visible
+        sequences: [StandardKey.Undo]
+
+        onActivated: view.shelf.undo()
+    }
+    Shortcut {
+        enabled: view.visible
+        sequences: [StandardKey.Redo]
+
+        onActivated: view.shelf.redo()
+    }
+    Shortcut {
         enabled: view.visible && view.shelf.selection.count > 0
         sequences: [StandardKey.Copy]
 

@@ -6,7 +6,7 @@ import Quillary.Model
 
 /// The visible files of a shelf, as tiles in columns or, with `list`, one below the other; a gap follows each column. The keyboard does what the
 /// mouse does: the arrow keys, Home, End, Page Up and Page Down move (with Shift they extend the selection, with Control
-/// they leave it), typing goes to a name, Space selects, Return renames, Delete removes, Menu opens the menu.
+/// they leave it), typing goes to a name, Space selects, Return renames, Delete removes, Control-Backspace moves to the trash, Menu opens the menu.
 GridView {
     id: grid
 
@@ -50,11 +50,9 @@ GridView {
         if (currentItem && !shelf.visible.builtInAt(currentIndex))
             renameRequested(currentIndex);
     }
-    function removeSelected() {
-        if (shelf.selection.count > 0)
-            shelf.remove(shelf.selection.urls());
-        else if (currentItem)
-            shelf.remove([shelf.visible.urlAt(currentIndex)]);
+    /// The selected files, or the current one.
+    function meant(): list<string> {
+        return shelf.selection.count > 0 || !currentItem ? shelf.selection.urls() : [shelf.visible.urlAt(currentIndex)];
     }
     function go(row: int, modifiers: int) {
         if (count === 0)
@@ -109,8 +107,12 @@ GridView {
             rename();
             return true;
         case Qt.Key_Delete:
-            removeSelected();
+            shelf.remove(meant());
             return true;
+        case Qt.Key_Backspace:
+            if (modifiers & Qt.ControlModifier)
+                shelf.trash(meant());
+            return modifiers & Qt.ControlModifier;
         case Qt.Key_Menu:
             openMenu();
             return true;

@@ -28,6 +28,7 @@ Button {
 
         Accessible.name: qsTr("Cutout method")
         Accessible.role: Accessible.ButtonMenu
+        Accessible.onPressAction: if (enabled) methods.open()
         focusPolicy: Qt.StrongFocus
         height: parent.height
         objectName: "cutoutMethod"

@@ -20,6 +20,7 @@ T.Button {
 
     Accessible.name: spokenName
     Accessible.description: help
+    Accessible.onPressAction: if (enabled) clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: Theme.controlHeight
     implicitWidth: implicitContentWidth + leftPadding + rightPadding

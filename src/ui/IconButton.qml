@@ -12,6 +12,7 @@ T.Button {
     property int symbolSize: 17
 
     Accessible.name: help
+    Accessible.onPressAction: if (enabled) clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: Theme.controlHeight
     implicitWidth: Theme.controlHeight

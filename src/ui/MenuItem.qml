@@ -13,6 +13,7 @@ T.MenuItem {
                                : dangerous ? Theme.danger : Theme.text
 
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
     implicitHeight: visible ? Theme.controlHeight : 0
     implicitWidth: implicitContentWidth
 

@@ -6,6 +6,8 @@ import Quillary.Controls
 T.ScrollBar {
     id: control
 
+    // What it scrolls is moved by its own keys.
+    Accessible.ignored: true
     implicitHeight: 8
     implicitWidth: 8
     minimumSize: 0.08

@@ -64,6 +64,7 @@ FocusScope {
                 Accessible.checked: current
                 Accessible.name: detail.length > 0 ? modelData + ", " + detail : modelData
                 Accessible.role: Accessible.PageTab
+                Accessible.onPressAction: control.activated(index)
                 activeFocusOnTab: current || activeFocus // until the focus has gone where the choice went
                 focus: current
                 focusPolicy: current ? Qt.StrongFocus : Qt.ClickFocus

@@ -8,7 +8,16 @@ T.Slider {
 
     required property string spokenName
 
+    function step(steps: int) {
+        if (!enabled)
+            return;
+        value = Math.max(from, Math.min(to, value + steps * stepSize));
+        moved();
+    }
+
     Accessible.name: spokenName
+    Accessible.onDecreaseAction: step(-1)
+    Accessible.onIncreaseAction: step(1)
     focusPolicy: Qt.StrongFocus
     implicitHeight: Theme.controlHeight
     implicitWidth: 120

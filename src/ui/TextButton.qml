@@ -8,6 +8,7 @@ T.AbstractButton {
 
     Accessible.name: text
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: if (enabled) clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: 20
     implicitWidth: Math.min(180, Math.ceil(implicitContentWidth))

@@ -15,6 +15,8 @@ T.AbstractButton {
     Accessible.checked: on
     Accessible.name: spokenName
     Accessible.role: Accessible.CheckBox
+    Accessible.onPressAction: if (enabled) clicked()
+    Accessible.onToggleAction: if (enabled) clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: 20
     implicitWidth: 34

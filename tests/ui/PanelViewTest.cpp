@@ -106,6 +106,40 @@ TEST(KeyboardTest, TabReachesEveryControlAndEachHasAName) {
         EXPECT_TRUE(library.contains(QString::fromLatin1(name))) << name << " of " << library.join(u'|').toStdString();
 }
 
+TEST(KeyboardTest, WhatHasTheKeyboardMayLoseItsTabStop) {
+    const Complaints complaints;
+    PanelStage stage;
+    const auto shelf = *stage.storage.root() / "Library/Images";
+    QImage picture(64, 64, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    picture.save(QString::fromStdString((shelf / "red.png").string()));
+    stage.model.setTab(PanelModel::Tab::library);
+    ASSERT_TRUE(stage.show({380, 460}));
+    stage.window.requestActivate();
+    PanelStage::comesTrue([&] { return stage.window.isActive(); }, 2'000);
+    stage.model.refreshShelves();
+    ImagesShelf& images = *stage.model.imagesShelf();
+    ASSERT_TRUE(PanelStage::comesTrue([&] { return images.visibleModel()->count() == 1; }));
+    auto* grid = stage.root->findChild<QQuickItem*>(QStringLiteral("tiles"));
+    ASSERT_TRUE(grid);
+    grid->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(&stage.window, Qt::Key_Right);
+    EXPECT_EQ(images.selection()->count(), 1);
+    images.setSearch(QStringLiteral("nothing is called so"));
+    PanelStage::wait(50);
+    images.setSearch({});
+    QTest::keyClick(&stage.window, Qt::Key_Tab, Qt::ShiftModifier);
+    // The tabs, whose segments take turns in being the tab stop.
+    for (int step = 0; step < 12 && stage.model.tab() == PanelModel::Tab::library; ++step) {
+        QTest::keyClick(&stage.window, Qt::Key_Tab);
+        QTest::keyClick(&stage.window, Qt::Key_Left);
+    }
+    EXPECT_EQ(stage.model.tab(), PanelModel::Tab::intake);
+    QTest::keyClick(&stage.window, Qt::Key_Right);
+    EXPECT_EQ(stage.model.tab(), PanelModel::Tab::library) << "the keyboard stays with the choice";
+    EXPECT_EQ(complaints.said().join(u'\n').toStdString(), "");
+}
+
 class SettingsSheetTest : public testing::Test {
 protected:
     SettingsSheetTest() {

@@ -11,6 +11,7 @@ T.AbstractButton {
 
     Accessible.name: qsTr("Media: %1").arg(text)
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: if (enabled) clicked()
     focusPolicy: Qt.NoFocus
     implicitHeight: 16
     implicitWidth: implicitContentWidth + leftPadding + rightPadding

@@ -14,7 +14,7 @@ GridView {
     readonly property int columns: Math.max(1, Math.floor(width / 126))
     readonly property int rows: Math.ceil(count / columns)
 
-        function isCurrent(place: int, path: string): bool {
+    function isCurrent(place: int, path: string): bool {
         return shelf.place === place && shelf.placePath === path;
     }
 
@@ -59,10 +59,16 @@ GridView {
         Accessible.focusable: true
         Accessible.name: qsTr("%1, %2").arg(label).arg(total)
         Accessible.role: Accessible.ListItem
+        Accessible.selectable: true
+        Accessible.selected: row.accented
+        Accessible.onPressAction: row.clicked()
         height: grid.cellHeight
         width: grid.cellWidth
 
         FolderRow {
+            id: row
+
+            Accessible.ignored: true
             accented: grid.isCurrent(entry.place, entry.path)
             count: entry.total
             focusPolicy: Qt.NoFocus

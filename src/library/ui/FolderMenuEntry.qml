@@ -20,6 +20,7 @@ T.ItemDelegate {
 
     Accessible.name: `${label}, ${total}`
     Accessible.role: Accessible.MenuItem
+    Accessible.onPressAction: entry.clicked()
     focusPolicy: Qt.NoFocus
     height: Theme.controlHeight
     highlighted: ListView.isCurrentItem

@@ -12,8 +12,6 @@ T.AbstractButton {
     required property bool accented
     readonly property color ink: accented ? Theme.accentText : Theme.text
 
-    Accessible.name: qsTr("%1, %2").arg(label).arg(count)
-    Accessible.role: Accessible.Button
     implicitHeight: Theme.controlHeight
 
     background: Rectangle {

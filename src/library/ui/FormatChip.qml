@@ -13,6 +13,8 @@ T.AbstractButton {
     Accessible.checked: on
     Accessible.name: qsTr("Only %1").arg(format.toUpperCase())
     Accessible.role: Accessible.CheckBox
+    Accessible.onPressAction: if (enabled) clicked()
+    Accessible.onToggleAction: if (enabled) clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: 18
     implicitWidth: caption.implicitWidth + 10

@@ -23,7 +23,7 @@ class Thumbnail {
 public:
     static constexpr int pictureSide = 220;
     static constexpr int clipSide = 440;
-    static constexpr int memoryKilobytes = 64 * 1024;
+    static constexpr int memoryKilobytes = 48 * 1024;
 
     /// Grabs the frame that stands for a clip: upright, at most `longestSide` pixels on its longer side, from 10 % of
     /// the clip's length but at most 2 seconds into it, or from its beginning when the length is unknown; a key frame

@@ -76,16 +76,16 @@ TEST(ReducedJpeg, IsTheMeanOfEachBlock) {
 TEST(ReducedPng, IsTheMeanOfEachSquare) {
     const auto indexed = scene(640, 400).convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
     const auto glassy = scene(640, 400, QImage::Format_ARGB32).convertToFormat(QImage::Format_Indexed8);
-    for (const QImage& image : {scene(640, 400), scene(401, 1), scene(3, 777), scene(603, 401, QImage::Format_ARGB32),
-                                scene(640, 403, QImage::Format_Grayscale8), indexed, glassy}) {
+    for (const QImage& image :
+         {scene(640, 400), scene(401, 1), scene(3, 777), scene(603, 401, QImage::Format_ARGB32),
+          scene(640, 403, QImage::Format_Grayscale8), indexed, glassy, scene(199, 10), scene(7, 9)}) {
         const QByteArray file = test::encoded(image, "PNG");
         const auto picture = readPng(bytesOf(file), 100);
         ASSERT_TRUE(picture) << image.width() << " " << image.format();
-        const int side = std::max(image.width(), image.height()) / 200;
+        const int side = std::max(1, std::max(image.width(), image.height()) / 200);
         EXPECT_EQ(picture->image.hasAlphaChannel(), QImage::fromData(file).hasAlphaChannel());
         EXPECT_LE(difference(picture->image, plainMeans(QImage::fromData(file), side)).first, 2) << image.width();
     }
-    EXPECT_FALSE(readPng(bytesOf(test::encoded(scene(199, 10), "PNG")), 100)) << "hardly larger than wanted";
     EXPECT_FALSE(readPng(bytesOf(test::encoded(scene(640, 400, QImage::Format_RGBA64), "PNG")), 100));
     EXPECT_FALSE(readPng(bytesOf(test::pngWithProfileBomb(100'000'000)), 1));
 }

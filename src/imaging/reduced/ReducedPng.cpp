@@ -128,11 +128,12 @@ private:
 std::optional<Picture> readPng(Bytes file, int longestSide) {
     auto header = PngHeader::read(file);
     if (!header) return {};
-    // Twice the size that is wanted, so that scaling has something to choose from.
-    const std::uint32_t side = std::max(header->width, header->height) / (2 * static_cast<std::uint32_t>(longestSide));
+    // Twice the size that is wanted, so that scaling has something to choose from; small pictures are read as they are.
+    const std::uint32_t side =
+        std::max(1U, std::max(header->width, header->height) / (2 * static_cast<std::uint32_t>(longestSide)));
     const std::size_t rowBytes = header->width * header->bytesPerPixel();
     const std::uint64_t samples = std::uint64_t(rowBytes + 1) * header->height;
-    if (side < 1 || samples > mostSamples) return {};
+    if (samples > mostSamples) return {};
     auto rows = inflated(header->data, static_cast<std::size_t>(samples));
     if (rows.empty()) return {};
 

@@ -375,7 +375,26 @@ int main(int argc, char** argv) {
         gallery.take("library-move");
         gallery.press(Qt::Key_Escape, 2);
     }
+    images.transform(images.selection()->urls(), QStringLiteral("rotateLeft"));
+    gallery.take("library-turned");
+    images.undo();
+    gallery.take("library-undone");
+    stage.resize({320, 400});
+    gallery.take("library-undone-small");
+    stage.resize(usual);
     images.selection()->clear();
+    const auto elsewhere = stage.folder / "drive/Stills";
+    std::filesystem::create_directories(elsewhere);
+    std::filesystem::create_directory_symlink(elsewhere, *stage.storage.root() / "Library/Images/Stills");
+    stage.bookmarks.fenced = {elsewhere.parent_path()};
+    model.appear();
+    PanelStage::comesTrue([&] { return model.blockedAliases()->blockedAliasCount() == 1; });
+    gallery.take("library-alias");
+    stage.resize({320, 400});
+    gallery.take("library-alias-small");
+    stage.resize(usual);
+    stage.bookmarks.fenced.clear();
+    model.appear();
     if (QObject* sheet = gallery.find("newCollection")) {
         QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, QString()));
         gallery.take("library-sheet");
@@ -421,6 +440,16 @@ int main(int argc, char** argv) {
                           .start = stage.folder / "library/Quillary/Library"},
                          [](const auto&) {});
     gallery.take("chooser");
+    stage.ownChooser.cancel();
+    stage.ownChooser.ask(&stage.model,
+                         {.kind = platform::FileChooser::Kind::files,
+                          .message = QStringLiteral("Choose images to add to your library."),
+                          .accept = QStringLiteral("Import"),
+                          .start = stage.folder / "library/Quillary/Library/Images",
+                          .extensions = {QStringLiteral("png")}},
+                         [](const auto&) {});
+    for (const int row : {5, 6}) stage.ownChooser.open(row);
+    gallery.take("chooser-files");
     stage.ownChooser.cancel();
     stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
     {

@@ -653,6 +653,13 @@ Wählen Sie diesen Ordner oder einen darüber – ein übergeordneter Ordner erl
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message numerus="yes">
+        <source>%1 · %n file(s)</source>
+        <translation>
+            <numerusform>%1 · %n Datei</numerusform>
+            <numerusform>%1 · %n Dateien</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>CollectionMoveMenu</name>
@@ -1026,13 +1033,6 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
-    <name>FolderRow</name>
-    <message>
-        <source>%1, %2</source>
-        <translation>%1, %2</translation>
-    </message>
-</context>
-<context>
     <name>FormatChip</name>
     <message>
         <source>Only %1</source>
@@ -1153,6 +1153,10 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>Import video files…</source>
         <translation>Videodateien importieren …</translation>
+    </message>
+    <message>
+        <source>Import blocks…</source>
+        <translation>Blöcke importieren …</translation>
     </message>
 </context>
 <context>
@@ -1472,6 +1476,10 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>cutout · %1</source>
         <translation>freigestellt · %1</translation>
     </message>
+    <message>
+        <source>Choose FCPXML documents to keep as blocks.</source>
+        <translation>FCPXML-Dokumente wählen, die als Blöcke aufgehoben werden.</translation>
+    </message>
 </context>
 <context>
     <name>PanelView</name>
@@ -1631,6 +1639,10 @@ Mit „Nie löschen“ öffnen sich alte Projekte immer. Oder in Final Cut unter
     <message>
         <source>Use File</source>
         <translation>Datei verwenden</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation>Modelle</translation>
     </message>
 </context>
 <context>
@@ -1854,6 +1866,65 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
             <numerusform>%n Videos hinzugefügt</numerusform>
         </translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n Datei</numerusform>
+            <numerusform>%n Dateien</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>renaming to “%1”</source>
+        <translation>Umbenennen in „%1“</translation>
+    </message>
+    <message>
+        <source>moving %1</source>
+        <translation>Verschieben von %1</translation>
+    </message>
+    <message>
+        <source>Moved %1 to the trash</source>
+        <translation>%1 in den Papierkorb gelegt</translation>
+    </message>
+    <message>
+        <source>moving %1 to the trash</source>
+        <translation>Verschieben von %1 in den Papierkorb</translation>
+    </message>
+    <message>
+        <source>adding %1 to favorites</source>
+        <translation>Hinzufügen von %1 zu den Favoriten</translation>
+    </message>
+    <message>
+        <source>removing %1 from favorites</source>
+        <translation>Entfernen von %1 aus den Favoriten</translation>
+    </message>
+    <message>
+        <source>“%1” was changed by another program since; it stays as it is.</source>
+        <translation>„%1“ wurde seither von einem anderen Programm geändert und bleibt, wie es ist.</translation>
+    </message>
+    <message>
+        <source>Could not write “%1”: %2</source>
+        <translation>„%1“ konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Undid %1</source>
+        <translation>Rückgängig gemacht: %1</translation>
+    </message>
+    <message>
+        <source>Redid %1</source>
+        <translation>Wiederholt: %1</translation>
+    </message>
+    <message>
+        <source>Nothing to undo</source>
+        <translation>Nichts rückgängig zu machen</translation>
+    </message>
+    <message>
+        <source>Nothing to redo</source>
+        <translation>Nichts zu wiederholen</translation>
+    </message>
 </context>
 <context>
     <name>ShelfItem</name>
@@ -1879,6 +1950,10 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
     <message>
         <source>Copy Credits</source>
         <translation>Quellenangaben kopieren</translation>
+    </message>
+    <message>
+        <source>Move to Trash</source>
+        <translation>In den Papierkorb legen</translation>
     </message>
 </context>
 <context>
@@ -2023,6 +2098,30 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
     <message>
         <source>Could not read %1.</source>
         <translation>%1 konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Another file is called “%1” by now; both stay as they are.</source>
+        <translation>Inzwischen heißt eine andere Datei „%1“; beide bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>“%1” is no longer there.</source>
+        <translation>„%1“ ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>There is no trash on the drive of “%1”; the file stays.</source>
+        <translation>Das Laufwerk von „%1“ hat keinen Papierkorb; die Datei bleibt.</translation>
+    </message>
+    <message>
+        <source>Could not move “%1” to the trash: %2</source>
+        <translation>„%1“ konnte nicht in den Papierkorb gelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>“%1” is not in the trash any more.</source>
+        <translation>„%1“ ist nicht mehr im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>Could not take “%1” out of the trash: %2</source>
+        <translation>„%1“ konnte nicht aus dem Papierkorb geholt werden: %2</translation>
     </message>
 </context>
 <context>

@@ -119,6 +119,16 @@
     </message>
 </context>
 <context>
+    <name>ChooserSheet</name>
+    <message numerus="yes">
+        <source>%1 · %n file(s)</source>
+        <translation>
+            <numerusform>%1 · %n file</numerusform>
+            <numerusform>%1 · %n files</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ContextBar</name>
     <message numerus="yes">
         <source>%n match(es)</source>
@@ -203,6 +213,13 @@
         <translation>
             <numerusform> · and %n more</numerusform>
             <numerusform> · and %n more</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n file</numerusform>
+            <numerusform>%n files</numerusform>
         </translation>
     </message>
 </context>

@@ -1143,6 +1143,10 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <translation>Import</translation>
     </message>
     <message>
+        <source>Import files</source>
+        <translation>Dateien importieren</translation>
+    </message>
+    <message>
         <source>Import image files…</source>
         <translation>Bilddateien importieren …</translation>
     </message>

@@ -14,7 +14,7 @@ Button {
 
     chevron: "chevron.down"
     help: qsTr("Import")
-    spokenName: qsTr("Import")
+    spokenName: qsTr("Import files")
     symbol: "square.and.arrow.down"
 
     onClicked: menu.popup(button, button.width - menu.width, button.height + 4)

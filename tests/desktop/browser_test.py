@@ -248,8 +248,8 @@ class Reading(Browser):
         self.assert_clear("the library")
         self.reader.press("list item", "four")
         self.assert_clear("a selection")
-        for opener, entry in (("Collection: All", "Unfiled, 2"), ("More", "Select All"), ("Import", "Import image files…"),
-                              ("Move to", "Logos")):
+        for opener, entry in (("Collection: All", "Unfiled, 2"), ("More", "Select All"), ("Import files", "Import image files…"),
+                              ("Move to", "Unfiled")):
             self.reader.press("push button", opener)
             wait_until(lambda: any(entry in name for name in self.assert_clear(opener)), 10, f"{entry} of {opener}")
             self.key("Escape")
@@ -280,7 +280,7 @@ class Reading(Browser):
         self.reader.press("", "All, 4")
         self.reader.press("list item", "four")
         self.reader.press("push button", "Move to")
-        self.reader.press("menu item", "Badges")
+        self.reader.press("", "Badges, 0")
         wait_until(lambda: (images / "Badges/four.png").exists(), 10, "the move")
         self.reader.press("list item", "Logos, 2")
         self.reader.wait_for("list item", "two")
@@ -313,7 +313,9 @@ class Reading(Browser):
         self.reader.wait_for("", "Undid renaming to “renamed”")
         self.key("ctrl+shift+z")
         wait_until(lambda: (images / "renamed.png").exists(), 10, "the new name again")
-        self.tab_to("renamed")
+        self.tab_to("four")
+        self.key("r", "e", "n")
+        wait_until(lambda: self.selected() == ["renamed"], 10, "the name that was typed")
         self.key("ctrl+BackSpace")
         wait_until(lambda: (self.folder / "data/Trash/files/renamed.png").exists(), 10, "the trash")
         self.key("ctrl+z")

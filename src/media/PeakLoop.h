@@ -13,12 +13,17 @@ public:
     PeakLoop(std::int64_t expectedSamples, int count);
 
     void add(std::span<const std::int16_t> samples);
+    /// The same for floating-point samples, `length` of each channel in a plane of its own: they count as what they are
+    /// when rounded to 16 bits. Interleaved samples are one plane.
+    void add(std::span<const float* const> planes, std::size_t length);
 
     /// One value from 0 to 1 for every stretch that was filled, at least one when there was any sample; the loudest is
     /// 1 unless all are next to silent. Ends the loop.
     std::vector<float> finish();
 
 private:
+    template <typename LoudestOf>
+    void feed(std::int64_t samples, const LoudestOf& loudestOf);
     void closeBucket();
 
     std::vector<float> m_buckets;

@@ -54,9 +54,12 @@ PeakList readPeaks(const std::filesystem::path& file, int count, std::stop_token
     PeakLoop loop(frames * reader->channels(), count);
     while (true) {
         if (stop.stop_requested()) return std::unexpected(MediaError::stopped);
-        const auto samples = TRY(reader->read());
+        const auto samples = TRY(reader->readDecoded());
         if (samples.empty()) return loop.finish();
-        loop.add(samples);
+        if (samples.planes.empty())
+            loop.add(samples.integers);
+        else
+            loop.add(samples.planes, samples.planeLength);
     }
 }
 

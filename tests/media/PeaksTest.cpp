@@ -6,7 +6,9 @@
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 
 namespace quillary::media {
@@ -63,6 +65,46 @@ TEST_F(PeaksTest, TheLoopIsTheDefinitionForAnyLengthAndAnyPieces) {
     }
 }
 
+TEST_F(PeaksTest, FloatingPointCountsAsRoundedTo16Bits) {
+    std::mt19937 random(11);
+    constexpr float half = 0.5f / 32768;
+    const float beyond = std::numeric_limits<float>::infinity();
+    for (const std::size_t channels : {1, 2, 6}) {
+        for (const std::size_t length : {1, 3, 1000, 40'000}) {
+            std::vector<std::vector<float>> planes(channels, std::vector<float>(length));
+            for (auto& plane : planes)
+                for (float& sample : plane)
+                    // Halves of a 16-bit step among them, and what is too loud.
+                    sample = half * static_cast<float>(static_cast<int>(random() % 140'001) - 70'000);
+            if (length > 3) planes[0][2] = -beyond;
+            std::vector<std::int16_t> samples;
+            for (std::size_t i = 0; i < length; ++i)
+                for (const auto& plane : planes)
+                    samples.push_back(static_cast<std::int16_t>(
+                        std::lrint(std::clamp(static_cast<double>(plane[i]) * 32768, -32768.0, 32767.0))));
+            // Stretches that are no whole number of turns of the channels too.
+            for (const int count : {1, 7, 2000}) {
+                const std::int64_t total = std::ssize(samples);
+                PeakLoop loop(total, count);
+                for (std::size_t at = 0; at < length;) {
+                    const std::size_t piece = std::min<std::size_t>(1 + random() % 3000, length - at);
+                    std::vector<const float*> heads;
+                    for (const auto& plane : planes) heads.push_back(plane.data() + at);
+                    loop.add(heads, piece);
+                    at += piece;
+                }
+                EXPECT_EQ(loop.finish(), plainPeaks(samples, total, count))
+                    << channels << ' ' << length << ' ' << count;
+            }
+        }
+    }
+    PeakLoop loop(3, 3);
+    const std::vector<float> broken{0.5f, std::nanf(""), 0.25f};
+    const float* const plane = broken.data();
+    loop.add({&plane, 1}, broken.size());
+    EXPECT_EQ(loop.finish(), (std::vector<float>{1, 0, 0.5f}));
+}
+
 TEST_F(PeaksTest, NearlySilentSoundsStayFlat) {
     PeakLoop loop(4, 4);
     loop.add(std::vector<std::int16_t>{300, -327, 0, 1});
@@ -88,13 +130,18 @@ TEST_F(PeaksTest, EqualThePlainReadingInEveryFormat) {
              {"a.mp3", {"mp3", "libmp3lame", stereo}},
              {"a.m4a", {"ipod", "aac", stereo}},
              {"a.aac", {"adts", "aac", stereo}},
+             {"surround.m4a", {"ipod", "aac", {48000, 6, 48000 * 3}}},
+             {"mono.mp3", {"mp3", "libmp3lame", {48000, 1, 48000 * 3}}},
+             {"loud.wav", {"wav", "pcm_f32le", {192000, 2, 192000}}},
          }) {
         if (name == "8.wav") {
             Pcm pcm = kind.pcm;
             pcm.bits = 8;
             writeFile(folder / name, waveFile(pcm, wobblingTone(330, pcm.rate)));
         } else {
-            encode(folder / name, kind, wobblingTone(330, kind.pcm.rate));
+            const Sound tone = wobblingTone(330, kind.pcm.rate);
+            const double loudness = name == "loud.wav" ? 3 : 1;
+            encode(folder / name, kind, [&](std::int64_t i, int c) { return loudness * tone(i, c); });
         }
         const Decoded plain = decodePlainly(folder / name);
         const auto peaks = readPeaks(folder / name, waveformPeaks);

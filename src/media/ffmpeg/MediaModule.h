@@ -22,6 +22,15 @@ enum class TrackKind { sound, video };
 
 inline constexpr int operationSeconds = 5;
 
+/// Samples as a decoder gives them: 16-bit integers with the channels interleaved, or floating-point numbers, as many
+/// in each plane. A plane is a channel; interleaved ones are a single plane.
+struct DecodedSamples {
+    std::span<const std::int16_t> integers;
+    std::span<const float* const> planes; ///< none for integers
+    std::size_t planeLength = 0;
+    bool empty() const { return integers.empty() && planeLength == 0; }
+};
+
 /// A sound that is being decoded: its samples in turn as 16-bit integers, channels interleaved, from the first to the
 /// last one that is to be heard. One thread at a time.
 class SoundReader {
@@ -32,6 +41,8 @@ public:
     /// The next samples, whole sample frames, valid until the next call; empty at the end. What is damaged on the way
     /// is left out. A file that cannot be read any further is an error.
     virtual std::expected<std::span<const std::int16_t>, MediaError> read() = 0;
+    /// The same without making integers of floating-point samples.
+    virtual std::expected<DecodedSamples, MediaError> readDecoded() = 0;
     /// The next `read` begins at this time, exact to the sample where the format allows.
     virtual std::expected<void, MediaError> seek(double seconds) = 0;
 };

@@ -36,19 +36,31 @@ public:
     int rate() const override { return m_rate; }
 
     std::expected<Samples, MediaError> read() override {
-        while (true) {
-            if (!m_pending) {
-                const auto more = nextFrame();
-                if (!more) return std::unexpected(more.error());
-                if (!*more) return Samples();
-            }
-            m_pending = false;
-            if (m_frame->ch_layout.nb_channels != m_channels || m_frame->nb_samples <= 0) continue;
-            const auto skipped = skippedOf(*m_frame);
-            if (skipped >= static_cast<std::size_t>(m_frame->nb_samples)) continue;
-            if (!convertSamples(*m_frame, skipped, m_samples)) return std::unexpected(MediaError::noDecoder);
-            return m_samples;
+        const auto skipped = nextSamples();
+        if (!skipped) return std::unexpected(skipped.error());
+        if (!*skipped) return Samples();
+        if (!convertSamples(*m_frame, **skipped, m_samples)) return std::unexpected(MediaError::noDecoder);
+        return m_samples;
+    }
+
+    std::expected<DecodedSamples, MediaError> readDecoded() override {
+        const auto skipped = nextSamples();
+        if (!skipped) return std::unexpected(skipped.error());
+        if (!*skipped) return DecodedSamples();
+        const auto length = static_cast<std::size_t>(m_frame->nb_samples) - **skipped;
+        const auto channels = static_cast<std::size_t>(m_channels);
+        if (m_frame->format == AV_SAMPLE_FMT_FLTP) {
+            m_planes.clear();
+            for (std::size_t c = 0; c < channels; ++c)
+                m_planes.push_back(reinterpret_cast<const float*>(m_frame->extended_data[c]) + **skipped);
+            return DecodedSamples{.planes = m_planes, .planeLength = length};
         }
+        if (m_frame->format == AV_SAMPLE_FMT_FLT) {
+            m_planes.assign(1, reinterpret_cast<const float*>(m_frame->extended_data[0]) + **skipped * channels);
+            return DecodedSamples{.planes = m_planes, .planeLength = length * channels};
+        }
+        if (!convertSamples(*m_frame, **skipped, m_samples)) return std::unexpected(MediaError::noDecoder);
+        return DecodedSamples{.integers = m_samples};
     }
 
     std::expected<void, MediaError> seek(double seconds) override {
@@ -67,6 +79,22 @@ public:
     }
 
 private:
+    /// Decodes up to a frame that holds something to hear, and tells how many of its first sample frames are to be left
+    /// out; nothing at the end.
+    std::expected<std::optional<std::size_t>, MediaError> nextSamples() {
+        while (true) {
+            if (!m_pending) {
+                const auto more = nextFrame();
+                if (!more) return std::unexpected(more.error());
+                if (!*more) return std::nullopt;
+            }
+            m_pending = false;
+            if (m_frame->ch_layout.nb_channels != m_channels || m_frame->nb_samples <= 0) continue;
+            const auto skipped = skippedOf(*m_frame);
+            if (skipped < static_cast<std::size_t>(m_frame->nb_samples)) return skipped;
+        }
+    }
+
     /// False at the end.
     std::expected<bool, MediaError> nextFrame() {
         while (true) {
@@ -101,6 +129,7 @@ private:
     Packet m_packet;
     DecodedFrame m_frame;
     std::vector<std::int16_t> m_samples;
+    std::vector<const float*> m_planes;
     std::int64_t m_wanted = AV_NOPTS_VALUE; ///< of a seek that has not arrived yet
     int m_rate = 0;
     int m_channels = 0;

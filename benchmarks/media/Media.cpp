@@ -82,18 +82,22 @@ void lengths(const test::TemporaryFolder& folder, const Rounds::Options& options
 
 void frames(const test::TemporaryFolder& folder, const Rounds::Options& options) {
     const auto clip = folder / "clip.mp4";
-    test::encode(clip, ClipFile{.muxer = "mp4",
-                                .encoder = "libx264",
-                                .width = 1920,
-                                .height = 1080,
-                                .frames = 500,
-                                .rate = 25,
-                                .keyEvery = 50,
-                                .grain = true});
-    Rounds thumbnails("Thumbnail of a 1080p clip", options);
-    thumbnails.add("one key frame, decoded without probing", [&] { decodeKeyFrame(clip, 2); });
-    thumbnails.add("clipThumbnail", [&] { media::clipThumbnail(clip, 512); });
-    thumbnails.print();
+    ClipFile kind{.muxer = "mp4",
+                  .encoder = "libx264",
+                  .width = 1920,
+                  .height = 1080,
+                  .frames = 500,
+                  .rate = 25,
+                  .keyEvery = 50,
+                  .grain = true};
+    for (const bool smooth : {true, false}) {
+        kind.smooth = smooth;
+        test::encode(clip, kind);
+        Rounds thumbnails(smooth ? "Thumbnail of a 1080p clip" : "The same without smoothed block edges", options);
+        thumbnails.add("one key frame, decoded without probing", [&] { decodeKeyFrame(clip, 2); });
+        thumbnails.add("clipThumbnail", [&] { media::clipThumbnail(clip, 512); });
+        thumbnails.print();
+    }
 
     auto opened = media::ClipFrames::open(clip);
     if (!opened) return;

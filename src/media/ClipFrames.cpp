@@ -5,7 +5,7 @@
 
 #include <QTransform>
 #include <algorithm>
-#include <cstring>
+#include <bit>
 
 namespace quillary::media {
 
@@ -21,15 +21,15 @@ std::expected<ClipFrames, MediaError> ClipFrames::open(const std::filesystem::pa
 
 std::expected<QImage, MediaError> ClipFrames::frame(double seconds, double before, double after, int longestSide,
                                                     std::stop_token stop) {
-    const Frame frame = TRY(m_reader->frame({seconds, before, after, longestSide}, stop));
-    QImage picture(frame.width, frame.height, QImage::Format_RGBX8888);
+    Frame frame = TRY(m_reader->frame({seconds, before, after, longestSide}, stop));
+    static_assert(std::endian::native == std::endian::little, "QRgb lies in memory as blue, green, red, alpha");
+    std::uint8_t* const pixels = frame.pixels.release();
+    const QImage picture(
+        pixels, frame.width, frame.height, qsizetype(frame.width) * 4, QImage::Format_RGB32,
+        [](void* memory) { delete[] static_cast<std::uint8_t*>(memory); }, pixels);
     if (picture.isNull()) return std::unexpected(MediaError::unreadable);
-    const std::size_t row = static_cast<std::size_t>(frame.width) * 4;
-    for (int y = 0; y < frame.height; ++y)
-        std::memcpy(picture.scanLine(y), frame.pixels.data() + static_cast<std::size_t>(y) * row, row);
     const auto [a, b, c, d] = frame.turn;
     const QTransform turn(a, b, c, d, 0, 0);
-    picture.convertTo(QImage::Format_RGB32);
     return turn.isIdentity() ? picture : picture.transformed(turn);
 }
 

@@ -60,6 +60,45 @@ TEST_F(FramesTest, OfBareStreamsAreTheNearestKeyFrames) {
         EXPECT_NEAR(numberOf(frames->frame(at, 0.8, 0.8, 320).value_or(QImage(9, 9, QImage::Format_RGB32))), number, 2);
 }
 
+TEST_F(FramesTest, AreReducedWhateverTheirShapeAndDepth) {
+    struct Case {
+        const char* name;
+        ClipFile kind;
+        QSize size;
+    };
+    for (const auto& [name, kind, size] : {
+             Case{"hd.mp4", {.muxer = "mp4", .encoder = "libx264", .width = 1920, .height = 1080}, {320, 180}},
+             Case{"smooth.mp4",
+                  {.muxer = "mp4", .encoder = "libx264", .width = 1280, .height = 720, .smooth = true},
+                  {320, 180}},
+             Case{"odd.mov",
+                  {.muxer = "mov", .encoder = "libx264", .width = 1367, .height = 773, .pixels = "yuv444p"},
+                  {320, 181}},
+             Case{"deep.mov",
+                  {.muxer = "mov", .encoder = "prores_ks", .width = 1442, .height = 2162, .pixels = "yuv422p10le"},
+                  {213, 320}},
+             Case{"thin.mov",
+                  {.muxer = "mov", .encoder = "mjpeg", .width = 4000, .height = 8, .pixels = "yuvj420p"},
+                  {320, 1}},
+         }) {
+        auto small = kind;
+        small.frames = 3;
+        const QImage picture = media::clipThumbnail(clip(name, small), 320);
+        ASSERT_EQ(picture.size(), size) << name;
+        if (size.height() == 1) continue;
+        // The white quarter ends in the middle; everything is grey.
+        for (int x = 4; x < size.width() - 4; ++x) {
+            for (int y = 4; y < size.height() - 4; ++y) {
+                if (std::abs(2 * x - size.width()) < 8 || std::abs(2 * y - size.height()) < 8) continue;
+                const QRgb pixel = picture.pixel(x, y);
+                const bool white = 2 * x < size.width() && 2 * y < size.height();
+                ASSERT_NEAR(qGreen(pixel), white ? 253 : 3, 6) << name << ' ' << x << ' ' << y;
+                ASSERT_NEAR(qRed(pixel), qBlue(pixel), 4) << name << ' ' << x << ' ' << y;
+            }
+        }
+    }
+}
+
 TEST_F(FramesTest, StandUpright) {
     // The white quarter is at the top left of the stored picture.
     struct Case {

@@ -12,6 +12,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/opt.h>
+#include <libavutil/pixdesc.h>
 #include <libswresample/swresample.h>
 #include <libswscale/swscale.h>
 }
@@ -219,12 +220,12 @@ void encode(const std::filesystem::path& file, const ClipFile& kind) {
     const Codec codec = encoder(kind.encoder);
     codec->width = kind.width;
     codec->height = kind.height;
-    codec->pix_fmt = AV_PIX_FMT_YUV420P;
+    codec->pix_fmt = av_get_pix_fmt(kind.pixels.c_str());
     codec->time_base = {1, kind.rate};
     codec->framerate = {kind.rate, 1};
     codec->gop_size = kind.keyEvery;
     codec->bit_rate = kind.grain ? 12'000'000 : 1'000'000;
-    if (codec->priv_data) av_opt_set(codec->priv_data, "preset", "ultrafast", 0);
+    if (codec->priv_data) av_opt_set(codec->priv_data, "preset", kind.smooth ? "superfast" : "ultrafast", 0);
     if (kind.encoder == "libx265") av_opt_set(codec->priv_data, "x265-params", "log-level=none", 0);
     AVStream* const stream = muxer.add(codec.get());
     stream->avg_frame_rate = {kind.rate, 1};
@@ -249,19 +250,26 @@ void encode(const std::filesystem::path& file, const ClipFile& kind) {
     std::minstd_rand random(3);
     for (int n = 0; n < kind.frames; ++n) {
         const Frame frame(av_frame_alloc());
-        frame->format = AV_PIX_FMT_YUV420P;
+        frame->format = codec->pix_fmt;
         frame->width = kind.width;
         frame->height = kind.height;
         must(av_frame_get_buffer(frame.get(), 0), "frame");
+        const AVPixFmtDescriptor& format = *av_pix_fmt_desc_get(codec->pix_fmt);
+        const int deeper = format.comp[0].depth - 8;
         for (int plane = 0; plane < 3; ++plane) {
-            const int rows = plane ? kind.height / 2 : kind.height;
-            const int columns = plane ? kind.width / 2 : kind.width;
+            const int rows = AV_CEIL_RSHIFT(kind.height, plane ? format.log2_chroma_h : 0);
+            const int columns = AV_CEIL_RSHIFT(kind.width, plane ? format.log2_chroma_w : 0);
             for (int y = 0; y < rows; ++y) {
                 std::uint8_t* const row = frame->data[plane] + y * frame->linesize[plane];
-                std::memset(row, plane ? 128 : 16 + n % 200, static_cast<std::size_t>(columns));
-                if (!plane && y < rows / 2) std::memset(row, 235, static_cast<std::size_t>(columns / 2));
-                for (int x = 0; kind.grain && x < columns; ++x)
-                    row[x] = static_cast<std::uint8_t>(row[x] ^ (random() & 15));
+                for (int x = 0; x < columns; ++x) {
+                    const bool white = !plane && y < rows / 2 && x < columns / 2;
+                    int value = plane ? 128 : white ? 235 : 16 + n % 200;
+                    if (kind.grain) value ^= static_cast<int>(random() & 15);
+                    if (deeper > 0)
+                        reinterpret_cast<std::uint16_t*>(row)[x] = static_cast<std::uint16_t>(value << deeper);
+                    else
+                        row[x] = static_cast<std::uint8_t>(value);
+                }
             }
         }
         frame->pts = time;

@@ -49,6 +49,8 @@ struct ClipFile {
     int turn = 0;        ///< degrees that a player is to turn it clockwise
     bool uneven = false; ///< frames last 1, 2, 3 … ticks in turn
     bool grain = false;  ///< with the noise of a camera, which costs a decoder more
+    bool smooth = false; ///< with smoothed block edges, as nearly all clips are
+    std::string pixels = "yuv420p";
 };
 void encode(const std::filesystem::path& file, const ClipFile& kind);
 

@@ -64,8 +64,17 @@ private:
         // What cannot seek can still be read from where it stands.
         if (!m_demuxer->seek(key ? within(*key) : ticks(wanted))) m_demuxer->seek(start());
         avcodec_flush_buffers(m_codec.get());
+        smoothEdges(!key || !vanishIn(request.longestSide));
         return decodeUntil(earliest, key.has_value());
     }
+
+    /// Whether the edges of a coder's blocks are smaller than the pixels of the picture that is wanted.
+    bool vanishIn(int longestSide) const {
+        const AVCodecParameters& coded = *m_demuxer->track()->codecpar;
+        return std::max(coded.width, coded.height) >= 2 * longestSide;
+    }
+    /// Frames that others are made of need it.
+    void smoothEdges(bool smooth) { m_codec->skip_loop_filter = smooth ? AVDISCARD_NONREF : AVDISCARD_ALL; }
 
     /// The time of the key frame that is nearest within the tolerances, where the clip has a table of them.
     std::optional<std::int64_t> keyNear(std::int64_t wanted, std::int64_t earliest, std::int64_t latest) const {
@@ -106,6 +115,7 @@ private:
             if (received != AVERROR(EAGAIN) && !keyWillDo) return {};
             if (received == AVERROR_EOF) {
                 avcodec_flush_buffers(m_codec.get());
+                smoothEdges(true);
                 keyWillDo = false;
             }
             if (atEnd) return {};
@@ -180,7 +190,6 @@ std::expected<std::unique_ptr<FrameReader>, MediaError> openFrameGrabber(const s
     constexpr std::int64_t mostPixels = 16384LL * 16384;
     context.max_pixels = mostPixels;
     context.flags2 |= AV_CODEC_FLAG2_FAST;
-    context.skip_loop_filter = AVDISCARD_NONREF;
     if (avcodec_open2(&context, nullptr, nullptr) < 0) return std::unexpected(MediaError::noDecoder);
     return std::make_unique<FrameGrabber>(std::move(*demuxer), std::move(*codec));
 }

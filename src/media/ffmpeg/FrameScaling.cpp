@@ -26,8 +26,9 @@ bool FrameScaling::scale(const AVFrame& from, int longestSide, Frame& into) {
     into.width = std::max(1, static_cast<int>(std::lround(width * shrink)));
     into.height = std::max(1, static_cast<int>(std::lround(from.height * shrink)));
 
-    m_context = sws_getCachedContext(m_context, from.width, from.height, static_cast<AVPixelFormat>(from.format),
-                                     into.width, into.height, AV_PIX_FMT_RGB0, SWS_AREA, nullptr, nullptr, nullptr);
+    const auto reduced = m_halving.reduced(from, into.width, into.height);
+    m_context = sws_getCachedContext(m_context, reduced.width, reduced.height, static_cast<AVPixelFormat>(from.format),
+                                     into.width, into.height, AV_PIX_FMT_BGRA, SWS_AREA, nullptr, nullptr, nullptr);
     if (!m_context) return false;
     const int matrix = from.colorspace == AVCOL_SPC_UNSPECIFIED ? (from.height > 576 ? SWS_CS_ITU709 : SWS_CS_ITU601)
                                                                 : static_cast<int>(from.colorspace);
@@ -40,12 +41,11 @@ bool FrameScaling::scale(const AVFrame& from, int longestSide, Frame& into) {
     constexpr std::size_t margin = 64;
     const std::size_t stride = static_cast<std::size_t>(into.width) * 4;
     const std::size_t size = stride * static_cast<std::size_t>(into.height);
-    into.pixels.resize(size + margin);
-    std::uint8_t* const planes[4] = {into.pixels.data()};
+    into.pixels = std::make_unique_for_overwrite<std::uint8_t[]>(size + margin);
+    std::uint8_t* const planes[4] = {into.pixels.get()};
     const int strides[4] = {static_cast<int>(stride)};
-    if (sws_scale(m_context, from.data, from.linesize, 0, from.height, planes, strides) != into.height) return false;
-    into.pixels.resize(size);
-    return true;
+    return sws_scale(m_context, reduced.data.data(), reduced.stride.data(), 0, reduced.height, planes, strides) ==
+           into.height;
 }
 
 void readTurn(const AVStream& track, int (&turn)[4]) {

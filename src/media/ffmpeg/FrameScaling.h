@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/ffmpeg/MediaModule.h"
+#include "media/ffmpeg/PlaneHalving.h"
 
 struct AVFrame;
 struct AVStream;
@@ -22,6 +23,7 @@ public:
     bool scale(const AVFrame& from, int longestSide, Frame& into);
 
 private:
+    PlaneHalving m_halving;
     SwsContext* m_context = nullptr;
 };
 

@@ -25,8 +25,8 @@ inline constexpr int operationSeconds = 5;
 /// Samples as a decoder gives them: 16-bit integers with the channels interleaved, or floating-point numbers, as many
 /// in each plane. A plane is a channel; interleaved ones are a single plane.
 struct DecodedSamples {
-    std::span<const std::int16_t> integers;
-    std::span<const float* const> planes; ///< none for integers
+    std::span<const std::int16_t> integers = {};
+    std::span<const float* const> planes = {}; ///< none for integers
     std::size_t planeLength = 0;
     bool empty() const { return integers.empty() && planeLength == 0; }
 };
@@ -47,13 +47,13 @@ public:
     virtual std::expected<void, MediaError> seek(double seconds) = 0;
 };
 
-/// One frame, four bytes a pixel: red, green, blue, 255. Not yet turned upright.
+/// One frame, four bytes a pixel: blue, green, red, 255. Not yet turned upright.
 struct Frame {
     int width = 0;
     int height = 0;
-    double seconds = 0;               ///< its time in the clip
-    int turn[4] = {1, 0, 0, 1};       ///< the rows (a, b) and (c, d) of a turn by quarters, with or without a mirror
-    std::vector<std::uint8_t> pixels; ///< rows from the top, without padding
+    double seconds = 0;         ///< its time in the clip
+    int turn[4] = {1, 0, 0, 1}; ///< the rows (a, b) and (c, d) of a turn by quarters, with or without a mirror
+    std::unique_ptr<std::uint8_t[]> pixels; ///< rows from the top, without padding
 };
 
 /// A clip of which frames are fetched. One thread at a time.

@@ -126,7 +126,7 @@ class List final : public Command {
     /// Of the whole shelf, so that what is kept is complete.
     void readDurations(const LibraryItems& items, const std::filesystem::path& root) {
         const AudioDurationCache cache(root / Storage::relativeFolder(Storage::Folder::audio));
-        std::vector<std::filesystem::path> missing;
+        std::vector<FileLocation> missing;
         for (const LibraryItem& item : items) missing.push_back(item.url);
         m_durations = cache.load(missing);
         std::erase_if(missing, [&](const auto& url) { return m_durations.contains(url); });

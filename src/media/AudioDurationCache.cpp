@@ -28,24 +28,25 @@ QByteArray AudioDurationCache::key(const std::filesystem::path& url) {
     return QByteArray::fromStdString(url.native()) + '\x01' + QByteArray::number(seconds);
 }
 
-AudioDurationCache::Durations AudioDurationCache::load(std::span<const std::filesystem::path> urls) const {
+AudioDurationCache::Durations AudioDurationCache::load(std::span<const FileLocation> urls) const {
     Durations found;
     QFile file(m_file);
     if (!file.open(QIODevice::ReadOnly)) return found;
     const QJsonObject known = QJsonDocument::fromJson(file.readAll()).object();
     if (known.isEmpty()) return found;
-    for (const auto& url : urls) {
-        if (!isText(url)) continue;
-        const QJsonValue seconds = known.value(QString::fromUtf8(key(url)));
+    for (const FileLocation& url : urls) {
+        const std::filesystem::path path = url;
+        if (!isText(path)) continue;
+        const QJsonValue seconds = known.value(QString::fromUtf8(key(path)));
         if (seconds.isDouble() && seconds.toDouble() >= 0) found.emplace(url, seconds.toDouble());
     }
     return found;
 }
 
-AudioDurationCache::Durations AudioDurationCache::read(std::span<const std::filesystem::path> urls,
+AudioDurationCache::Durations AudioDurationCache::read(std::span<const FileLocation> urls,
                                                        std::stop_token stop) {
     Durations found;
-    for (const auto& url : urls) {
+    for (const FileLocation& url : urls) {
         if (stop.stop_requested()) break;
         if (const auto seconds = media::audioLength(url, stop)) found.emplace(url, *seconds);
     }
@@ -54,8 +55,10 @@ AudioDurationCache::Durations AudioDurationCache::read(std::span<const std::file
 
 bool AudioDurationCache::save(const Durations& durations) const {
     QJsonObject object;
-    for (const auto& [url, seconds] : durations)
-        if (isText(url) && std::isfinite(seconds)) object.insert(QString::fromUtf8(key(url)), seconds);
+    for (const auto& [url, seconds] : durations) {
+        const std::filesystem::path path = url;
+        if (isText(path) && std::isfinite(seconds)) object.insert(QString::fromUtf8(key(path)), seconds);
+    }
     const QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Compact);
     auto pending = platform::PendingFile::create(m_file.parent_path());
     return pending &&

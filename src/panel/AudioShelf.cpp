@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 /// The sounds whose lengths are missing, in list order, and where known lengths are kept.
 struct AudioShelf::LengthJob {
     AudioDurationCache cache;
-    std::vector<fs::path> files;
+    std::vector<FileLocation> files;
     std::vector<FileDate> dates; ///< of the files, as they were listed
 };
 
@@ -71,20 +71,21 @@ QVariant AudioShelf::details(const LibraryItem& item) const {
     return lengthLabel(secondsOf(item.url).value_or(0));
 }
 
-std::optional<double> AudioShelf::secondsOf(const fs::path& url) const {
+std::optional<double> AudioShelf::secondsOf(const FileLocation& url) const {
     const auto known = m_audioDurations.find(url);
     return known == m_audioDurations.end() ? std::nullopt : std::optional(known->second);
 }
 
 /// What changed or went since its length was read is forgotten.
 void AudioShelf::takenOver() {
-    std::map<fs::path, FileDate> asked;
+    std::unordered_map<FileLocation, FileDate> asked;
     AudioDurationCache::Durations known;
     for (const LibraryItem& item : items()) {
         const auto before = m_asked.find(item.url);
         if (before == m_asked.end() || before->second != item.modified) continue;
-        asked.insert(*before);
-        if (auto length = m_audioDurations.extract(item.url)) known.insert(std::move(length));
+        asked.emplace(item.url, item.modified);
+        if (const auto length = m_audioDurations.find(item.url); length != m_audioDurations.end())
+            known.emplace(item.url, length->second);
     }
     m_asked = std::move(asked);
     m_audioDurations = std::move(known);

@@ -89,13 +89,13 @@ private:
     void readDurations(std::shared_ptr<const LengthJob> job, std::size_t from);
     void setDurationsRemaining(std::size_t files);
     void keepDurations();
-    std::optional<double> secondsOf(const std::filesystem::path& url) const;
+    std::optional<double> secondsOf(const FileLocation& url) const;
 
     AudioPreview& m_preview;
     AudioSort m_audioSort = AudioSort::recent;
     AudioDurationCache::Durations m_audioDurations;
     /// The date of each file whose length was asked for, also of those that gave none: they are not asked again.
-    std::map<std::filesystem::path, FileDate> m_asked;
+    std::unordered_map<FileLocation, FileDate> m_asked;
     int m_durationsRemaining = 0;
     int m_durationsWanted = 0;
     Background m_lengths;

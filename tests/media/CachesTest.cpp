@@ -32,7 +32,7 @@ TEST(AudioDurationCacheTest, KeepsLengthsUnderPathAndWholeSecond) {
     for (const auto& file : {hit, before1970, binary}) writeFile(file, "x");
     setModified(hit, 1'700'000'000, 999'999'999);
     setModified(before1970, -5);
-    const std::vector<fs::path> all{hit, before1970, binary, folder / "missing.wav"};
+    const std::vector<FileLocation> all{hit, before1970, binary, folder / "missing.wav"};
 
     ASSERT_TRUE(cache.save({{hit, 1.25}, {before1970, 3}, {binary, 4}, {folder / "missing.wav", 5}}));
     const auto object =

@@ -76,8 +76,7 @@ std::expected<void, MediaError> Demuxer::openInput(TrackKind kind) {
     restartClock();
     // A failure frees the context.
     if (const int error = avformat_open_input(&m_context, nullptr, nullptr, nullptr); error < 0)
-        return std::unexpected(error == AVERROR_EXIT || error == AVERROR(EIO) ? MediaError::unreadable
-                                                                              : MediaError::unknownKind);
+        return std::unexpected(brokeOff(error) ? MediaError::unreadable : MediaError::unknownKind);
     const AVMediaType type = kind == TrackKind::sound ? AVMEDIA_TYPE_AUDIO : AVMEDIA_TYPE_VIDEO;
     m_track = trackOf(m_context, type);
     if (needsProbing(m_context, m_track)) {
@@ -115,7 +114,7 @@ std::expected<bool, MediaError> Demuxer::read(AVPacket* packet) {
     while (true) {
         av_packet_unref(packet);
         const int error = av_read_frame(m_context, packet);
-        if (error == AVERROR_EXIT || error == AVERROR(EIO)) return std::unexpected(MediaError::unreadable);
+        if (brokeOff(error)) return std::unexpected(MediaError::unreadable);
         if (error == AVERROR(EAGAIN)) continue;
         // What is damaged ends the track: everything before it counts.
         if (error < 0) return false;
@@ -139,6 +138,7 @@ int Demuxer::readBytes(void* self, std::uint8_t* into, int size) {
     ssize_t read = 0;
     do read = pread(demuxer.m_descriptor, into, static_cast<std::size_t>(size), demuxer.m_position);
     while (read < 0 && errno == EINTR);
+    if (read < 0) demuxer.m_failed = true;
     if (read < 0) return AVERROR(EIO);
     if (read == 0) return AVERROR_EOF;
     demuxer.m_position += read;

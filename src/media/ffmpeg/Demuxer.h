@@ -51,10 +51,13 @@ private:
     static int readBytes(void* self, std::uint8_t* into, int size);
     static std::int64_t seekBytes(void* self, std::int64_t offset, int whence);
     static int overdue(void* self);
+    /// Formats call it an input error, too, when a file ends too early.
+    bool brokeOff(int error) const { return error == AVERROR_EXIT || (error == AVERROR(EIO) && m_failed); }
     void restartClock() { m_started = std::chrono::steady_clock::now(); }
 
     int m_descriptor;
     std::int64_t m_position = 0;
+    bool m_failed = false; ///< the file could not be read
     AVIOContext* m_io = nullptr;
     AVFormatContext* m_context = nullptr;
     AVStream* m_track = nullptr;

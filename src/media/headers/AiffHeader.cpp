@@ -26,7 +26,8 @@ std::optional<double> aiffSeconds(const HeaderFile& file) {
     double rate = 0;
     std::uint64_t frames = 0;
     std::uint64_t frameBytes = 0;
-    for (std::uint64_t at = 12; at + 8 <= file.size();) {
+    std::uint64_t at = 12;
+    for (int chunk = 0; chunk < chunksAtMost && at + 8 <= file.size(); ++chunk) {
         const std::uint64_t body = at + 8;
         const std::uint64_t size = file.be32(at + 4);
         if (file.holds(at, "COMM")) {

@@ -14,7 +14,8 @@ std::optional<double> cafSeconds(const HeaderFile& file) {
     std::uint64_t packetFrames = 0;
     std::optional<std::uint64_t> counted;
     std::optional<std::uint64_t> held;
-    for (std::uint64_t at = 8; at + 12 <= file.size();) {
+    std::uint64_t at = 8;
+    for (int chunk = 0; chunk < chunksAtMost && at + 12 <= file.size(); ++chunk) {
         const std::uint64_t body = at + 12;
         const std::uint64_t rest = file.size() - body;
         const std::uint64_t size = file.be64(at + 4);

@@ -99,14 +99,15 @@ std::optional<double> flacSeconds(const HeaderFile& file) {
     const Stream stream{static_cast<std::uint32_t>(packed >> 44), file.be16(8), packed & 0xFFFFFFFFF};
     if (stream.rate == 0) return {};
     std::uint64_t at = 4;
-    for (bool last = false; !last && at + 4 <= file.size();) {
+    bool last = false;
+    for (int block = 0; block < chunksAtMost && !last && at + 4 <= file.size(); ++block) {
         last = file.u8(at) & 0x80;
         at += 4 + (file.be32(at) & 0xFFFFFF);
     }
-    const auto last = lastFrame(file, at, stream);
-    if (!last) return {};
+    const auto end = lastFrame(file, at, stream);
+    if (!end) return {};
     // Where the stream says that more should follow, the file was cut within this frame.
-    const std::uint64_t frames = last->end < stream.frames ? last->begin : last->end;
+    const std::uint64_t frames = end->end < stream.frames ? end->begin : end->end;
     return static_cast<double>(frames) / stream.rate;
 }
 

@@ -11,6 +11,9 @@ namespace quillary::media {
 
 enum class MediaError;
 
+/// Files of zeros are endless rows of empty chunks; no header is looked for behind so many.
+inline constexpr int chunksAtMost = 100'000;
+
 /// A media file as readers of headers see it: bytes at a position, the first of them at hand. Only regular files open,
 /// so that no pipe keeps anybody waiting. Not thread-safe.
 class HeaderFile {

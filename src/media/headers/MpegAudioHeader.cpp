@@ -92,6 +92,9 @@ std::optional<std::uint64_t> firstFrame(const HeaderFile& file) {
     return {};
 }
 
+/// What holds no frame for so long is no sound any more.
+constexpr std::uint64_t damageAtMost = 16 * 1024 * 1024;
+
 /// Walks through frames of one kind. Where one is damaged, goes on at the next place where two follow each other.
 template <auto frameOf>
 std::optional<double> walked(const HeaderFile& file, std::uint64_t at, std::stop_token stop) {
@@ -99,7 +102,8 @@ std::optional<double> walked(const HeaderFile& file, std::uint64_t at, std::stop
     double seconds = 0;
     std::uint64_t samples = 0;
     std::uint32_t rate = 1;
-    while (at < file.size()) {
+    std::uint64_t damaged = 0; // bytes since the last frame
+    while (at < file.size() && damaged < damageAtMost) {
         if (stop.stop_requested()) return {};
         const Bytes window = file.bytes(at, HeaderFile::capacity);
         std::size_t i = 0;
@@ -107,8 +111,10 @@ std::optional<double> walked(const HeaderFile& file, std::uint64_t at, std::stop
             const auto frame = frameOf(window.subspan(i));
             if (!frame || frame->kind != kind) {
                 ++i;
+                ++damaged;
                 continue;
             }
+            damaged = 0;
             if (frame->rate != rate) {
                 seconds += static_cast<double>(samples) / rate;
                 samples = 0;

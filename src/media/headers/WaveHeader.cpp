@@ -20,7 +20,8 @@ std::optional<WaveHeader> waveHeader(const HeaderFile& file) {
     WaveHeader header;
     std::uint64_t dataSize64 = 0;
     int format = 0;
-    for (std::uint64_t at = 12; at + 8 <= file.size();) {
+    std::uint64_t at = 12;
+    for (int chunk = 0; chunk < chunksAtMost && at + 8 <= file.size(); ++chunk) {
         const std::uint64_t body = at + 8;
         std::uint64_t size = file.le32(at + 4);
         if (file.holds(at, "ds64")) dataSize64 = file.le64(body + 8);

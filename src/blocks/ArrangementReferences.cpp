@@ -118,29 +118,44 @@ std::optional<fs::path> ArrangementStore::findMedia(const QByteArray& uid) {
     return root && !uid.isEmpty() ? FinalCutElements(*root).find(uid, {}) : std::nullopt;
 }
 
-std::optional<fs::path> ArrangementStore::singleMediaFile(QByteArrayView xml, const std::optional<QString>& collection,
-                                                          const MediaProgress& progress) {
-    const auto document = FCPXMLDocument::parse(xml);
-    const auto root = m_storage.root();
-    if (!root || !document || !isOneClip(*document)) return {};
+namespace {
 
-    auto references = document->media();
+/// The one media file of a document that is a single clip.
+std::optional<FCPXMLDocument::MediaReference> singleReference(const FCPXMLDocument& document) {
+    if (!isOneClip(document)) return {};
+    auto references = document.media();
     // The asset that was dragged, where the resources hold others as well.
-    if (const auto dragged = document->clip().attribute("ref");
-        dragged && document->resource(*dragged).isNamed("asset"))
+    if (const auto dragged = document.clip().attribute("ref"); dragged && document.resource(*dragged).isNamed("asset"))
         std::erase_if(references, [&](const auto& reference) { return reference.assetId != *dragged; });
     if (references.empty()) return {};
     const QByteArray asset = references.front().assetId;
     if (std::ranges::any_of(references, [&](const auto& reference) { return reference.assetId != asset; })) return {};
     const auto original = std::ranges::find(references, true, &FCPXMLDocument::MediaReference::isOriginal);
     const auto& chosen = original == references.end() ? references.front() : *original;
-
     const auto file = chosen.file();
-    if (!file || !Storage::shelf(*file)) return {};
+    return file && Storage::shelf(*file) ? std::optional(chosen) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<fs::path> ArrangementStore::mediaOfSingleClip(QByteArrayView xml) {
+    const auto document = FCPXMLDocument::parse(xml);
+    const auto reference = document ? singleReference(*document) : std::nullopt;
+    return reference ? std::optional(fs::path(*reference->file())) : std::nullopt;
+}
+
+std::optional<fs::path> ArrangementStore::singleMediaFile(QByteArrayView xml, const std::optional<QString>& collection,
+                                                          const MediaProgress& progress) {
+    const auto document = FCPXMLDocument::parse(xml);
+    const auto root = m_storage.root();
+    const auto reference = root && document ? singleReference(*document) : std::nullopt;
+    if (!reference) return {};
+    const auto file = reference->file();
     FinalCutElements elements(*root);
     MediaCopier copier(elements, progress);
     const fs::path shelf = elements.folderFor(file).parent_path();
-    const auto copy = copier.copyMedia({file, chosen.uid}, Storage::appending(collection.value_or(QString()), shelf));
+    const auto copy =
+        copier.copyMedia({file, reference->uid}, Storage::appending(collection.value_or(QString()), shelf));
     return copy ? std::optional(*copy) : std::nullopt;
 }
 

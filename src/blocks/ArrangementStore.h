@@ -88,6 +88,9 @@ public:
     std::optional<std::filesystem::path> singleMediaFile(QByteArrayView xml, const std::optional<QString>& collection,
                                                          const MediaProgress& progress = {});
 
+    /// What `singleMediaFile` would copy: the file that the document names. Absent as there.
+    static std::optional<std::filesystem::path> mediaOfSingleClip(QByteArrayView xml);
+
     /// The library's copy of an asset.
     std::optional<std::filesystem::path> findMedia(const QByteArray& uid);
 

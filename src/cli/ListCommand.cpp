@@ -4,6 +4,7 @@
 #include "cli/BlockDescription.h"
 #include "cli/CollectionPath.h"
 #include "cli/Commands.h"
+#include "cli/ProgressBar.h"
 #include "cli/Shelf.h"
 #include "library/BuiltInLibrary.h"
 #include "library/LibraryFilter.h"
@@ -47,7 +48,7 @@ class List final : public Command {
         const SearchableItems base(std::make_shared<const LibraryItems>(read(services)));
         const LibraryItems& items = base.items();
         Rows rows = visibleRows(base, query, isFavorite);
-        if (m_shelf == u"audio") readDurations(items, root);
+        if (m_shelf == u"audio") readDurations(items, root, output);
         if (m_sort) sortSounds(rows, items, order(), m_durations);
 
         if (output.json()) {
@@ -124,14 +125,20 @@ class List final : public Command {
     }
 
     /// Of the whole shelf, so that what is kept is complete.
-    void readDurations(const LibraryItems& items, const std::filesystem::path& root) {
+    void readDurations(const LibraryItems& items, const std::filesystem::path& root, const Output& output) {
         const AudioDurationCache cache(root / Storage::relativeFolder(Storage::Folder::audio));
         std::vector<FileLocation> missing;
         for (const LibraryItem& item : items) missing.push_back(item.url);
         m_durations = cache.load(missing);
         std::erase_if(missing, [&](const auto& url) { return m_durations.contains(url); });
         if (missing.empty()) return;
-        m_durations.merge(AudioDurationCache::read(missing));
+        BatchProgress progress;
+        progress.total = static_cast<int>(missing.size());
+        const ProgressBar bar(progress, output);
+        for (const FileLocation& url : missing) {
+            m_durations.merge(AudioDurationCache::read(std::span(&url, 1)));
+            ++progress.done;
+        }
         cache.save(m_durations);
     }
 

@@ -2,6 +2,7 @@
 #include "base/Try.h"
 #include "cli/Commands.h"
 #include "cli/ImageFile.h"
+#include "cli/ProgressBar.h"
 #include "media/ClipFrames.h"
 #include "media/MediaLength.h"
 #include "media/Peaks.h"
@@ -69,8 +70,12 @@ class Length final : public Command {
         auto status = ExitStatus::done;
         QJsonArray array;
         std::vector<Output::Row> table;
+        BatchProgress progress;
+        progress.total = static_cast<int>(m_files.size());
+        std::optional<ProgressBar> bar(std::in_place, progress, output);
         for (const fs::path& file : m_files) {
             const auto seconds = lengthOf(file, {});
+            ++progress.done;
             if (!seconds) {
                 output.problem(named(file, seconds.error()));
                 status = ExitStatus::failed;
@@ -79,6 +84,7 @@ class Length final : public Command {
                                      {QStringLiteral("seconds"), seconds ? QJsonValue(*seconds) : QJsonValue()}});
             table.push_back({seconds ? QString::number(*seconds, 'f', 3) : QStringLiteral("–"), shown(file)});
         }
+        bar.reset();
         if (output.json())
             output.document(array);
         else

@@ -60,16 +60,24 @@ void MediaShelf::save(const std::vector<fs::path>& urls) {
 }
 
 void MediaShelf::saveClip(const platform::ItemProvider& clip, const QByteArray& xml) {
-    m_saving.every([xml, &storage = storage(), collection = collectionFilter().collection()](
-                       const std::stop_token&) { return ArrangementStore(storage).singleMediaFile(xml, collection); },
-                   [this, clip](const std::optional<fs::path>& stored) {
-                       if (!stored)
-                           Q_EMIT compoundClipDropped(clip);
-                       else if (Storage::shelf(*stored) != m_folder)
-                           setNote(m_texts.wrong, Tone::problem);
-                       else
-                           tellAdded(1);
-                   });
+    enum class Outcome { added, compound, wrong };
+    m_saving.every(
+        [xml, &storage = storage(), folder = m_folder,
+         collection = collectionFilter().collection()](const std::stop_token&) {
+            // A clip of another kind is refused like a file of another kind.
+            const auto media = ArrangementStore::mediaOfSingleClip(xml);
+            if (media && Storage::shelf(*media) != folder) return Outcome::wrong;
+            return media && ArrangementStore(storage).singleMediaFile(xml, collection) ? Outcome::added
+                                                                                       : Outcome::compound;
+        },
+        [this, clip](Outcome outcome) {
+            if (outcome == Outcome::compound)
+                Q_EMIT compoundClipDropped(clip);
+            else if (outcome == Outcome::wrong)
+                setNote(m_texts.wrong, Tone::problem);
+            else
+                tellAdded(1);
+        });
 }
 
 void MediaShelf::saveInBackground(std::function<std::expected<int, QString>()> save) {

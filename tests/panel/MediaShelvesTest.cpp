@@ -138,6 +138,22 @@ TEST_F(MediaShelvesTest, ASingleClipIsReducedToItsFile) {
     EXPECT_EQ(note(audio()).toStdString(), "Added 1 sound");
     ASSERT_TRUE(comesTrue([&] { return audio().count() == 1; }));
     EXPECT_EQ(readFile(audio().audio().front().url), readFile(media));
+
+    // Of another kind it is refused, and stored nowhere.
+    writeFile(folder / "clip.mov", "frames");
+    const QByteArray film = QByteArray(xml).replace(fileUrl(media).replace("&", "&amp;"), fileUrl(folder / "clip.mov"));
+    platform::ItemProvider wrong;
+    wrong.registerData(QStringLiteral("com.apple.finalcutpro.xml"), film);
+    model->handleDrop({wrong});
+    ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Those aren’t audio files"; }));
+    EXPECT_FALSE(fs::exists(shelf("Videos") / "clip.mov"));
+    EXPECT_EQ(model->tab(), PanelModel::Tab::library);
+    EXPECT_EQ(model->libraryKind(), PanelModel::LibraryKind::audio);
+    // A document as a file is no sound either.
+    writeFile(folder / "clip.fcpxml", film.toStdString());
+    drop({folder / "clip.fcpxml"});
+    settle();
+    EXPECT_EQ(note(audio()), u"Those aren’t audio files");
 }
 
 } // namespace

@@ -11,7 +11,8 @@ using namespace quillary;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const test::TemporaryFolder folder;
     // Files that are not there have the time 0, so that the seeds know their keys.
-    static const std::array<std::filesystem::path, 3> sounds{"/a.wav", "/b \xc3\xbc.mp3", "/c"};
+    using Path = std::filesystem::path;
+    static const std::array<FileLocation, 3> sounds{Path("/a.wav"), Path("/b \xc3\xbc.mp3"), Path("/c")};
     const AudioDurationCache cache(folder.path());
     test::writeFile(folder.path() / ".audio-durations.json", {reinterpret_cast<const char*>(data), size});
     const auto known = cache.load(sounds);

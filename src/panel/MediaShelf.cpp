@@ -60,20 +60,20 @@ void MediaShelf::save(const std::vector<fs::path>& urls) {
 }
 
 void MediaShelf::saveClip(const platform::ItemProvider& clip, const QByteArray& xml) {
-    enum class Outcome { added, compound, wrong };
+    enum class ClipSave { added, compound, wrong };
     m_saving.every(
         [xml, &storage = storage(), folder = m_folder,
          collection = collectionFilter().collection()](const std::stop_token&) {
             // A clip of another kind is refused like a file of another kind.
             const auto media = ArrangementStore::mediaOfSingleClip(xml);
-            if (media && Storage::shelf(*media) != folder) return Outcome::wrong;
-            return media && ArrangementStore(storage).singleMediaFile(xml, collection) ? Outcome::added
-                                                                                       : Outcome::compound;
+            if (media && Storage::shelf(*media) != folder) return ClipSave::wrong;
+            return media && ArrangementStore(storage).singleMediaFile(xml, collection) ? ClipSave::added
+                                                                                       : ClipSave::compound;
         },
-        [this, clip](Outcome outcome) {
-            if (outcome == Outcome::compound)
+        [this, clip](ClipSave outcome) {
+            if (outcome == ClipSave::compound)
                 Q_EMIT compoundClipDropped(clip);
-            else if (outcome == Outcome::wrong)
+            else if (outcome == ClipSave::wrong)
                 setNote(m_texts.wrong, Tone::problem);
             else
                 tellAdded(1);

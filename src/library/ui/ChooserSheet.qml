@@ -10,6 +10,13 @@ Sheet {
 
     required property FolderChooser chooser
 
+    function holds(rows: list<int>, row: int): bool {
+        for (let at = 0; at < rows.length; ++at)
+            if (rows[at] === row)
+                return true;
+        return false;
+    }
+
     objectName: "chooserSheet"
     title: chooser.accept
     visible: chooser.active
@@ -61,7 +68,7 @@ Sheet {
             required property int index
             required property string modelData
             readonly property bool isFolder: modelData.endsWith("/")
-            readonly property bool picked: sheet.chooser.pickedRows.includes(index)
+            readonly property bool picked: sheet.holds(sheet.chooser.pickedRows, index)
 
             Accessible.name: modelData
             Accessible.role: Accessible.ListItem

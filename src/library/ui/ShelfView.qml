@@ -158,19 +158,19 @@ Item {
 
     Shortcut {
         enabled: view.visible
-        sequences: [StandardKey.Undo]
+        sequence: "Ctrl+Z"
 
         onActivated: view.shelf.undo()
     }
     Shortcut {
         enabled: view.visible
-        sequences: [StandardKey.Redo]
+        sequence: "Ctrl+Shift+Z"
 
         onActivated: view.shelf.redo()
     }
     Shortcut {
         enabled: view.visible && view.shelf.selection.count > 0
-        sequences: [StandardKey.Copy]
+        sequence: "Ctrl+C"
 
         onActivated: view.menu.actions.copy(view.shelf.selection.urls())
     }

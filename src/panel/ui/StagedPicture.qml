@@ -123,7 +123,7 @@ Item {
     }
     Shortcut {
         enabled: staged.visible
-        sequences: [StandardKey.Copy]
+        sequence: "Ctrl+C"
 
         onActivated: staged.model.copyStaged()
     }

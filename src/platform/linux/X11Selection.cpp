@@ -19,6 +19,7 @@ using Reply = std::unique_ptr<T, Free>;
 
 constexpr std::uint32_t wordsPerRead = 1U << 20U;
 constexpr qsizetype mostTargets = 1000;
+constexpr auto ownerCheck = std::chrono::milliseconds(150);
 
 } // namespace
 
@@ -136,8 +137,18 @@ std::unique_ptr<X11Selection::Event> X11Selection::next(Clock::time_point deadli
     }
 }
 
+bool X11Selection::hasOwner() {
+    const auto cookie = xcb_get_selection_owner(m_connection, m_selection);
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(m_connection, cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
 bool X11Selection::waitForAnswer(Atom target, Clock::time_point deadline, Atom& property) {
-    while (const auto event = next(deadline)) {
+    while (Clock::now() < deadline) {
+        const auto event = next(std::min(deadline, Clock::now() + ownerCheck));
+        // An owner that ends after it was asked leaves the question open.
+        if (!event && (xcb_connection_has_error(m_connection) != 0 || !hasOwner())) return false;
+        if (!event) continue;
         const auto* notify = event->as<xcb_selection_notify_event_t>(XCB_SELECTION_NOTIFY);
         if (!notify || notify->selection != m_selection || notify->target != target) continue;
         property = notify->property;

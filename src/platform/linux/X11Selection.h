@@ -53,6 +53,8 @@ private:
     std::optional<QByteArray> convert(Atom target, std::chrono::milliseconds patience);
     std::optional<QByteArray> receiveInPieces(Clock::time_point end);
     std::unique_ptr<Event> next(Clock::time_point deadline);
+    /// Whether any program has the selection now.
+    bool hasOwner();
     bool waitForAnswer(Atom target, Clock::time_point deadline, Atom& property);
     bool waitForPiece(Clock::time_point deadline);
     Property takeProperty();

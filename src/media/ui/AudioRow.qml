@@ -16,6 +16,7 @@ ShelfItem {
     readonly property bool playing: loaded && preview.isPlaying
     readonly property bool lit: hovered || focusShown || playing
 
+    Accessible.description: problem.text.length > 0 ? problem.text : length.text
     dragsAnywhere: false
     help: ""
 

@@ -13,6 +13,7 @@ ShelfItem {
     readonly property real pictureHeight: grid.pictureHeight
     property real scrubAt: -1
 
+    Accessible.description: clip.durationLabel
     dragsAnywhere: false
     help: ""
 

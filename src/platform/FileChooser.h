@@ -18,8 +18,8 @@ public:
 
     struct Question {
         Kind kind = Kind::folder;
-        QString message;                  ///< what the user is to pick, shown with the choice
-        QString accept;                   ///< the button's text
+        QString message = {};             ///< what the user is to pick, shown with the choice
+        QString accept = {};              ///< the button's text
         std::filesystem::path start = {}; ///< the folder to begin in; empty: the desktop's choice
         QString filter = {};              ///< what the files to pick from are called, such as "Images"
         QStringList extensions = {};      ///< theirs, in lower case without dots; empty: every file

@@ -448,13 +448,17 @@ int main(int argc, char** argv) {
                           .start = stage.folder / "library/Quillary/Library/Images",
                           .extensions = {QStringLiteral("png")}},
                          [](const auto&) {});
-    for (const int row : {5, 6}) stage.ownChooser.open(row);
+    for (int row = 0, picked = 0; row < stage.ownChooser.entries().size() && picked < 2; ++row)
+        if (!stage.ownChooser.entries()[row].endsWith(u'/')) {
+            stage.ownChooser.open(row);
+            ++picked;
+        }
     gallery.take("chooser-files");
     stage.ownChooser.cancel();
     stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
     {
-        Storage elsewhere(stage.store, stage.bookmarks, stage.desktop);
-        SettingsModel unavailable({stage.settings, elsewhere, stage.chooser, stage.fileManager, stage.work});
+        Storage gone(stage.store, stage.bookmarks, stage.desktop);
+        SettingsModel unavailable({stage.settings, gone, stage.chooser, stage.fileManager, stage.work});
         QQmlComponent view(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Library/SettingsView.qml")));
         const std::unique_ptr<QObject> sheet(
             view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.root.get())},

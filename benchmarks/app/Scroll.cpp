@@ -1,5 +1,6 @@
-// What scrolling over many images costs the main thread, frame by frame, and what the panel occupies meanwhile:
-// bench_scroll [images]
+// What scrolling over many images or sounds costs the main thread, frame by frame, and what the panel occupies
+// meanwhile: bench_scroll [images|sounds] [how many]
+#include "media/TestMedia.h"
 #include "ui/PanelStage.h"
 
 #include <QGuiApplication>
@@ -81,24 +82,27 @@ private:
     std::vector<double> m_work;
 };
 
-} // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    const QGuiApplication application(argc, argv);
-    const int images = argc > 1 ? std::stoi(argv[1]) : 50'000;
-    PanelStage stage;
-    fill(*stage.storage.root() / "Library/Images", images);
+void list(PanelStage& stage, PanelModel::LibraryKind kind, const quillary::Shelf& shelf, int files) {
     stage.model.setTab(PanelModel::Tab::library);
-    if (!stage.show({380, 460})) return 1;
+    stage.model.setLibraryKind(kind);
     stage.model.refreshShelves();
-    PanelStage::comesTrue([&] { return stage.model.imagesShelf()->count() == images; });
-    PanelStage::wait(1500);
-    auto* grid = stage.root->findChild<QQuickItem*>(QStringLiteral("tiles"));
-    if (!grid) return 1;
+    PanelStage::comesTrue([&] { return shelf.count() == files; });
+}
 
-    std::printf("%d images, resident %.0f MiB as the shelf stands\n", images, occupied("VmRSS"));
+QQuickItem* gridOf(PanelStage& stage) {
+    // Pages that were shown before stay.
+    for (auto* grid : stage.root->findChildren<QQuickItem*>(QStringLiteral("tiles")))
+        if (grid->isVisible()) return grid;
+    return nullptr;
+}
+
+void images(PanelStage& stage, int files) {
+    fill(*stage.storage.root() / "Library/Images", files);
+    list(stage, PanelModel::LibraryKind::images, *stage.model.imagesShelf(), files);
+    PanelStage::wait(1500);
+    auto* const grid = gridOf(stage);
+    if (!grid) return;
+    std::printf("%d images, resident %.0f MiB as the shelf stands\n", files, occupied("VmRSS"));
     Frames frames(stage, *grid);
     for (int step = 1; step <= 400; ++step) frames.jump(step * 24.0);
     frames.tell("a row every fourth frame");
@@ -108,6 +112,61 @@ int main(int argc, char** argv) {
     std::uniform_real_distribution<> anywhere(0, grid->property("contentHeight").toDouble() - grid->height());
     for (int step = 0; step < 100; ++step) frames.jump(anywhere(random));
     frames.tell("jumps");
+}
+
+/// Scrolls from top to bottom over and over for as long as lengths are being read, at most so many frames.
+void scrollWhileReading(PanelStage& stage, const char* what, double step) {
+    AudioShelf& shelf = *stage.model.audioShelf();
+    auto* const grid = gridOf(stage);
+    if (!grid) return;
+    Frames frames(stage, *grid);
+    int count = 0;
+    constexpr int most = 4000;
+    for (double at = 0; count < most && (count < 200 || shelf.durationsRemaining() > 0); ++count) {
+        const double end = grid->property("contentHeight").toDouble() - grid->height();
+        at = at + step > end ? 0 : at + step;
+        frames.jump(at);
+    }
+    std::printf("%5d frames, %d lengths left: ", count, shelf.durationsRemaining());
+    frames.tell(what);
+}
+
+void sounds(PanelStage& stage, int files) {
+    const auto folder = *stage.storage.root() / "Library/Audio";
+    std::filesystem::create_directories(folder);
+    // Compressed ones without a table, so that their lengths take a while.
+    const auto original = folder / "Sound 0.mp3";
+    test::encode(original, test::SoundFile{"mp3", "libmp3lame", test::Pcm{44100, 2, 44100 * 60}, {{"write_xing", "0"}}},
+                 test::wobblingTone(300, 44100));
+    for (int i = 1; i < files; ++i)
+        std::filesystem::create_hard_link(original, folder / ("Sound " + std::to_string(i) + ".mp3"));
+    AudioShelf& shelf = *stage.model.audioShelf();
+    for (const bool sorted : {false, true}) {
+        std::filesystem::remove(folder / ".audio-durations.json");
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            std::filesystem::last_write_time(entry, std::filesystem::file_time_type::clock::now());
+        shelf.setAudioSort(sorted ? AudioShelf::AudioSort::longest : AudioShelf::AudioSort::recent);
+        list(stage, PanelModel::LibraryKind::audio, shelf, files);
+        PanelStage::comesTrue([&] { return shelf.durationsRemaining() > 0; });
+        scrollWhileReading(stage, sorted ? "by length, lengths being read" : "newest first, lengths being read", 24);
+        PanelStage::comesTrue([&] { return shelf.durationsRemaining() == 0; });
+    }
+    scrollWhileReading(stage, "two rows a frame, at rest", 92);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    const QGuiApplication application(argc, argv);
+    const std::string kind = argc > 1 ? argv[1] : "images";
+    PanelStage stage;
+    if (!stage.show({380, 460})) return 1;
+    if (kind == "sounds")
+        sounds(stage, argc > 2 ? std::stoi(argv[2]) : 10'000);
+    else
+        images(stage, argc > 2 ? std::stoi(argv[2]) : 50'000);
     std::printf("resident %.0f MiB in the end, at most %.0f MiB\n", occupied("VmRSS"), occupied("VmHWM"));
     return 0;
 }

@@ -154,7 +154,7 @@ TEST_F(BadInputTest, LongAndEndlessFilesCostNothingOfWhatTheyClaim) {
         EXPECT_FALSE(audioLength(file) && *audioLength(file) > 1) << name;
         EXPECT_FALSE(ClipFrames::open(file)) << name;
     }
-    EXPECT_LT(worked() - before, 10);
+    EXPECT_LT(worked() - before, 40);
 }
 
 TEST_F(BadInputTest, ClaimsOfAThousandMillionSecondsAreNotBelieved) {

@@ -53,7 +53,8 @@ void fill(const std::filesystem::path& shelf, int images) {
 class Frames {
 public:
     Frames(PanelStage& stage, QQuickItem& grid) : m_stage(stage), m_grid(grid) {
-        QObject::connect(&stage.window, &QQuickWindow::frameSwapped, [this] { ++m_swapped; });
+        // Through an object of its own: the window outlives what counts its frames.
+        QObject::connect(&stage.window, &QQuickWindow::frameSwapped, &m_counting, [this] { ++m_swapped; });
     }
 
     /// The work for the frame after a jump to this height, what else waits on the main thread included.
@@ -79,6 +80,7 @@ private:
     PanelStage& m_stage;
     QQuickItem& m_grid;
     int m_swapped = 0;
+    QObject m_counting;
     std::vector<double> m_work;
 };
 

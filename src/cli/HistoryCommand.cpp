@@ -32,7 +32,7 @@ class HistoryClear final : public Command {
         if (output.json())
             output.document(QJsonObject{{QStringLiteral("deleted"), count}});
         else
-            output.line(QStringLiteral("%1 pictures forgotten").arg(count));
+            output.line(QStringLiteral("Forgot %1.").arg(counted(count, u"picture")));
         return ExitStatus::done;
     }
 };

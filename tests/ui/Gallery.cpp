@@ -1,18 +1,14 @@
-#include "PanelStage.h"
+#include "GalleryPictures.h"
 #include "base/FileUrl.h"
-#include "base/Translation.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/Clips.h"
 #include "support/Jam.h"
 
-#include <QDir>
 #include <QDragEnterEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
-#include <cstdio>
 #include <functional>
 
 // Shows the panel in every state and saves a picture of each into the folder named as the argument.
@@ -74,13 +70,10 @@ std::filesystem::path builtIns() {
 
 class Gallery {
 public:
-    explicit Gallery(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
+    explicit Gallery(const char* folder) : m_pictures(stage, folder) {}
 
-    void take(const char* name) {
-        PanelStage::wait(450);
-        const QString file = m_folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png");
-        if (!stage.window.grabWindow().save(file)) std::fprintf(stderr, "Could not write %s.\n", qPrintable(file));
-    }
+    void takeAll();
+    void take(const char* name) { m_pictures.take(name); }
     void stageImage(const std::filesystem::path& file) {
         stage.model.load(file);
         PanelStage::comesTrue([this] { return !stage.model.staging(); });
@@ -270,117 +263,103 @@ public:
     PanelStage stage{builtIns()};
 
 private:
-    QString m_folder;
+    quillary::test::GalleryPictures m_pictures;
 };
 
-} // namespace
-
-int main(int argc, char** argv) {
-    const QGuiApplication application(argc, argv);
-    quillary::installEnglish();
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: panel_gallery FOLDER\n");
-        return 2;
-    }
-    Gallery gallery(QString::fromLocal8Bit(argv[1]));
-    PanelStage& stage = gallery.stage;
+void Gallery::takeAll() {
     PanelModel& model = stage.model;
     ImagesShelf& images = *model.imagesShelf();
     const QSize usual(380, 460);
-    if (!stage.show(usual)) {
-        std::fprintf(stderr, "%s\n", qPrintable(stage.errors));
-        return 1;
-    }
-    gallery.take("import-empty");
+    take("import-empty");
     stage.resize({320, 400});
-    gallery.take("import-empty-small");
+    take("import-empty-small");
     stage.resize(usual);
 
     QMimeData dragged;
     dragged.setUrls({QUrl(QStringLiteral("file:///picture.png"))});
     QDragEnterEvent enter({190, 200}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&stage.window, &enter);
-    gallery.take("import-targeted");
+    take("import-targeted");
     QDragLeaveEvent leave;
     QCoreApplication::sendEvent(&stage.window, &leave);
 
-    gallery.stageImage(stage.folder / "missing.png");
-    gallery.take("import-failed");
+    stageImage(stage.folder / "missing.png");
+    take("import-failed");
     const auto northwind = stage.file("Northwind logo with a name that is far too long for the line.png", logo(2048));
-    gallery.stageImage(northwind);
-    gallery.take("import-loaded");
-    gallery.press(Qt::Key_Tab, 3);
-    gallery.take("import-focus");
+    stageImage(northwind);
+    take("import-loaded");
+    press(Qt::Key_Tab, 3);
+    take("import-focus");
     stage.resize({320, 400});
-    gallery.take("import-loaded-small");
+    take("import-loaded-small");
     stage.resize({900, 700});
-    gallery.take("import-loaded-large");
+    take("import-loaded-large");
     stage.resize(usual);
     model.saveCurrentToLibrary();
     PanelStage::comesTrue([&] { return model.librarySaveNote().has_value(); });
-    gallery.take("import-saved");
-    gallery.stageImage(stage.file("small.png", photo(640, 360, QColor(0x4A76A8), QColor(0xC48A62))));
-    gallery.take("import-warning");
-    gallery.takeCutouts();
+    take("import-saved");
+    stageImage(stage.file("small.png", photo(640, 360, QColor(0x4A76A8), QColor(0xC48A62))));
+    take("import-warning");
+    takeCutouts();
 
     model.setTab(PanelModel::Tab::library);
     std::filesystem::remove_all(*stage.storage.root() / "Library");
-    gallery.refresh();
-    gallery.take("library-empty");
-    gallery.fillLibrary();
-    gallery.refresh();
+    refresh();
+    take("library-empty");
+    fillLibrary();
+    refresh();
     for (int row = 1; row < images.visibleModel()->count(); row += 5)
         images.toggleFavorite(images.visibleModel()->index(row).data(ItemListModel::UrlRole).toString());
-    gallery.take("library");
+    take("library");
     stage.resize({320, 400});
-    gallery.take("library-small");
+    take("library-small");
     stage.resize({900, 700});
-    gallery.take("library-large");
+    take("library-large");
     stage.resize(usual);
     images.pick(Shelf::Place::Collection, QStringLiteral("Logos / Clients"));
-    gallery.take("library-collection");
+    take("library-collection");
     images.pick(Shelf::Place::Recent, {});
-    gallery.take("library-recent");
+    take("library-recent");
     images.pick(Shelf::Place::BuiltIn, QStringLiteral("Arrows"));
-    gallery.take("library-built-in");
+    take("library-built-in");
     images.pick(Shelf::Place::All, {});
     images.setSearch(QStringLiteral("badge"));
-    gallery.take("library-search");
+    take("library-search");
     images.setSearch(QStringLiteral("zebra"));
-    gallery.take("library-no-match");
+    take("library-no-match");
     images.setSearch({});
-    if (QObject* menu = gallery.find("collectionMenu")) {
+    if (QObject* menu = find("collectionMenu")) {
         QMetaObject::invokeMethod(menu, "open");
-        gallery.take("library-menu");
+        take("library-menu");
         QMetaObject::invokeMethod(menu, "close");
     }
-    if (QObject* tiles = gallery.find("tiles")) {
+    if (QObject* tiles = find("tiles")) {
         stage.root->findChild<QQuickItem*>(QStringLiteral("tiles"))->forceActiveFocus(Qt::TabFocusReason);
-        gallery.press(Qt::Key_Right, 2);
+        press(Qt::Key_Right, 2);
         QMetaObject::invokeMethod(tiles, "openMenu");
-        gallery.press(Qt::Key_Down, 1);
-        gallery.take("library-tile-menu");
-        gallery.press(Qt::Key_Escape, 1);
+        press(Qt::Key_Down, 1);
+        take("library-tile-menu");
+        press(Qt::Key_Escape, 1);
     }
     images.selection()->toggle(2, 0);
     images.selection()->toggle(6, Qt::ShiftModifier);
-    gallery.take("library-selection");
-    if (QObject* targets = gallery.find("moveTargets")) {
+    take("library-selection");
+    if (QObject* targets = find("moveTargets")) {
         QMetaObject::invokeMethod(targets, "open");
         PanelStage::wait(200);
-        gallery.press(Qt::Key_Down, 2);
-        gallery.press(Qt::Key_Right, 1);
+        press(Qt::Key_Down, 2);
+        press(Qt::Key_Right, 1);
         PanelStage::wait(200);
-        gallery.press(Qt::Key_Down, 1);
-        gallery.take("library-move");
-        gallery.press(Qt::Key_Escape, 2);
+        press(Qt::Key_Down, 1);
+        take("library-move");
+        press(Qt::Key_Escape, 2);
     }
     images.transform(images.selection()->urls(), QStringLiteral("rotateLeft"));
-    gallery.take("library-turned");
+    take("library-turned");
     images.undo();
-    gallery.take("library-undone");
+    take("library-undone");
     stage.resize({320, 400});
-    gallery.take("library-undone-small");
+    take("library-undone-small");
     stage.resize(usual);
     images.selection()->clear();
     const auto elsewhere = stage.folder / "drive/Stills";
@@ -389,49 +368,49 @@ int main(int argc, char** argv) {
     stage.bookmarks.fenced = {elsewhere.parent_path()};
     model.appear();
     PanelStage::comesTrue([&] { return model.blockedAliases()->blockedAliasCount() == 1; });
-    gallery.take("library-alias");
+    take("library-alias");
     stage.resize({320, 400});
-    gallery.take("library-alias-small");
+    take("library-alias-small");
     stage.resize(usual);
     stage.bookmarks.fenced.clear();
     model.appear();
-    if (QObject* sheet = gallery.find("newCollection")) {
+    if (QObject* sheet = find("newCollection")) {
         QMetaObject::invokeMethod(sheet, "ask", Q_ARG(QString, QString()));
-        gallery.take("library-sheet");
+        take("library-sheet");
         QMetaObject::invokeMethod(sheet, "close");
     }
-    gallery.takeBlocks();
+    takeBlocks();
     const auto settings = [&](bool shown) { stage.root->setProperty("showingSettings", shown); };
     const auto scrollSettings = [&] {
-        if (QObject* groups = gallery.inSettings("settingsGroups"))
+        if (QObject* groups = inSettings("settingsGroups"))
             groups->setProperty("contentY",
                                 groups->property("contentHeight").toReal() - groups->property("height").toReal());
     };
     settings(true);
-    gallery.take("settings");
-    gallery.press(Qt::Key_Tab, 2);
-    gallery.take("settings-focus");
+    take("settings");
+    press(Qt::Key_Tab, 2);
+    take("settings-focus");
     scrollSettings();
-    gallery.take("settings-end");
-    if (QObject* picker = gallery.inSettings("recentLimit")) {
+    take("settings-end");
+    if (QObject* picker = inSettings("recentLimit")) {
         QMetaObject::invokeMethod(picker, "clicked");
-        gallery.take("settings-menu");
-        gallery.press(Qt::Key_Escape, 1);
+        take("settings-menu");
+        press(Qt::Key_Escape, 1);
     }
     model.settings()->chooseRecentLimit(500);
-    gallery.take("settings-alert");
+    take("settings-alert");
     stage.resize({320, 400});
-    gallery.take("settings-alert-small");
+    take("settings-alert-small");
     model.settings()->keepNeverDelete();
-    gallery.take("settings-small");
+    take("settings-small");
     stage.resize(usual);
     model.settings()->copyJob()->offer(stage.folder / "library/Quillary", stage.folder / "new");
     PanelStage::comesTrue([&] { return model.settings()->copyJob()->offered(); });
-    gallery.take("settings-copy");
+    take("settings-copy");
     model.settings()->copyJob()->copy(true, false, false, false, true);
     PanelStage::comesTrue([&] { return !model.settings()->copyJob()->copying(); });
-    if (QObject* groups = gallery.inSettings("settingsGroups")) groups->setProperty("contentY", 200);
-    gallery.take("settings-copied");
+    if (QObject* groups = inSettings("settingsGroups")) groups->setProperty("contentY", 200);
+    take("settings-copied");
     settings(false);
     stage.ownChooser.ask(&stage.model,
                          {.message = QStringLiteral("Choose where to keep the Quillary folder. A folder called "
@@ -439,7 +418,7 @@ int main(int argc, char** argv) {
                           .accept = QStringLiteral("Use Folder"),
                           .start = stage.folder / "library/Quillary/Library"},
                          [](const auto&) {});
-    gallery.take("chooser");
+    take("chooser");
     stage.ownChooser.cancel();
     stage.ownChooser.ask(&stage.model,
                          {.kind = platform::FileChooser::Kind::files,
@@ -453,7 +432,7 @@ int main(int argc, char** argv) {
             stage.ownChooser.open(row);
             ++picked;
         }
-    gallery.take("chooser-files");
+    take("chooser-files");
     stage.ownChooser.cancel();
     stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
     {
@@ -465,12 +444,17 @@ int main(int argc, char** argv) {
                                               {QStringLiteral("history"), QVariant::fromValue(model.pasteHistory())},
                                               {QStringLiteral("settings"), QVariant::fromValue(&unavailable)}}));
         sheet->findChild<QObject*>(QStringLiteral("settingsGroups"))->setProperty("contentY", 150);
-        gallery.take("settings-unavailable");
+        take("settings-unavailable");
     }
 
     stage.root->setProperty("dark", false);
-    gallery.take("light-library");
+    take("light-library");
     model.setTab(PanelModel::Tab::intake);
-    gallery.take("light-import");
-    return 0;
+    take("light-import");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return quillary::test::runGallery<Gallery>(argc, argv);
 }

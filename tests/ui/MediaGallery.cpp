@@ -1,15 +1,11 @@
-#include "PanelStage.h"
-#include "base/Translation.h"
+#include "GalleryPictures.h"
 #include "media/ClipFrames.h"
 #include "media/TestMedia.h"
 #include "support/FakeAudioOutput.h"
 
-#include <QDir>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <cmath>
-#include <cstdio>
 
 // Shows the shelves of sounds and clips in every state and saves a picture of each into the folder named as the
 // argument.
@@ -21,14 +17,13 @@ namespace {
 
 class MediaGallery {
 public:
-    explicit MediaGallery(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
+    explicit MediaGallery(const char* folder) : m_pictures(stage, folder) {}
 
-    bool show() { return stage.show({380, 460}); }
-    void take(const char* name) {
-        PanelStage::wait(500);
-        const QString file = m_folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png");
-        if (!stage.window.grabWindow().save(file)) std::fprintf(stderr, "Could not write %s.\n", qPrintable(file));
+    void takeAll() {
+        takeSounds();
+        takeClips();
     }
+    void take(const char* name) { m_pictures.take(name); }
     void press(Qt::Key key) {
         for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, key, Qt::NoModifier);
@@ -134,24 +129,11 @@ public:
     PanelStage stage{{}, [this] { return std::make_unique<FakeAudioOutput>(log); }, media::clipThumbnail};
 
 private:
-    QString m_folder;
+    GalleryPictures m_pictures;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const QGuiApplication application(argc, argv);
-    quillary::installEnglish();
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: media_gallery FOLDER\n");
-        return 2;
-    }
-    MediaGallery gallery(QString::fromLocal8Bit(argv[1]));
-    if (!gallery.show()) {
-        std::fprintf(stderr, "%s\n", qPrintable(gallery.stage.errors));
-        return 1;
-    }
-    gallery.takeSounds();
-    gallery.takeClips();
-    return 0;
+    return runGallery<MediaGallery>(argc, argv);
 }

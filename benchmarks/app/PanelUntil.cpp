@@ -1,4 +1,4 @@
-// The panel as it starts, on the library given, gone at its first frame ("first") or when the shelf stands ("settled").
+// The panel as it starts, on the library given, gone at its first frame ("first") or when the first tiles stand ("tiles").
 #include "app/PanelWindow.h"
 #include "imaging/Thumbnail.h"
 #include "platform/Bookmarks.h"
@@ -11,9 +11,9 @@
 int main(int argc, char** argv) {
     using namespace quillary;
     if (argc < 3) return 2;
-    const bool settled = std::string_view(argv[2]) == "settled";
+    const bool tiles = std::string_view(argv[2]) == "tiles";
     PanelOptions options;
-    if (settled) options.tab = PanelModel::Tab::library;
+    if (tiles) options.tab = PanelModel::Tab::library;
     preparePanelApplication(options);
     QGuiApplication application(argc, argv);
 
@@ -25,5 +25,5 @@ int main(int argc, char** argv) {
     BuiltInLibrary builtIns(BuiltInLibrary::installedFolder());
     Thumbnail thumbnails(desktop->cacheFolder());
     return runPanel(application, {storage, settings, builtIns, *desktop, thumbnails}, options,
-                    settled ? RunUntil::settled : RunUntil::firstFrame);
+                    tiles ? RunUntil::firstTiles : RunUntil::firstFrame);
 }

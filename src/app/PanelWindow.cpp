@@ -124,35 +124,51 @@ void takeRequest(PanelWindow& window, PanelModel& model, const platform::StartRe
     window.requestActivate();
 }
 
-/// Waits until nothing more is on its way to the screen, then ends the program, with a picture of the window if one is
-/// wanted.
-class Settled : public QObject {
+/// Ends the program when the pictures of the first tiles stand on the screen.
+class FirstTiles : public QObject {
 public:
-    Settled(PanelWindow& window, PanelModel& model, const ThumbnailProvider& thumbnails,
-            std::optional<std::filesystem::path> screenshot)
-        : m_window(window), m_model(model), m_thumbnails(thumbnails), m_screenshot(std::move(screenshot)) {
+    FirstTiles(PanelWindow& window, PanelModel& model, const ThumbnailProvider& thumbnails) {
+        connect(&window, &QQuickWindow::frameSwapped, this, [this, &window, &model, &thumbnails] {
+            const bool made = model.imagesShelf()->visibleModel()->count() > 0 && !thumbnails.busy();
+            m_frames = made ? m_frames + 1 : 0;
+            if (m_frames == framesToShow) QMetaObject::invokeMethod(qApp, &QGuiApplication::quit, Qt::QueuedConnection);
+            if (made) window.update();
+        });
+    }
+
+private:
+    /// A picture that was just made is on its way to its tile, and from there to the screen.
+    static constexpr int framesToShow = 3;
+    int m_frames = 0;
+};
+
+/// Waits until nothing more is on its way to the screen, then ends the program with a picture of the window.
+class Screenshot : public QObject {
+public:
+    Screenshot(PanelWindow& window, PanelModel& model, const ThumbnailProvider& thumbnails, std::filesystem::path file)
+        : m_window(window), m_model(model), m_thumbnails(thumbnails), m_file(std::move(file)) {
         m_waited.start();
         m_tick.setInterval(100ms);
-        connect(&m_tick, &QTimer::timeout, this, &Settled::look);
+        connect(&m_tick, &QTimer::timeout, this, &Screenshot::look);
         m_tick.start();
     }
 
 private:
     void look() {
         const bool busy =
-            m_model.staging() || m_model.importing() || !m_model.imagesShelf()->loaded() || m_thumbnails.busy();
+            m_model.staging() || m_model.importing() || !m_model.imagesShelf()->upToDate() || m_thumbnails.busy();
         m_quiet = busy ? 0 : m_quiet + 1;
         if (m_quiet < quietTicks && m_waited.elapsed() < longestWait) return;
         m_tick.stop();
-        const bool done = !m_screenshot || m_window.grabWindow().save(shown(*m_screenshot), "PNG");
-        if (!done) std::fprintf(stderr, "Could not write %s.\n", m_screenshot->c_str());
+        const bool done = m_window.grabWindow().save(shown(m_file), "PNG");
+        if (!done) std::fprintf(stderr, "Could not write %s.\n", m_file.c_str());
         QGuiApplication::exit(done ? 0 : 1);
     }
 
     PanelWindow& m_window;
     PanelModel& m_model;
     const ThumbnailProvider& m_thumbnails;
-    std::optional<std::filesystem::path> m_screenshot;
+    const std::filesystem::path m_file;
     QTimer m_tick;
     QElapsedTimer m_waited;
     int m_quiet = 0;
@@ -207,9 +223,12 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         if (services.instance)
             QObject::connect(services.instance, &platform::Instance::requested, &window,
                              [&](const platform::StartRequest& request) { takeRequest(window, model, request); });
-        std::optional<Settled> settled;
-        if (options.screenshot || until == RunUntil::settled)
-            settled.emplace(window, model, *thumbnails, options.screenshot);
+        std::optional<Screenshot> screenshot;
+        std::optional<FirstTiles> firstTiles;
+        if (options.screenshot)
+            screenshot.emplace(window, model, *thumbnails, *options.screenshot);
+        else if (until == RunUntil::firstTiles)
+            firstTiles.emplace(window, model, *thumbnails);
         else if (until == RunUntil::firstFrame)
             QObject::connect(&window, &QQuickWindow::frameSwapped, &application, &QGuiApplication::quit,
                              Qt::QueuedConnection);

@@ -26,9 +26,9 @@ struct PanelServices {
     platform::Instance* instance = nullptr; ///< hears of later starts; null when this one stands alone
 };
 
-/// When the program ends by itself: never, at the first frame on the screen (before any shelf is read), or once nothing
-/// more is on its way to it (a screenshot waits for that too).
-enum class RunUntil { closed, firstFrame, settled };
+/// When the program ends by itself: never, at the first frame on the screen (before any shelf is read), or when the
+/// pictures of the shelf's first tiles stand there. A screenshot waits until nothing more is on its way to the screen.
+enum class RunUntil { closed, firstFrame, firstTiles };
 
 /// What a start with these options asks of a panel that is open already.
 platform::StartRequest startRequest(const PanelOptions& options);

@@ -6,6 +6,7 @@
 #include "imaging/ImageTransform.h"
 #include "library/AppSettings.h"
 #include "library/BuiltInLibrary.h"
+#include "panel/ListingCache.h"
 
 #include <algorithm>
 
@@ -46,8 +47,11 @@ ShelfOutcome transformed(const std::vector<fs::path>& files, ImageTransform::Ope
 
 } // namespace
 
-ImagesShelf::ImagesShelf(const Services& with, BuiltInLibrary& builtIns, QThreadPool& saves, QObject* parent)
-    : Shelf(with, std::make_shared<ShelfListing>(Storage::Folder::images), parent)
+ImagesShelf::ImagesShelf(const Services& with, BuiltInLibrary& builtIns, QThreadPool& saves,
+                         const fs::path& cacheFolder, QObject* parent)
+    : Shelf(with,
+            std::make_shared<ShelfListing>(Storage::Folder::images, std::make_shared<const ListingCache>(cacheFolder)),
+            parent)
     , m_builtIns(builtIns)
     , m_recentListing(std::make_shared<ShelfListing>(Storage::Folder::recent))
     , m_recentRefresh(with.work)

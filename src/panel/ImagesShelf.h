@@ -19,8 +19,10 @@ class ImagesShelf : public quillary::Shelf { // qualified: the QML type system l
     Q_PROPERTY(int builtInCount READ builtInCount NOTIFY listed FINAL)
 
 public:
-    /// `saves` is waited for when the program ends. All outlive the shelf.
-    ImagesShelf(const Services& with, BuiltInLibrary& builtIns, QThreadPool& saves, QObject* parent = nullptr);
+    /// `saves` is waited for when the program ends. All outlive the shelf. `cacheFolder` is the desktop's folder for
+    /// caches; an empty one keeps nothing.
+    ImagesShelf(const Services& with, BuiltInLibrary& builtIns, QThreadPool& saves,
+                const std::filesystem::path& cacheFolder = {}, QObject* parent = nullptr);
 
     QString title() const override { return tr("Images"); }
     void refresh() override;

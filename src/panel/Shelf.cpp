@@ -5,10 +5,18 @@
 #include "base/Translation.h"
 
 #include <QThread>
+#include <QTimer>
 
 namespace quillary {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto tilesFirst = 150ms;
+
+} // namespace
 
 Shelf::Shelf(const Services& with, std::shared_ptr<ShelfListing> listing, QObject* parent)
     : QObject(parent)
@@ -38,7 +46,20 @@ Shelf::~Shelf() = default;
 
 void Shelf::refresh() {
     m_settles = true;
-    list();
+    if (m_loaded || !m_listing->remembers()) return list();
+    showRemembered();
+}
+
+void Shelf::showRemembered() {
+    m_refresh.run(
+        [listing = m_listing, &storage = m_storage](const std::stop_token&) { return listing->remembered(storage); },
+        [this](std::optional<ShelfListing::Contents> found) {
+            if (!found) return list();
+            takeOver(*std::move(found));
+            m_settles = true;
+            // The tiles that are seen come before the files that are not.
+            QTimer::singleShot(tilesFirst, this, &Shelf::list);
+        });
 }
 
 void Shelf::list() {

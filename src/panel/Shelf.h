@@ -35,7 +35,7 @@ class Shelf : public QObject {
     Q_PROPERTY(quillary::Favorites* favorites READ favorites CONSTANT FINAL)
     /// All files of the shelf.
     Q_PROPERTY(int count READ count NOTIFY listed FINAL)
-    /// False until the first listing is there.
+    /// False until the first listing is there, be it a remembered one.
     Q_PROPERTY(bool loaded READ loaded NOTIFY listed FINAL)
     Q_PROPERTY(quillary::Shelf::Place place READ place NOTIFY placeChanged FINAL)
     /// Of the collection, or the set's name; empty elsewhere.
@@ -71,6 +71,7 @@ public:
 
     /// Lists the shelf. Where the selected collection is no longer among `collections`, everything is shown.
     virtual void refresh();
+    /// The newest alone for as long as `upToDate` is false.
     const LibraryItems& items() const { return m_contents.items.items(); }
     /// The collections that can be picked, ascending.
     virtual const QStringList& collections() const { return m_contents.collectionFolders; }
@@ -78,8 +79,10 @@ public:
     const QStringList& collectionFolders() const { return m_contents.collectionFolders; }
     const QHash<QString, int>& counts() const { return m_contents.counts; }
     int unfiledCount() const { return m_contents.unfiled; }
-    int count() const { return static_cast<int>(items().size()); }
+    int count() const { return static_cast<int>(m_contents.count); }
     bool loaded() const { return m_loaded; }
+    /// Whether what is shown was read from the disk, not only remembered.
+    bool upToDate() const { return m_loaded && m_contents.whole; }
     /// Places beside the collections, with what they hold.
     struct ExtraPlace {
         Place place;
@@ -182,6 +185,7 @@ protected:
     virtual std::expected<std::filesystem::path, QString> fileToDrag(const LibraryItem& item);
 
 private:
+    void showRemembered();
     void list();
     void takeOver(ShelfListing::Contents found);
     void settleFilter();

@@ -13,6 +13,7 @@
 #include "support/FakeSettingsStore.h"
 #include "support/TemporaryFolder.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QImage>
@@ -62,8 +63,10 @@ protected:
 
     std::filesystem::path file(const std::string& name, const QImage& image) {
         const auto path = folder / name;
-        std::filesystem::create_directories(path.parent_path());
-        EXPECT_TRUE(image.save(QString::fromStdString(path.string())));
+        QByteArray bytes;
+        QBuffer buffer(&bytes); // the toolkit writes no file whose name is no text
+        EXPECT_TRUE(image.save(&buffer, path.extension().c_str() + 1));
+        writeFile(path, bytes.toStdString());
         return path;
     }
     void stage(const std::filesystem::path& path) {

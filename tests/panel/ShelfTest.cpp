@@ -1,3 +1,4 @@
+#include "panel/ListingCache.h"
 #include "panel/PanelModelFixture.h"
 
 #include <QSignalSpy>
@@ -25,6 +26,7 @@ protected:
             if (item.url.nameStem() == stem) return url(item);
         return {};
     }
+    static std::string numbered(std::size_t i) { return "Frame " + std::to_string(i) + ".png"; }
     AudioShelf& audio() { return *model->audioShelf(); }
 };
 
@@ -132,6 +134,44 @@ TEST_F(ShelfTest, ShowsWhateverNamesFilesHave) {
     images().move(images().selection()->urls(), u"B"_s);
     settle();
     EXPECT_EQ(images().counts().value(u"B"_s), 5) << images().noteText().toStdString();
+}
+
+TEST_F(ShelfTest, ALargeShelfStandsAtOnceAtTheNextStart) {
+    const fs::path shelf = root() / "Library/Images";
+    const fs::path original = file("library/Quillary/Library/Images/Logos/no \xff text.png", picture(2, 2));
+    for (std::size_t i = 0; i < ListingCache::worthwhile; ++i) fs::create_hard_link(original, shelf / numbered(i));
+    list(images());
+    ASSERT_EQ(images().count(), int(ListingCache::worthwhile) + 1);
+    const LibraryItem first = images().items().front();
+
+    fs::rename(shelf / "Logos", shelf / "Renamed");
+    fs::remove(first.url.path());
+    make();
+    images().refresh();
+    ASSERT_TRUE(comesTrue([&] { return images().loaded(); }));
+    EXPECT_FALSE(images().upToDate());
+    EXPECT_EQ(images().items().size(), ListingCache::mostItems);
+    EXPECT_EQ(images().items().front(), first);
+    EXPECT_EQ(images().count(), int(ListingCache::worthwhile) + 1);
+    EXPECT_EQ(images().collections(), QStringList{u"Logos"_s});
+    EXPECT_EQ(images().counts().value(u"Logos"_s), 1);
+    images().pick(Shelf::Place::Collection, u"Logos"_s);
+    ASSERT_TRUE(comesTrue([&] { return images().upToDate(); })) << "what is there follows by itself";
+    EXPECT_EQ(images().collections(), QStringList{u"Renamed"_s});
+    EXPECT_EQ(images().place(), Shelf::Place::All) << "a place that was only remembered is gone";
+
+    const fs::path remembered = fs::directory_iterator(folder / "cache/quillary/shelves")->path();
+    const std::string whole = readFile(remembered);
+    for (const std::size_t size : {std::size_t(0), std::size_t(9), whole.size() / 2, whole.size() - 1}) {
+        writeFile(remembered, whole.substr(0, size));
+        make();
+        list(images());
+        EXPECT_TRUE(images().upToDate()) << "cut at " << size;
+    }
+    fs::create_directories(folder / "away");
+    for (std::size_t i = 1; i < 100; ++i) fs::rename(shelf / numbered(i), folder / "away" / numbered(i));
+    ASSERT_TRUE(comesTrue([&] { return images().count() < int(ListingCache::worthwhile); }));
+    EXPECT_FALSE(fs::exists(remembered)) << "a small shelf is not remembered";
 }
 
 } // namespace quillary::test

@@ -1,0 +1,100 @@
+#include "panel/ListingCache.h"
+
+#include "platform/PendingFile.h"
+
+#include <QCryptographicHash>
+#include <QDataStream>
+#include <QFile>
+
+namespace quillary {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr quint64 magic = 0x5155'4C49'5354'0001; // the last digits are the version of what follows
+constexpr qint64 largestFile = 64 << 20;         ///< bytes; more is none of ours
+
+QByteArray bytesOf(const fs::path& path) {
+    return QByteArray::fromStdString(path.native());
+}
+
+QDataStream& operator<<(QDataStream& out, const std::optional<QString>& text) {
+    return out << text.has_value() << text.value_or(QString());
+}
+
+QDataStream& operator>>(QDataStream& in, std::optional<QString>& text) {
+    bool present = false;
+    QString value;
+    in >> present >> value;
+    if (present) text = std::move(value);
+    return in;
+}
+
+LibraryItems readItems(QDataStream& in, const fs::path& shelf) {
+    LibraryItems items;
+    quint32 count = 0;
+    in >> count;
+    for (quint32 i = 0; i < std::min<quint32>(count, ListingCache::mostItems) && in.status() == QDataStream::Ok; ++i) {
+        QByteArray name;
+        qint64 modified = 0;
+        std::optional<QString> collection;
+        std::optional<QString> format;
+        in >> name >> modified >> collection >> format;
+        items.push_back({shelf / name.toStdString(), FileDate(std::chrono::nanoseconds(modified)),
+                         std::move(collection), std::move(format)});
+    }
+    return items;
+}
+
+} // namespace
+
+ListingCache::ListingCache(const fs::path& cacheFolder)
+    : m_folder(cacheFolder.empty() ? fs::path() : cacheFolder / "quillary" / "shelves") {}
+
+fs::path ListingCache::fileFor(const fs::path& shelf) const {
+    return m_folder / QCryptographicHash::hash(bytesOf(shelf), QCryptographicHash::Md5).toHex().toStdString();
+}
+
+std::optional<ShelfListing::Contents> ListingCache::read(const fs::path& shelf) const {
+    QFile file(fileFor(shelf));
+    if (m_folder.empty() || !file.open(QIODevice::ReadOnly) || file.size() > largestFile) return {};
+    QDataStream in(file.readAll());
+    in.setVersion(QDataStream::Qt_6_4);
+    quint64 begin = 0;
+    QByteArray of;
+    in >> begin >> of;
+    if (begin != magic || of != bytesOf(shelf)) return {};
+    ShelfListing::Contents contents{.whole = false};
+    quint64 count = 0;
+    in >> count >> contents.unfiled >> contents.counts >> contents.collections >> contents.collectionFolders >>
+        contents.formats;
+    contents.count = count;
+    contents.items = SearchableItems(std::make_shared<const LibraryItems>(readItems(in, shelf)));
+    if (in.status() != QDataStream::Ok || !in.atEnd()) return {};
+    return contents;
+}
+
+void ListingCache::write(const fs::path& shelf, const ShelfListing::Contents& contents) const {
+    if (!m_folder.is_absolute()) return;
+    const LibraryItems& items = contents.items.items();
+    if (items.size() < worthwhile) {
+        std::error_code ignored;
+        fs::remove(fileFor(shelf), ignored);
+        return;
+    }
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out.setVersion(QDataStream::Qt_6_4);
+    out << magic << bytesOf(shelf) << quint64(contents.count) << contents.unfiled << contents.counts
+        << contents.collections << contents.collectionFolders << contents.formats << quint32(mostItems);
+    for (const LibraryItem& item : std::span(items).first(mostItems))
+        out << bytesOf(item.url.path().lexically_relative(shelf)) << qint64(item.modified.time_since_epoch().count())
+            << item.collection << item.sourceFormat;
+    if (!platform::createFolders(m_folder)) return;
+    auto pending = platform::PendingFile::create(m_folder);
+    if (pending && pending->write(std::as_bytes(std::span(bytes.constData(), bytes.size()))))
+        static_cast<void>(pending->replace(fileFor(shelf)));
+}
+
+} // namespace quillary

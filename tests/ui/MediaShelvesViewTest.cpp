@@ -76,8 +76,10 @@ protected:
         audio.setAudioSort(AudioShelf::AudioSort::name);
         audio.refreshAudio();
         EXPECT_TRUE(soon([this] { return audio.durationsRemaining() == 0 && audio.audioDurations().size() == 2; }));
-        EXPECT_TRUE(
-            soon([this] { return grid() && row(QStringLiteral("a")) && wave("a")->property("ready").toBool(); }));
+        const auto read = [this](const char* name) {
+            return row(QString::fromLatin1(name)) && wave(name)->property("ready").toBool();
+        };
+        EXPECT_TRUE(soon([&] { return grid() && read("a") && read("b"); }));
     }
     QQuickItem* wave(const char* name) { return named(below(row(QString::fromLatin1(name))), "Waveform"); }
     int current() { return grid()->property("currentIndex").toInt(); }

@@ -1,4 +1,4 @@
-// Puts bytes where the caches of waveforms and of thumbnails keep an entry, and asks for it.
+// Puts bytes where the caches of waveforms, thumbnails and listings keep an entry, and asks for it.
 #include "fuzz/CacheEntries.h"
 #include "imaging/ThumbnailCache.h"
 #include "media/PeakCache.h"
@@ -23,5 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto small = ThumbnailCache::Size::large;
     if (const auto entry = entries.thumbnails.read(entries.url, entries.state, small))
         fuzz::require(!entry->picture.isNull() && entry->picture.width() <= int(small), "a thumbnail is small");
+    test::writeFile(entries.listing, {reinterpret_cast<const char*>(data), size});
+    if (const auto listing = entries.listings.read(entries.shelf))
+        fuzz::require(listing->items.items().size() <= ListingCache::mostItems, "a listing shows its top alone");
     return 0;
 }

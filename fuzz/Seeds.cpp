@@ -131,6 +131,7 @@ void writeTextSeeds(const fs::path& corpora) {
     fs::create_directories(corpora / "caches");
     fs::copy_file(entries.peaks, corpora / "caches/peaks", again);
     fs::copy_file(entries.thumbnail, corpora / "caches/thumbnail", again);
+    fs::copy_file(entries.listing, corpora / "caches/listing", again);
 }
 
 } // namespace quillary::fuzz

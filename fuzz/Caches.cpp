@@ -25,6 +25,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::require(!entry->picture.isNull() && entry->picture.width() <= int(small), "a thumbnail is small");
     test::writeFile(entries.listing, {reinterpret_cast<const char*>(data), size});
     if (const auto listing = entries.listings.read(entries.shelf))
-        fuzz::require(listing->items.items().size() <= ListingCache::mostItems, "a listing shows its top alone");
+        fuzz::require(!listing->whole && listing->items.items().size() <= size, "a listing holds what its file does");
     return 0;
 }

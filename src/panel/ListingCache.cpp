@@ -31,11 +31,32 @@ QDataStream& operator>>(QDataStream& in, std::optional<QString>& text) {
     return in;
 }
 
-LibraryItems readItems(QDataStream& in, const fs::path& shelf) {
-    LibraryItems items;
+/// As many as the file says, for as long as it holds them: the toolkit makes room for all that a damaged one claims.
+template <typename One>
+void readEach(QDataStream& in, const One& one) {
     quint32 count = 0;
     in >> count;
-    for (quint32 i = 0; i < std::min<quint32>(count, ListingCache::mostItems) && in.status() == QDataStream::Ok; ++i) {
+    for (quint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) one();
+}
+
+QStringList readTexts(QDataStream& in) {
+    QStringList texts;
+    readEach(in, [&] { in >> texts.emplace_back(); });
+    return texts;
+}
+
+QHash<QString, int> readCounts(QDataStream& in) {
+    QHash<QString, int> counts;
+    readEach(in, [&] {
+        QString path;
+        in >> path >> counts[path];
+    });
+    return counts;
+}
+
+LibraryItems readItems(QDataStream& in, const fs::path& shelf) {
+    LibraryItems items;
+    readEach(in, [&] {
         QByteArray name;
         qint64 modified = 0;
         std::optional<QString> collection;
@@ -43,7 +64,7 @@ LibraryItems readItems(QDataStream& in, const fs::path& shelf) {
         in >> name >> modified >> collection >> format;
         items.push_back({shelf / name.toStdString(), FileDate(std::chrono::nanoseconds(modified)),
                          std::move(collection), std::move(format)});
-    }
+    });
     return items;
 }
 
@@ -67,9 +88,12 @@ std::optional<ShelfListing::Contents> ListingCache::read(const fs::path& shelf) 
     if (begin != magic || of != bytesOf(shelf)) return {};
     ShelfListing::Contents contents{.whole = false};
     quint64 count = 0;
-    in >> count >> contents.unfiled >> contents.counts >> contents.collections >> contents.collectionFolders >>
-        contents.formats;
+    in >> count >> contents.unfiled;
     contents.count = count;
+    contents.counts = readCounts(in);
+    contents.collections = readTexts(in);
+    contents.collectionFolders = readTexts(in);
+    contents.formats = readTexts(in);
     contents.items = SearchableItems(std::make_shared<const LibraryItems>(readItems(in, shelf)));
     if (in.status() != QDataStream::Ok || !in.atEnd()) return {};
     return contents;

@@ -50,6 +50,8 @@ void writePictureSeeds(const fs::path& corpora) {
             seed(folder / std::to_string(++number), encoded(image, format));
     }
     seed(corpora / "gif/1", gif());
+    seed(corpora / "avif/1", turnedAvif());
+    seed(corpora / "heic/1", turnedHeic());
     for (const int orientation : {1, 6, 8})
         seed(corpora / "jpeg" / ("o" + std::to_string(orientation)), orientedJpeg(orientation));
     seed(corpora / "png/header", pngHeader(4, 3));

@@ -64,14 +64,20 @@ TEST(BitmapDecoder, TurnsPicturesUpright) {
         {1, Qt::red, Qt::green}, {2, Qt::green, Qt::red}, {3, Qt::white, Qt::blue},  {4, Qt::blue, Qt::white},
         {5, Qt::red, Qt::blue},  {6, Qt::blue, Qt::red},  {7, Qt::white, Qt::green}, {8, Qt::green, Qt::white},
     };
+    const auto near = [](QColor a, QColor b) {
+        return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) < 12;
+    };
     for (const auto& row : rows) {
         const QImage read = decoded(test::orientedJpeg(row.orientation));
         ASSERT_EQ(read.size(), row.orientation < 5 ? QSize(64, 32) : QSize(32, 64));
-        const auto near = [](QColor a, QColor b) {
-            return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) < 12;
-        };
         EXPECT_TRUE(near(read.pixelColor(4, 4), row.topLeft)) << row.orientation;
         EXPECT_TRUE(near(read.pixelColor(read.width() - 5, 4), row.topRight)) << row.orientation;
+    }
+    for (const QByteArray& stored : {test::turnedAvif(), test::turnedHeic()}) {
+        const QImage read = decoded(stored);
+        ASSERT_EQ(read.size(), QSize(8, 16));
+        EXPECT_TRUE(near(read.pixelColor(2, 3), QColor(32, 64, 192))) << read.pixelColor(2, 3).name().toStdString();
+        EXPECT_TRUE(near(read.pixelColor(2, 12), QColor(192, 48, 32))) << read.pixelColor(2, 12).name().toStdString();
     }
 }
 

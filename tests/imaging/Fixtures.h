@@ -15,6 +15,11 @@ QImage colourful(int width, int height, QImage::Format format = QImage::Format_R
 /// A JPEG of four quarters, red, green, blue and white in reading order, with an EXIF orientation.
 QByteArray orientedJpeg(int orientation);
 
+/// As telephones store them, for 8 × 16 pixels: two squares side by side, red and blue, with a quarter turn that brings
+/// the blue one to the top.
+QByteArray turnedAvif();
+QByteArray turnedHeic();
+
 /// A PNG that is nothing but a header with these numbers, and one chunk that cannot be decoded.
 QByteArray pngHeader(quint32 width, quint32 height);
 /// A small PNG whose colour profile inflates to `size` bytes.

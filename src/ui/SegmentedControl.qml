@@ -4,20 +4,36 @@ import QtQuick.Templates as T
 import Quillary.Controls
 
 /// A choice of one among a few: one tab stop, the arrow keys move the choice. Without `fill` it is as wide as its texts
-/// ask, with it the segments share the width.
+/// ask, with it the segments share the width that their texts leave.
 FocusScope {
     id: control
 
     required property list<string> labels
     required property int currentIndex
     required property string spokenName
-    /// A second, quieter text after each label; may be shorter than `labels`.
+    /// A second, quieter number after each label, in thousands from ten thousand on; may be shorter than `labels`. Left
+    /// out where it is too narrow for both.
     property list<string> details: []
     property bool fill: false
     property int padding: 10
+    readonly property bool detailed: !fill || room >= least * labels.length
+    readonly property int gap: 5   ///< between a label and its number
+    readonly property int least: 10 ///< between the texts of neighbours
+    readonly property real namesWidth: wide(labels, nameMetrics)
+    readonly property real detailsWidth: wide(details, detailMetrics) + gap * details.length
+    readonly property real room: width - 4 - namesWidth - detailsWidth
 
     signal activated(int index)
 
+    function wide(texts: var, metrics: FontMetrics): real {
+        let sum = 0;
+        for (let i = 0; i < texts.length; ++i)
+            sum += metrics.advanceWidth(shortened(texts[i]));
+        return sum;
+    }
+    function shortened(text: string): string {
+        return Number(text) >= 10000 ? text.slice(0, -3) + "k" : text;
+    }
     function move(step: int) {
         const next = Math.max(0, Math.min(labels.length - 1, currentIndex + step));
         if (next === currentIndex)
@@ -41,6 +57,19 @@ FocusScope {
         color: Theme.well
         radius: Theme.controlRadius + 1
     }
+    FontMetrics {
+        id: nameMetrics
+
+        font.family: Theme.family
+        font.pixelSize: Theme.textSize
+        font.weight: Font.Medium
+    }
+    FontMetrics {
+        id: detailMetrics
+
+        font.family: Theme.family
+        font.pixelSize: Theme.textSize
+    }
     Row {
         id: row
 
@@ -59,7 +88,7 @@ FocusScope {
                 required property string modelData
                 readonly property bool current: index === control.currentIndex
                 readonly property string detail: index < control.details.length ? control.details[index] : ""
-                readonly property real share: (control.width - 4) / Math.max(1, control.labels.length)
+                readonly property real share: (control.room + (control.detailed ? 0 : control.detailsWidth)) / Math.max(1, control.labels.length)
 
                 Accessible.checked: current
                 Accessible.name: detail.length > 0 ? modelData + ", " + detail : modelData
@@ -70,7 +99,7 @@ FocusScope {
                 focusPolicy: current ? Qt.StrongFocus : Qt.ClickFocus
                 height: control.height - 4
                 implicitWidth: implicitContentWidth + 2 * control.padding
-                width: control.fill ? share : implicitWidth
+                width: control.fill ? implicitContentWidth + share : implicitWidth
 
                 onClicked: control.activated(index)
                 Keys.onReturnPressed: segment.clicked()
@@ -85,8 +114,9 @@ FocusScope {
                     }
                 }
                 contentItem: Caption {
+                    detail: control.shortened(segment.detail)
+                    detailed: control.detailed
                     ink: segment.current ? Theme.text : segment.hovered ? Theme.softText : Theme.secondary
-                    detail: segment.detail
                     text: segment.modelData
                 }
             }
@@ -98,6 +128,7 @@ FocusScope {
 
         required property string text
         required property string detail
+        required property bool detailed
         required property color ink
 
         implicitWidth: texts.implicitWidth
@@ -107,7 +138,7 @@ FocusScope {
 
             anchors.centerIn: parent
             height: parent.height
-            spacing: 5
+            spacing: control.gap
 
             Label {
                 color: caption.ink
@@ -119,7 +150,7 @@ FocusScope {
                 height: parent.height
                 secondary: true
                 text: caption.detail
-                visible: text.length > 0
+                visible: caption.detailed && text.length > 0
             }
         }
     }

@@ -29,8 +29,7 @@ Item {
         anchors.top: banner.bottom
         anchors.topMargin: Theme.margin
         currentIndex: shelves.model.libraryKind
-        // Where it is too narrow for both, the names stay.
-        details: width < 260 ? [] : [`${shelves.model.imagesShelf.count}`, `${shelves.model.videoShelf.count}`, `${shelves.model.audioShelf.count}`, `${shelves.model.blocksShelf.count}`]
+        details: [`${shelves.model.imagesShelf.count}`, `${shelves.model.videoShelf.count}`, `${shelves.model.audioShelf.count}`, `${shelves.model.blocksShelf.count}`]
         fill: true
         labels: [shelves.model.imagesShelf.title, shelves.model.videoShelf.title, shelves.model.audioShelf.title, shelves.model.blocksShelf.title]
         spokenName: qsTr("Shelf")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -31,9 +32,17 @@ private:
     std::filesystem::path m_path;
 };
 
-inline void writeFile(const std::filesystem::path& file, std::string_view bytes) {
+/// Makes the folders above it too, and returns the file.
+inline std::filesystem::path writeFile(const std::filesystem::path& file, std::string_view bytes) {
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return file;
+}
+inline std::filesystem::path writeFile(const std::filesystem::path& file, const QByteArray& bytes) {
+    return writeFile(file, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+inline std::filesystem::path writeFile(const std::filesystem::path& file, const char* text) {
+    return writeFile(file, std::string_view(text));
 }
 
 inline std::string readFile(const std::filesystem::path& file) {

@@ -1,5 +1,4 @@
 #include "library/AppSettings.h"
-#include "library/StorageError.h"
 #include "support/FakeSettingsStore.h"
 
 #include <gtest/gtest.h>
@@ -31,24 +30,4 @@ TEST(AppSettingsTest, readings) {
         EXPECT_EQ(settings.vectorLongEdge(), vectorLongEdge) << stored.toString().toStdString();
         EXPECT_DOUBLE_EQ(settings.previewVolume(), previewVolume) << stored.toString().toStdString();
     }
-}
-
-TEST(AppSettingsTest, switchesAreOffUntilStored) {
-    FakeSettingsStore store;
-    const AppSettings settings(store);
-    EXPECT_FALSE(settings.openOnLibrary() || settings.favouritesOnly());
-    store.setValue(u"openOnLibrary"_s, u"true"_s);
-    store.setValue(u"favouritesOnly"_s, true);
-    EXPECT_TRUE(settings.openOnLibrary() && settings.favouritesOnly());
-}
-
-TEST(StorageErrorTest, descriptions) {
-    const std::pair<StorageError, QString> cases[] = {
-        {StorageError::couldNotWrite("/a/b/Logo 2.png", u"No space left on device"_s),
-         u"Could not write Logo 2.png: No space left on device"_s},
-        {StorageError::noRoot(), u"Could not open the Quillary folder."_s},
-        {StorageError::couldNotEncodePNG(), u"Could not encode that image as PNG."_s},
-        {StorageError::platform(u"Permission denied"_s), u"Permission denied"_s},
-    };
-    for (const auto& [error, text] : cases) EXPECT_EQ(error.description(), text);
 }

@@ -82,13 +82,6 @@ TEST(LibraryFilterTest, findsWhatAPlainSearchFinds) {
     }
 }
 
-TEST(CollectionFilterTest, onlyANamedCollectionTakesNewFiles) {
-    EXPECT_EQ(CollectionFilter::named(u"A / B"_s).collection(), u"A / B"_s);
-    for (const CollectionFilter& filter :
-         {CollectionFilter::all(), CollectionFilter::unfiled(), CollectionFilter::builtIn(u"A"_s)})
-        EXPECT_EQ(filter.collection(), std::nullopt);
-}
-
 TEST(FileLocationTest, isAPathInAllRespects) {
     for (const char* text : {"/a/b.png", "/b.png", "/a/.hidden", "/a/b.tar.gz", "/a/..", "/a/b", "/"}) {
         const fs::path path = text;

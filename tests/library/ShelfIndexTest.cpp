@@ -175,21 +175,6 @@ TEST_F(ShelfIndexTest, keepsUpWithWhatHappensOnDisk) {
     }
 }
 
-TEST_F(ShelfIndexTest, aDescriptorTellsThatSomethingHappened) {
-    file("a.png");
-    ShelfIndex kept = index();
-    kept.refresh();
-    EXPECT_FALSE(hasNews(kept));
-    file("b.png");
-    EXPECT_TRUE(hasNews(kept));
-    kept.refresh();
-    EXPECT_FALSE(hasNews(kept));
-    EXPECT_EQ(index(false).descriptor(), -1);
-    const auto before = kept.items();
-    EXPECT_FALSE(kept.refresh());
-    EXPECT_EQ(kept.items(), before) << "the same list, not a copy";
-}
-
 TEST_F(ShelfIndexTest, holdsBackWhatIsStillBeingWritten) {
     file("old.png");
     ShelfIndex kept = index();

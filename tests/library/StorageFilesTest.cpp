@@ -10,10 +10,7 @@ namespace {
 
 class StorageFilesTest : public LibraryTest {
 protected:
-    fs::path stored(const fs::path& below, std::string_view bytes = "x") {
-        writeFile(root / below, bytes);
-        return root / below;
-    }
+    fs::path stored(const fs::path& below, std::string_view bytes = "x") { return writeFile(root / below, bytes); }
     QString storedStars() { return settings.value(SettingsKey::favouritePaths).toStringList().join(u'|'); }
 };
 
@@ -37,6 +34,10 @@ TEST_F(StorageFilesTest, refusesFilesThatAreNotOnAShelf) {
         EXPECT_EQ(storage.rename(file, u"b"_s).error().description().toStdString(), text) << file;
         EXPECT_EQ(storage.shelfFolderOf(file), std::nullopt) << file;
     }
+    const fs::path file = stored("Library/Images/Logos/a.png");
+    EXPECT_EQ(storage.remove(file.parent_path()).error().description(), u"Logos is a folder."_s);
+    EXPECT_TRUE(storage.remove(file));
+    EXPECT_EQ(storage.remove(file).error().description(), u"Could not delete a.png: No such file or directory"_s);
     EXPECT_TRUE(storage.remove(images / "link.png"));
     EXPECT_EQ(readFile(folder / "outside.png"), "outside") << "a link goes, not what it leads to";
 }
@@ -47,13 +48,6 @@ TEST_F(StorageFilesTest, knowsTheLibraryByAnotherWay) {
     EXPECT_EQ(storage.rename(folder / "shortcut/Library/Images/a.png", u"b"_s), images / "b.png");
     EXPECT_EQ(storage.favoriteKey(folder / "shortcut/Library/Images/b.png"), u"Library/Images/b.png"_s);
     EXPECT_TRUE(storage.remove(root / "Library/Videos/../Images/./b.png"));
-}
-
-TEST_F(StorageFilesTest, removesFilesOnly) {
-    const fs::path file = stored("Library/Images/Logos/a.png");
-    EXPECT_EQ(storage.remove(file.parent_path()).error().description(), u"Logos is a folder."_s);
-    EXPECT_TRUE(storage.remove(file));
-    EXPECT_EQ(storage.remove(file).error().description(), u"Could not delete a.png: No such file or directory"_s);
 }
 
 TEST_F(StorageFilesTest, movesWithinItsShelf) {
@@ -142,12 +136,4 @@ TEST(FavoriteKeyTest, isRelativeToTheRootInsideAndFullOutside) {
         {"/a.png", "/q", "/a.png"},
     };
     for (const auto& [file, root, key] : cases) EXPECT_EQ(Storage::favoriteKey(file, root).toStdString(), key) << file;
-}
-
-TEST_F(StorageFilesTest, createsCollections) {
-    EXPECT_TRUE(storage.createCollection(u"Logos / Sports"_s, Folder::videos));
-    EXPECT_TRUE(storage.createCollection(u"Logos / Sports"_s, Folder::videos));
-    EXPECT_TRUE(fs::is_directory(root / "Library/Videos/Logos/Sports"));
-    stored("Library/Images/file");
-    EXPECT_FALSE(storage.createCollection(u"file / below"_s, Folder::images));
 }

@@ -46,13 +46,6 @@ TEST_F(StorageListingTest, recentIsFlat) {
     EXPECT_EQ(items[0].collection, std::nullopt);
 }
 
-TEST_F(StorageListingTest, collectionFoldersWithTheEmptyOnes) {
-    fs::create_directories(images / "B/Empty");
-    fs::create_directories(images / "A");
-    fs::create_directories(images / ".hidden");
-    EXPECT_EQ(storage.collectionFolders(Folder::images), (QStringList{u"A"_s, u"B"_s, u"B / Empty"_s}));
-}
-
 TEST_F(StorageListingTest, countsRecognisedFiles) {
     for (const char* file : {"Library/Images/a.png", "Library/Images/L/b.SVG", "Library/Images/c.mov",
                              "Library/Videos/d.mp4", "Library/Audio/e.wav", "Library/Audio/X/f.flac",

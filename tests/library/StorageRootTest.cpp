@@ -101,32 +101,7 @@ TEST_F(StorageRootTest, aFolderThatCannotBeRememberedIsNotStored) {
     EXPECT_FALSE(storage.chosenFolderUnavailable());
 }
 
-TEST_F(StorageRootTest, aRootForThisRunStoresNothingAndNeverFallsBack) {
-    writeFile(folder / "file", "in the way");
-    fs::create_directories(drive);
-    made().setCustomRoot(drive);
-    const struct {
-        fs::path given;
-        std::optional<fs::path> root;
-    } cases[] = {
-        {folder / "new/deep", folder / "new/deep/Quillary"},
-        {folder / "other/Quillary", folder / "other/Quillary"},
-        {folder / "other/Quillary/", folder / "other/Quillary"},
-        {folder / "a/../b/.", folder / "b/Quillary"},
-        {folder / "file", std::nullopt},
-        {folder / "file/below", std::nullopt},
-    };
-    for (const auto& [given, expected] : cases) {
-        Storage storage = made(given);
-        const auto root = storage.root();
-        ASSERT_EQ(root.has_value(), expected.has_value()) << given;
-        if (root)
-            EXPECT_EQ(*root, *expected);
-        else
-            EXPECT_EQ(root.error(), StorageError::noRoot());
-        EXPECT_FALSE(storage.chosenFolderUnavailable());
-    }
-    EXPECT_EQ(made().root(), drive / "Quillary");
+TEST_F(StorageRootTest, aRootForThisRunNeverFallsBack) {
     Storage removed = made(folder / "gone");
     EXPECT_TRUE(removed.root());
     fs::remove_all(folder / "gone");
@@ -156,17 +131,6 @@ TEST_F(StorageRootTest, earlierLayoutsMoveOnceAndOverwriteNothing) {
     writeFile(root / "Library/later.png", "x");
     EXPECT_TRUE(storage.root());
     EXPECT_TRUE(fs::exists(root / "Library/later.png")) << "once per program";
-}
-
-TEST_F(StorageRootTest, clearsWhatKilledWritersLeft) {
-    const fs::path root = folder / "home/Movies/Quillary";
-    for (const char* shelf : {"Library/Images", "Library/Images/Logos", "Recent"})
-        writeFile(root / shelf / ".quillary-7-1.part", "half");
-    Storage storage = made();
-    EXPECT_TRUE(storage.items(Folder::images).empty());
-    auto expected = layout;
-    expected.insert("Library/Images/Logos");
-    EXPECT_EQ(everythingIn(root), expected);
 }
 
 TEST_F(StorageRootTest, manyThreadsOpenItAtOnce) {

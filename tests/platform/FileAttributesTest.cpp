@@ -26,12 +26,3 @@ TEST(FileAttributesTest, areKeptUnderTheUsersPrefix) {
     EXPECT_EQ(attribute(folder / "missing", "x"), std::nullopt);
     EXPECT_FALSE(setAttribute(folder / "missing", "x", "y"));
 }
-
-TEST(FileAttributesTest, stampNowMovesTheModificationDateAlone) {
-    const TemporaryFolder folder;
-    writeFile(folder / "a", "x");
-    fs::last_write_time(folder / "a", fs::file_time_type::clock::now() - std::chrono::hours(24));
-    stampNow(folder / "a");
-    const auto age = fs::file_time_type::clock::now() - fs::last_write_time(folder / "a");
-    EXPECT_LT(std::chrono::abs(age), std::chrono::seconds(5));
-}

@@ -17,7 +17,6 @@
 using namespace quillary;
 using namespace quillary::platform;
 using namespace quillary::test;
-using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
 namespace {
@@ -114,17 +113,6 @@ TEST(PendingFileTest, manyThreadsNeverTakeTheSameName) {
     EXPECT_TRUE(fs::exists(folder / ("same " + std::to_string(4 * each) + ".txt"))) << "the numbers have no gap";
 }
 
-TEST(PendingFileTest, stampsAttributesAndDate) {
-    const TemporaryFolder folder;
-    auto file = written(folder.path(), "x");
-    file.setAttribute("com.tamsel.quillary.source", "svg");
-    const auto date = std::chrono::sys_days(std::chrono::year(2001) / 9 / 9) + 250ms;
-    file.setModified(date);
-    const fs::path placed = *file.place({"x", "png"});
-    EXPECT_EQ(attribute(placed, "com.tamsel.quillary.source"), "svg");
-    EXPECT_EQ(std::chrono::file_clock::to_sys(fs::last_write_time(placed)), date);
-}
-
 TEST(PendingFileTest, replacesAFileInOneStep) {
     const TemporaryFolder folder;
     writeFile(folder / "old.svg", "old");
@@ -188,14 +176,6 @@ TEST(PendingFileTest, tellsWhyNothingWasCopied) {
         EXPECT_EQ(copied.error().code, code) << source;
     }
     EXPECT_THAT(names(folder.path()), ElementsAre("file", "pipe"));
-}
-
-TEST(PendingFileTest, tellsTheSystemsTextWhenItCannotWrite) {
-    const TemporaryFolder folder;
-    const auto nowhere = PendingFile::create(folder / "missing");
-    ASSERT_FALSE(nowhere);
-    EXPECT_EQ(nowhere.error().description().toStdString(), "No such file or directory");
-    EXPECT_EQ(written(folder.path(), "x").place({"no/folder", "png"}).error().code, ENOENT);
 }
 
 TEST(PendingFileTest, aFullFileSystemKeepsWhatItHas) {

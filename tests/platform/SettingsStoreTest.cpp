@@ -97,12 +97,3 @@ TEST(SettingsStoreTest, whatCannotBeStoredLastsForTheRun) {
     store->setValue(u"recentLimit"_s, 7);
     EXPECT_EQ(store->value(u"recentLimit"_s).toInt(), 7);
 }
-
-TEST(SettingsStoreTest, liesInTheUsersConfigurationFolder) {
-    const TemporaryFolder folder;
-    const QByteArray before = qgetenv("XDG_CONFIG_HOME");
-    qputenv("XDG_CONFIG_HOME", folder.path().c_str());
-    userSettings()->setValue(u"openOnLibrary"_s, true);
-    EXPECT_TRUE(std::filesystem::exists(folder / "quillary/quillary.conf"));
-    before.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", before);
-}

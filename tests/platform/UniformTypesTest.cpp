@@ -8,15 +8,6 @@ using namespace quillary::platform;
 using namespace quillary::test;
 using namespace Qt::StringLiterals;
 
-TEST(UniformTypesTest, identifiersAndMimeNamesMeanTheSame) {
-    const std::pair<QString, QString> cases[] = {
-        {u"public.png"_s, u"image/png"_s},          {u"public.svg-image"_s, u"image/svg+xml"_s},
-        {u"com.adobe.pdf"_s, u"application/pdf"_s}, {u"public.file-url"_s, u"text/uri-list"_s},
-        {u"image/png"_s, u"image/png"_s},           {u"com.apple.finalcutpro.xml"_s, u"com.apple.finalcutpro.xml"_s},
-    };
-    for (const auto& [name, mime] : cases) EXPECT_EQ(mimeName(name), mime);
-}
-
 TEST(UniformTypesTest, conforms) {
     const struct {
         QString type;
@@ -63,12 +54,4 @@ TEST(UniformTypesTest, contentTypeByExtensionThenByFirstBytes) {
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(contentType(folder / "pipe"), u"application/octet-stream"_s) << "a pipe is not opened";
     EXPECT_EQ(contentType(folder / "missing"), u"application/octet-stream"_s);
-}
-
-TEST(UniformTypesTest, preferredExtension) {
-    const std::pair<QString, QString> cases[] = {
-        {u"image/jpeg"_s, u"jpeg"_s},   {u"public.tiff"_s, u"tiff"_s},           {u"image/svg+xml"_s, u"svg"_s},
-        {u"text/x-c++src"_s, u"cpp"_s}, {u"com.apple.finalcutpro.xml"_s, u""_s}, {u"public.image"_s, u""_s},
-    };
-    for (const auto& [type, extension] : cases) EXPECT_EQ(preferredExtension(type), extension) << type.toStdString();
 }

@@ -34,11 +34,6 @@ TEST(Collections, ListTheFoldersOfOneLevel) {
     EXPECT_TRUE(childFolders(u"D"_s, paths).empty());
 }
 
-TEST(Collections, CountTowardsEveryPrefix) {
-    const auto counts = rollUp({u"A"_s, u"A / B"_s, u"C / D"_s});
-    EXPECT_EQ(counts, (QHash<QString, int>{{u"A"_s, 2}, {u"A / B"_s, 1}, {u"C"_s, 1}, {u"C / D"_s, 1}}));
-}
-
 TEST(Collections, SearchFolderNamesAndWalkPaths) {
     EXPECT_EQ(folderMatches(u"SPÖRT"_s, {u"x / Spörts / y"_s, u"b"_s, u"a spört"_s}),
               (QStringList{u"a spört"_s, u"x / Spörts / y"_s}));

@@ -158,7 +158,7 @@ TEST(BackgroundRemover, RunsAModelOfTheUser) {
     draw(painter);
     painter.end();
     const QByteArray model = tinyModel(4, -4);
-    writeFile(folder / "red.onnx", {model.constData(), static_cast<std::size_t>(model.size())});
+    writeFile(folder / "red.onnx", model);
     const auto removed = BackgroundRemover::remove(scene.picture, folder / "red.onnx");
     ASSERT_TRUE(removed) << removed.error().description().toStdString();
     EXPECT_EQ(removed->note, QString());

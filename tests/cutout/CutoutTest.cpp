@@ -84,17 +84,4 @@ TEST(Cutout, UsesTheEnginesOfTheHouse) {
     EXPECT_EQ(everything->removedFraction, 1.0);
 }
 
-TEST(BackgroundRemovalError, HasItsTexts) {
-    using Error = BackgroundRemovalError;
-    EXPECT_EQ(Error::failed(QStringLiteral("x")).description(), QStringLiteral("x"));
-    EXPECT_EQ(Error::failed(QStringLiteral("x")).recoverySuggestion(), std::nullopt);
-    EXPECT_EQ(Error::noImage().description(), QStringLiteral("Could not read that image."));
-    EXPECT_EQ(Error::noImage().recoverySuggestion(), std::nullopt);
-    EXPECT_EQ(Error::noSubjectFound().description(), QStringLiteral("No subject found to cut out."));
-    EXPECT_EQ(
-        Error::noSubjectFound().recoverySuggestion(),
-        QStringLiteral("This works on a subject against a background — a logo, a product, a person. A flat graphic "
-                       "that already fills the frame has nothing to separate."));
-}
-
 } // namespace quillary

@@ -78,13 +78,6 @@ int largestDifference(const QImage& a, const QImage& b) {
     return largest;
 }
 
-double totalAlpha(const QImage& image) {
-    double total = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) total += image.constScanLine(y)[x * 4 + 3];
-    return total;
-}
-
 QImage cutOut(int width, int height) {
     const QImage picture = TestPictures::blots(width, height, 3);
     return SolidBackgroundRemover::remove(picture, {}, SolidBackgroundRemover::Colors::withinAlpha)->image;
@@ -94,34 +87,21 @@ QImage cutOut(int width, int height) {
 
 TEST(MatteRefiner, EqualsThePlainReading) {
     const QImage pictures[] = {
-        cutOut(200, 150),
-        cutOut(65, 129),
-        cutOut(64, 64),
-        cutOut(1, 1),
-        cutOut(1, 90),
-        cutOut(131, 2),
+        cutOut(200, 150), cutOut(65, 129), cutOut(64, 64), cutOut(1, 1), cutOut(1, 90), cutOut(131, 2),
         TestPictures::withAlpha(TestPictures::photo(150, 100, 8))
             .convertToFormat(QImage::Format_RGBA8888_Premultiplied),
-        TestPictures::filled(80, 70, QColor(9, 8, 7, 128)).convertToFormat(QImage::Format_RGBA8888_Premultiplied)};
+        TestPictures::filled(80, 70, QColor(9, 8, 7, 128)).convertToFormat(QImage::Format_RGBA8888_Premultiplied),
+        // Whose border is no edge.
+        TestPictures::photo(70, 60, 1).convertToFormat(QImage::Format_RGBA8888_Premultiplied),
+        TestPictures::filled(70, 60, Qt::transparent).convertToFormat(QImage::Format_RGBA8888_Premultiplied)};
     for (const QImage& picture : pictures)
-        for (const double amount : {0.004, 0.1, 0.2, 0.5, 0.73, 1.0}) {
+        for (const double amount : {0.004, 0.1, 0.2, 0.5, 0.73, 1.0, 3.0}) {
             const QImage refined = MatteRefiner::refine(picture, amount);
             ASSERT_EQ(refined.size(), picture.size());
             EXPECT_EQ(refined.format(), picture.format());
             EXPECT_LE(largestDifference(refined, plainlyRefined(picture, amount)), 1)
                 << picture.width() << "x" << picture.height() << " at " << amount;
         }
-}
-
-TEST(MatteRefiner, TakesMoreAwayAsTheAmountGrows) {
-    const QImage raw = cutOut(200, 150);
-    double before = totalAlpha(raw);
-    for (const double amount : {0.1, 0.3, 0.4, 0.5, 0.6, 0.8, 1.0}) {
-        const double total = totalAlpha(MatteRefiner::refine(raw, amount));
-        EXPECT_LT(total, before) << amount;
-        before = total;
-    }
-    EXPECT_EQ(MatteRefiner::refine(raw, 3.0), MatteRefiner::refine(raw, 1.0));
 }
 
 TEST(MatteRefiner, ReturnsItsInputWhereThereIsNothingToDo) {
@@ -132,13 +112,6 @@ TEST(MatteRefiner, ReturnsItsInputWhereThereIsNothingToDo) {
     std::stop_source stop;
     stop.request_stop();
     EXPECT_EQ(MatteRefiner::refine(raw, 1, stop.get_token()).cacheKey(), raw.cacheKey());
-}
-
-TEST(MatteRefiner, DoesNotTakeTheBorderForAnEdge) {
-    const QImage opaque = TestPictures::photo(150, 140, 1).convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-    EXPECT_EQ(MatteRefiner::refine(opaque, 1), opaque);
-    const QImage clear = TestPictures::filled(150, 140, Qt::transparent);
-    EXPECT_EQ(totalAlpha(MatteRefiner::refine(clear, 1)), 0);
 }
 
 TEST(MatteRefiner, RefinesAgainFromTheSameInput) {

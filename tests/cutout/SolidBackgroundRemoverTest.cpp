@@ -97,19 +97,6 @@ TEST(SolidBackgroundRemover, DecidesAtTheLimitsAsTheDistancesWould) {
     EXPECT_GT(closeCalls, 100);
 }
 
-TEST(SolidBackgroundRemover, RemovesTheGroundAndKeepsTheSquare) {
-    QImage picture = TestPictures::filled(100, 100, Qt::white);
-    for (int y = 25; y < 75; ++y)
-        for (int x = 25; x < 75; ++x) picture.setPixel(x, y, 0xff000000);
-    picture.setPixel(50, 50, 0xffffffff); // a hole that the fill does not reach
-    const auto removed = SolidBackgroundRemover::remove(picture);
-    ASSERT_TRUE(removed);
-    EXPECT_EQ(removed->removedFraction, 0.75);
-    EXPECT_EQ(qAlpha(removed->image.pixel(10, 10)), 0);
-    EXPECT_EQ(qAlpha(removed->image.pixel(25, 25)), 255);
-    EXPECT_EQ(qAlpha(removed->image.pixel(50, 50)), 255);
-}
-
 TEST(SolidBackgroundRemover, SoftensTheRimByItsDistance) {
     // The rim pixel is grey on a black border of many samples, so that its distance is its level.
     for (const auto& [level, alpha] : {std::pair(35, 0), {36, 1}, {51, 95}, {76, 251}, {77, 255}}) {
@@ -132,14 +119,6 @@ TEST(SolidBackgroundRemover, CutsColorsOffAtTheAlphaWhenAsked) {
         const uchar* b = fit->image.constScanLine(y);
         for (int i = 0; i < picture.width() * 4; ++i) ASSERT_EQ(b[i], std::min(a[i], a[i | 3])) << y << " " << i;
     }
-}
-
-TEST(SolidBackgroundRemover, TellsWhyThereIsNoResult) {
-    EXPECT_EQ(SolidBackgroundRemover::remove(QImage()).error(), BackgroundRemovalError::noImage());
-    std::stop_source stop;
-    stop.request_stop();
-    const auto stopped = SolidBackgroundRemover::remove(TestPictures::photo(300, 200, 1), stop.get_token());
-    EXPECT_EQ(stopped.error(), BackgroundRemovalError::stopped());
 }
 
 } // namespace quillary

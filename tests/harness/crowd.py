@@ -4,14 +4,14 @@ import collections
 import os
 import sys
 
-from harness import Program, TemporaryFolder, leftovers, picture, pictures_in
+from harness import Program, leftovers, picture, pictures_in, temporary_folder
 
 PROCESSES = 8
 EACH = 50
 
 
 def main():
-    with TemporaryFolder() as folder:
+    with temporary_folder() as folder:
         program = Program(sys.argv[1], folder)
         for process in range(PROCESSES):
             os.makedirs(os.path.join(folder, str(process)))

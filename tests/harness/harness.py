@@ -4,7 +4,6 @@ inspection of a library afterwards. Standard library only."""
 import json
 import os
 import random
-import shutil
 import signal
 import struct
 import subprocess
@@ -12,7 +11,6 @@ import tempfile
 import zlib
 
 SKIPPED = 77
-SHELVES = ("Library/Images", "Library/Videos", "Library/Audio", "Library/Blocks", "Recent")
 
 
 def _chunk(kind, data):
@@ -118,10 +116,5 @@ def pictures_in(folder):
     return found
 
 
-class TemporaryFolder:
-    def __enter__(self):
-        self.path = tempfile.mkdtemp(prefix="quillary-harness-")
-        return self.path
-
-    def __exit__(self, *_):
-        shutil.rmtree(self.path, ignore_errors=True)
+def temporary_folder():
+    return tempfile.TemporaryDirectory(prefix="quillary-harness-", ignore_cleanup_errors=True)

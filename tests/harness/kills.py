@@ -11,7 +11,7 @@ import time
 import urllib.parse
 import xml.etree.ElementTree
 
-from harness import Program, TemporaryFolder, files_below, leftovers, picture, pictures_in
+from harness import Program, files_below, leftovers, picture, pictures_in, temporary_folder
 
 CLIPS = 6
 KEPT = 24  # pictures that are on the shelf from the start and are moved and renamed
@@ -163,7 +163,7 @@ def main():
     options.add_argument("--kills", type=int, default=500)
     options.add_argument("--seed", type=int, default=20)
     given = options.parse_args()
-    with TemporaryFolder() as folder:
+    with temporary_folder() as folder:
         kills = Kills(Program(given.program, folder), given.seed, given.plain)
         kills.prepare()
         started = time.monotonic()

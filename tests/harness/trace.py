@@ -10,9 +10,8 @@ import re
 import shutil
 import subprocess
 import sys
-import tempfile
 
-from harness import SKIPPED, Program, picture
+from harness import SKIPPED, Program, picture, temporary_folder
 
 CALLS = ("socket,open,openat,openat2,creat,mkdir,mkdirat,mknod,mknodat,rename,renameat,renameat2,unlink,unlinkat,rmdir,"
          "link,linkat,symlink,symlinkat,truncate,chmod,fchmodat,setxattr,lsetxattr,removexattr,lremovexattr")
@@ -57,7 +56,7 @@ def main():
     if not shutil.which("strace") or subprocess.run(["strace", "-qq", "-o", "/dev/null", "true"]).returncode != 0:
         print("skipped: processes cannot be traced here")
         return SKIPPED
-    with tempfile.TemporaryDirectory(prefix="quillary-trace-") as folder:
+    with temporary_folder() as folder:
         program = Program(sys.argv[1], folder)
         program.environment["XDG_RUNTIME_DIR"] = os.path.join(folder, "runtime")
         os.makedirs(program.environment["XDG_RUNTIME_DIR"], mode=0o700)

@@ -8,8 +8,9 @@ import tempfile
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "desktop"))
-from session import SKIPPED, Missing, Session, require, wait_until  # noqa: E402
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "support" / "desktop"))
+from panels import private_folders, run_tests  # noqa: E402
+from session import Session, wait_until  # noqa: E402
 
 PROGRAM = os.path.join(sys.argv[1], "quillary")
 PICTURE = '<svg xmlns="http://www.w3.org/2000/svg" width="40" height="20"><rect width="40" height="20"/></svg>'
@@ -18,9 +19,8 @@ PICTURE = '<svg xmlns="http://www.w3.org/2000/svg" width="40" height="20"><rect 
 class SecondStart(unittest.TestCase):
     def setUp(self):
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory(prefix="quillary-second-")))
-        private = {f"XDG_{kind}_HOME": str(self.folder / kind.lower()) for kind in ("CONFIG", "CACHE", "DATA")}
-        private["HOME"] = str(self.folder)
-        self.desktop = self.enterContext(Session(environment=private))
+        environment = {**private_folders(self.folder), "HOME": str(self.folder)}
+        self.desktop = self.enterContext(Session(environment=environment))
 
     def windows(self):
         found = self.desktop.run(["xdotool", "search", "--onlyvisible", "--name", "^Quillary$"], stdout=subprocess.PIPE)
@@ -48,9 +48,4 @@ class SecondStart(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    try:
-        require("Xvfb", "xdotool", "dbus-daemon")
-    except Missing as missing:
-        print(f"skipped: {missing}")
-        sys.exit(SKIPPED)
-    unittest.main(argv=sys.argv[:1])
+    run_tests()

@@ -1,7 +1,6 @@
 #include "base/Background.h"
+#include "support/EventLoop.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <gtest/gtest.h>
 #include <semaphore>
 #include <vector>
@@ -9,13 +8,6 @@
 namespace quillary {
 
 namespace {
-
-template <typename Condition>
-bool comesTrue(Condition condition) {
-    const QDeadlineTimer limit(5000);
-    while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return condition();
-}
 
 class BackgroundTest : public testing::Test {
 protected:
@@ -47,7 +39,7 @@ TEST_F(BackgroundTest, OnlyTheNewestRequestComesHome) {
     line.run([](const std::stop_token&) { return 2; }, collect());
     EXPECT_TRUE(line.busy());
     gate.release();
-    ASSERT_TRUE(comesTrue([&] { return !m_results.empty(); }));
+    ASSERT_TRUE(test::comesTrue([&] { return !m_results.empty(); }));
     m_pool.waitForDone();
     QCoreApplication::processEvents();
     EXPECT_EQ(m_results, std::vector{2});
@@ -71,7 +63,7 @@ TEST_F(BackgroundTest, EveryResultCountsAndWorkOutlivesItsOwner) {
         Background line(m_pool);
         for (int i = 1; i <= 3; ++i) line.every([i](const std::stop_token&) { return i; }, collect());
         line.cancel();
-        ASSERT_TRUE(comesTrue([&] { return m_results.size() == 3; }));
+        ASSERT_TRUE(test::comesTrue([&] { return m_results.size() == 3; }));
         line.every([&](const std::stop_token&) { return ++finished; }, collect());
     }
     m_pool.waitForDone();

@@ -1,29 +1,16 @@
 #include "platform/FileChooser.h"
 #include "platform/FileManager.h"
+#include "support/EventLoop.h"
 #include "support/FakeFiles.h"
 
-#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QElapsedTimer>
-#include <functional>
 #include <gtest/gtest.h>
 
 using namespace quillary;
 using platform::FileChooser;
-
-namespace {
-
-bool waitFor(const std::function<bool()>& condition) {
-    QElapsedTimer watch;
-    watch.start();
-    while (!condition() && watch.elapsed() < 5000) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    return condition();
-}
-
-} // namespace
 
 /// The desktop's chooser, answering as it is told.
 class FakeChooserPortal : public QObject {
@@ -93,7 +80,7 @@ TEST(FilesPortal, AsksTheDesktopForAFolder) {
     const FileChooser::Question question{
         .message = QStringLiteral("Choose a\n\nfolder"), .accept = QStringLiteral("Use"), .start = "/tmp"};
     chooser->ask(&context, question, answer);
-    ASSERT_TRUE(waitFor([&] { return answers == 1; }));
+    ASSERT_TRUE(test::comesTrue([&] { return answers == 1; }));
     EXPECT_EQ(picked, std::vector<std::filesystem::path>{"/drive/a b\xc3\xbc"});
     EXPECT_EQ(portal.title, QStringLiteral("Choose a folder"));
     EXPECT_TRUE(portal.options.value(QStringLiteral("directory")).toBool());
@@ -102,7 +89,7 @@ TEST(FilesPortal, AsksTheDesktopForAFolder) {
 
     portal.code = 1;
     chooser->ask(&context, question, answer);
-    ASSERT_TRUE(waitFor([&] { return answers == 2; }));
+    ASSERT_TRUE(test::comesTrue([&] { return answers == 2; }));
     EXPECT_TRUE(picked.empty()) << "called off";
     EXPECT_FALSE(otherwise.asked());
 }
@@ -120,7 +107,7 @@ TEST(FilesPortal, AsksForFilesOfOneKind) {
                   .filter = QStringLiteral("Images"),
                   .extensions = {QStringLiteral("png"), QStringLiteral("mp3")}},
                  [&](const std::vector<std::filesystem::path>& files) { picked = files; });
-    ASSERT_TRUE(waitFor([&] { return picked.size() == 2; }));
+    ASSERT_TRUE(test::comesTrue([&] { return picked.size() == 2; }));
     EXPECT_EQ(picked.back(), "/b.SVG");
     EXPECT_TRUE(portal.options.value(QStringLiteral("multiple")).toBool());
     EXPECT_FALSE(portal.options.value(QStringLiteral("directory")).toBool());
@@ -151,7 +138,7 @@ TEST(FilesPortal, AsksForFilesOfOneKind) {
     EXPECT_EQ(found.join(u' '), QStringLiteral("Images *.[pP][nN][gG] *.[mM][pP]3 All files *"));
 
     chooser->ask(&context, {.kind = FileChooser::Kind::file}, [&](const auto&) { picked.clear(); });
-    ASSERT_TRUE(waitFor([&] { return picked.empty(); }));
+    ASSERT_TRUE(test::comesTrue([&] { return picked.empty(); }));
     EXPECT_FALSE(portal.options.value(QStringLiteral("multiple")).toBool());
     EXPECT_FALSE(portal.options.contains(QStringLiteral("filters")));
 }
@@ -161,7 +148,7 @@ TEST(FilesPortal, AsksOtherwiseWithoutADesktopsChooser) {
     const auto chooser = platform::systemFileChooser(otherwise);
     QObject context;
     chooser->ask(&context, {.accept = QStringLiteral("Use")}, [](const auto&) {});
-    EXPECT_TRUE(waitFor([&] { return otherwise.asked(); }));
+    EXPECT_TRUE(test::comesTrue([&] { return otherwise.asked(); }));
     EXPECT_EQ(otherwise.question.accept, QStringLiteral("Use"));
 }
 
@@ -170,7 +157,7 @@ TEST(FilesPortal, ShowsFilesInTheDesktopsProgram) {
     platform::systemFileManager()->show({});
     const auto manager = platform::systemFileManager();
     manager->show({"/a b/c.png", "/a b/d.png"});
-    ASSERT_TRUE(waitFor([&] { return !service.shown.isEmpty(); }));
+    ASSERT_TRUE(test::comesTrue([&] { return !service.shown.isEmpty(); }));
     EXPECT_EQ(service.shown,
               (QStringList{QStringLiteral("file:///a%20b/c.png"), QStringLiteral("file:///a%20b/d.png")}));
 }

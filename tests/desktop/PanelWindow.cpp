@@ -7,14 +7,11 @@
 #include "drag/DragSourceNSView.h"
 #include "drag/PanelDropTarget.h"
 #include "platform/KeyModifiers.h"
-#include "support/desktop/Report.h"
+#include "support/desktop/ToolWindow.h"
 
-#include <QCommandLineParser>
 #include <QCryptographicHash>
-#include <QGuiApplication>
 #include <QJsonArray>
 #include <QQuickWindow>
-#include <QTimer>
 
 namespace quillary::test {
 
@@ -57,16 +54,14 @@ int main(int argc, char** argv) {
     using namespace quillary::test;
     QGuiApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.addOption({QStringLiteral("place"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,400,300")});
+    addWindowOptions(parser);
     parser.addOption({QStringLiteral("url"), QString(), QStringLiteral("URL")});
     parser.addOption({QStringLiteral("delete"), QString()});
     parser.process(application);
 
     QQuickWindow window;
-    new PointerReport(&window);
-    window.setTitle(QStringLiteral("panel_window"));
-    window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));
     window.setColor(Qt::darkGray);
+    window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));
 
     auto* source = new DragSourceNSView(window.contentItem());
     source->setSize({window.width() / 2.0, qreal(window.height())});
@@ -100,10 +95,5 @@ int main(int argc, char** argv) {
     });
     QObject::connect(&target, &PanelDropTarget::dropped, reportDrop);
 
-    QObject::connect(
-        &window, &QQuickWindow::frameSwapped, &window, [] { report(QStringLiteral("ready")); },
-        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-    window.show();
-    QTimer::singleShot(120000, &application, [] { QCoreApplication::exit(1); });
-    return QCoreApplication::exec();
+    return runWindow(window, parser, "panel_window");
 }

@@ -1,12 +1,11 @@
 #include "platform/Desktop.h"
+#include "support/EventLoop.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QElapsedTimer>
-#include <functional>
 #include <gtest/gtest.h>
 
 using namespace quillary;
@@ -17,16 +16,6 @@ namespace {
 
 const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
-
-bool waitFor(const std::function<bool()>& condition, int milliseconds = 5000) {
-    QElapsedTimer watch;
-    watch.start();
-    while (!condition()) {
-        if (watch.elapsed() > milliseconds) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
-}
 
 } // namespace
 
@@ -68,16 +57,16 @@ TEST(Portal, TellsColoursAndMotionAndTheirChanges) {
     int changes = 0;
     QObject context;
     desktop->watchManners(&context, [&] { ++changes; });
-    EXPECT_TRUE(waitFor([&] { return desktop->colorScheme() == Desktop::ColorScheme::light; }));
+    EXPECT_TRUE(test::comesTrue([&] { return desktop->colorScheme() == Desktop::ColorScheme::light; }));
     EXPECT_TRUE(desktop->prefersReducedMotion());
-    EXPECT_TRUE(waitFor([&] { return changes == 1; }));
+    EXPECT_TRUE(test::comesTrue([&] { return changes == 1; }));
 
     Q_EMIT portal.SettingChanged(appearance, QStringLiteral("color-scheme"), QDBusVariant(1U));
-    EXPECT_TRUE(waitFor([&] { return changes == 2; }));
+    EXPECT_TRUE(test::comesTrue([&] { return changes == 2; }));
     EXPECT_EQ(desktop->colorScheme(), Desktop::ColorScheme::dark);
     Q_EMIT portal.SettingChanged(appearance, QStringLiteral("accent-color"), QDBusVariant(1U));
     Q_EMIT portal.SettingChanged(appearance, QStringLiteral("reduced-motion"), QDBusVariant(0U));
-    EXPECT_TRUE(waitFor([&] { return !desktop->prefersReducedMotion(); }));
+    EXPECT_TRUE(test::comesTrue([&] { return !desktop->prefersReducedMotion(); }));
     EXPECT_EQ(changes, 3) << "what the panel does not ask for is no change";
 }
 
@@ -94,7 +83,7 @@ TEST(Portal, IsNotWaitedFor) {
         EXPECT_EQ(desktop->colorScheme(), Desktop::ColorScheme::dark);
         EXPECT_FALSE(desktop->prefersReducedMotion());
         EXPECT_LT(watch.elapsed(), 200);
-        EXPECT_TRUE(waitFor([&] { return !portal || portal->asked == 1; }));
+        EXPECT_TRUE(test::comesTrue([&] { return !portal || portal->asked == 1; }));
         EXPECT_EQ(desktop->colorScheme(), Desktop::ColorScheme::dark);
     }
 }

@@ -1,12 +1,12 @@
 #include "desktop/OtherProgram.h"
 #include "platform/Clipboard.h"
 #include "platform/Pasteboard.h"
+#include "support/EventLoop.h"
 #include "support/TemporaryFolder.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QRasterWindow>
-#include <functional>
 #include <future>
 #include <gtest/gtest.h>
 
@@ -14,16 +14,6 @@ using namespace quillary;
 using namespace quillary::test;
 
 namespace {
-
-bool waitFor(const std::function<bool()>& condition) {
-    QElapsedTimer watch;
-    watch.start();
-    while (!condition()) {
-        if (watch.elapsed() > 10000) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return true;
-}
 
 /// A window in front: only the program that has the keyboard is told what is on the clipboard.
 class WaylandClipboard : public testing::Test {
@@ -35,14 +25,14 @@ protected:
 
     std::unique_ptr<OtherProgram> copy(const QString& type, const QByteArray& bytes) {
         const auto file = m_folder / "copied";
-        writeFile(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+        writeFile(file, bytes);
         return std::make_unique<OtherProgram>(
             "sh", QStringList{QStringLiteral("-c"), QStringLiteral("exec wl-copy --foreground --type \"$0\" < \"$1\""),
                               type, QString::fromStdString(file.string())});
     }
     std::shared_ptr<platform::Pasteboard> contentsOnceOffered(const QString& type) {
         std::shared_ptr<platform::Pasteboard> found;
-        const bool offered = waitFor([&] {
+        const bool offered = comesTrue([&] {
             found = m_clipboard->contents();
             return found->types().contains(type) && QGuiApplication::focusWindow() == &m_window;
         });
@@ -53,7 +43,7 @@ protected:
     static std::optional<QByteArray> readOnWorker(const std::shared_ptr<platform::Pasteboard>& pasteboard,
                                                   const QString& type) {
         auto reading = std::async(std::launch::async, [=] { return pasteboard->data(type); });
-        waitFor([&] { return reading.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+        comesTrue([&] { return reading.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
         return reading.get();
     }
 
@@ -82,9 +72,6 @@ TEST_F(WaylandClipboard, ReadsBytesAsTheyAre) {
         EXPECT_EQ(readOnWorker(pasteboard, type), bytes);
         EXPECT_FALSE(pasteboard->data(QStringLiteral("image/tiff")));
     }
-}
-
-TEST_F(WaylandClipboard, ReadsText) {
     const QByteArray words = "<svg>M\xC3\xBCnchen</svg>";
     const auto owner = copy(QStringLiteral("text/plain;charset=utf-8"), words);
     EXPECT_EQ(contentsOnceOffered(QStringLiteral("text/plain;charset=utf-8"))->string(), QString::fromUtf8(words));

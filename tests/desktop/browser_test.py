@@ -2,56 +2,30 @@
 """The library's browser as other programs and screen readers meet it: browser_test.py FOLDER [TEST]…, where FOLDER holds
 the programs. The real panel on an X server of its own; controls are found by the accessibility tree."""
 
-import base64
 import os
 import subprocess
 import sys
-import tempfile
 import time
-import unittest
 import wave
-import zlib
 from pathlib import Path
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "desktop"))
-from accessible import Reader, interpreter  # noqa: E402
-from session import SKIPPED, Missing, Session, require, wait_until  # noqa: E402
-
-PROGRAMS = sys.argv[1]
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "support" / "desktop"))
+from panels import PanelTest, dropped_files, png, run_tests, url_of  # noqa: E402
+from session import wait_until  # noqa: E402
 
 
-def program(name):
-    return os.path.join(PROGRAMS, name)
+class Browser(PanelTest):
+    programs = sys.argv[1]
 
-
-def png(width, height, color):
-    def chunk(kind, data):
-        body = kind + data
-        return len(data).to_bytes(4, "big") + body + zlib.crc32(body).to_bytes(4, "big")
-    header = width.to_bytes(4, "big") + height.to_bytes(4, "big") + bytes([8, 2, 0, 0, 0])
-    rows = (b"\0" + bytes(color) * width) * height
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
-
-
-def url_of(path):
-    return "file://" + str(path).replace(" ", "%20")
-
-
-class Browser(unittest.TestCase):
     def setUp(self):
-        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory(prefix="quillary-browser-")))
-        private = {f"XDG_{kind}_HOME": str(self.folder / kind.lower()) for kind in ("CONFIG", "CACHE", "DATA")}
-        self.desktop = self.enterContext(Session(size="1200x700", environment={**private, **Reader.environment}))
-        self.reader = Reader(self.desktop)
-        self.addCleanup(self.reader.close)
-        self.root = self.folder / "library" / "Quillary"
+        super().setUp()
         self.clock = time.time() - 10_000
 
-    def image(self, name, shelf="Library/Images", content=None):
+    def image(self, name):
         """A picture, newer than those before."""
-        path = self.root / shelf / name
+        path = self.root / "Library/Images" / name
         path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_bytes(content or png(40, 30, (200, 40, 40)))
+        path.write_bytes(png(40, 30, (200, 40, 40)))
         self.clock += 10
         os.utime(path, (self.clock, self.clock))
         return path
@@ -64,58 +38,20 @@ class Browser(unittest.TestCase):
             file.writeframes(bytes(16000))
         return path
 
-    def open_panel(self, *arguments):
-        self.panel = self.desktop.start([program("quillary"), "--library", str(self.folder / "library"), "panel",
-                                         *arguments])
-        self.reader.wait_for("frame", "Quillary", 30)
-        # Without a window manager the keyboard goes where the pointer is.
-        self.click(230, 20)
-
-    def click(self, x, y, button=1):
-        self.desktop.press(x, y, button)
-        self.desktop.release(button)
-        time.sleep(0.2)
-
-    def key(self, *keys):
-        for key in keys:
-            self.desktop.xdo("key", key)
-            time.sleep(0.15)
-
-    def tile(self, name):
-        return self.reader.wait_for("list item", name)
-
-    @staticmethod
-    def middle(node):
-        return node.left + node.width // 2, node.top + node.height // 2
-
     def selected(self):
         return sorted(node.name for node in self.reader.tree() if node.role == "list item" and "selected" in node.states)
-
-    def clipboard(self, kind):
-        return subprocess.run(["xclip", "-selection", "clipboard", "-o", "-t", kind], env=self.desktop.environment,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=30).stdout
-
-    def offered(self):
-        """The types on the clipboard, as another process is told them."""
-        return [kind for kind in self.clipboard("TARGETS").decode().split()
-                if kind not in ("TIMESTAMP", "TARGETS", "MULTIPLE", "SAVE_TARGETS")]
 
     def assert_copied(self, path, picture):
         wait_until(lambda: url_of(path) in self.clipboard("text/uri-list").decode(), 10, f"{path} on the clipboard")
         self.assertEqual(self.clipboard("text/uri-list"), url_of(path).encode() + b"\r\n")
         self.assertEqual(self.clipboard("x-special/gnome-copied-files"), b"copy\n" + url_of(path).encode())
-        types = [kind.rstrip("\0") for kind in self.offered()]
+        types = [kind.rstrip("\0") for kind in self.clipboard("TARGETS").decode().split()
+                 if kind not in ("TIMESTAMP", "TARGETS", "MULTIPLE", "SAVE_TARGETS")]
         if picture:
             self.assertEqual(types[0], "image/png")
             self.assertEqual(self.clipboard("image/png"), path.read_bytes())
         else:
             self.assertNotIn("image/png", types)
-
-    def target(self, count=1):
-        target = self.desktop.start([program("drop_target"), "--place", "700,100,400,300", "--count", str(count)])
-        target.wait_for("ready")
-        time.sleep(0.3)
-        return target
 
 
 class Copying(Browser):
@@ -123,7 +59,7 @@ class Copying(Browser):
         logo = self.image("a b.png")
         rain = self.sound("Rain.wav")
         self.open_panel("--tab", "library")
-        self.click(*self.middle(self.tile("a b")), button=3)
+        self.click(self.middle(self.tile("a b")), button=3)
         self.reader.press("menu item", "Copy")
         self.assert_copied(logo, picture=True)
 
@@ -132,7 +68,7 @@ class Copying(Browser):
         self.key("Menu")
         self.reader.press("menu item", "Copy")
         self.assert_copied(rain, picture=False)
-        self.click(*self.middle(self.tile("Rain")), button=3)
+        self.click(self.middle(self.tile("Rain")), button=3)
         self.reader.press("menu item", "Copy Path")
         wait_until(lambda: self.clipboard("UTF8_STRING") == os.fsencode(rain), 10, "the path")
 
@@ -144,15 +80,12 @@ class Copying(Browser):
         self.assertEqual(list((self.root / "Recent").glob("*.png")), [])
         self.key("ctrl+c")
         self.assert_copied(self.root / "Recent/logo.png", picture=True)
-        for begin in (lambda: self.click(*self.middle(staged), button=3), lambda: self.reader.press("image", "logo")):
+        for begin in (lambda: self.click(self.middle(staged), button=3), lambda: self.reader.press("image", "logo")):
             begin()
             self.reader.press("menu item", "Copy Path")
             wait_until(lambda: self.clipboard("UTF8_STRING") == os.fsencode(self.root / "Recent/logo.png"), 10, "path")
-            self.copy_something_else()
+            self.copy("UTF8_STRING", b"else")
         self.assertEqual(len(list((self.root / "Recent").glob("*.png"))), 1, "written once")
-
-    def copy_something_else(self):
-        subprocess.run(["xclip", "-selection", "clipboard", "-i"], input=b"else", env=self.desktop.environment, check=True)
 
 
 class Dragging(Browser):
@@ -162,15 +95,14 @@ class Dragging(Browser):
         self.reader.press("list item", "third")
         self.key("ctrl+a")
         handle = self.reader.placed("", "3 selected")
-        target = self.target(2)
+        target = self.drop_target("--count", "2")
         self.desktop.drag(self.middle(handle), (900, 250))
         drop = target.wait_for("drop")
         self.assertEqual(drop["formats"], ["text/uri-list"])
-        self.assertEqual(base64.b64decode(drop["uriList"]).decode(),
-                         "".join(url_of(file) + "\r\n" for file in reversed(files)), "newest first, as shown")
+        self.assertEqual(dropped_files(drop), files[::-1], "newest first, as shown")
         # A tile still carries its own file alone.
         self.desktop.drag(self.middle(self.tile("third")), (900, 250))
-        self.assertEqual(base64.b64decode(target.wait_for("drop")["uriList"]).decode(), url_of(files[2]) + "\r\n")
+        self.assertEqual(dropped_files(target.wait_for("drop")), files[2:])
 
     def test_a_refresh_keeps_selection_place_and_a_running_drag(self):
         files = [self.image(f"image {number:02}.png") for number in range(60)]
@@ -180,7 +112,7 @@ class Dragging(Browser):
         chosen = self.selected()
         self.assertEqual(len(chosen), 1)
         before = self.tile(chosen[0])
-        target = self.target()
+        target = self.drop_target()
         x, y = self.middle(before)
         self.desktop.press(x, y)
         for step in range(1, 8):
@@ -195,9 +127,7 @@ class Dragging(Browser):
             self.desktop.move(x + 42 + (900 - x - 42) * step // 8, y + (250 - y) * step // 8)
         time.sleep(0.5)
         self.desktop.release()
-        drop = target.wait_for("drop")
-        self.assertEqual(base64.b64decode(drop["uriList"]).decode(),
-                         url_of(self.root / "Library/Images" / (chosen[0] + ".png")) + "\r\n")
+        self.assertEqual(dropped_files(target.wait_for("drop")), [self.root / "Library/Images" / (chosen[0] + ".png")])
         self.assertEqual(self.selected(), chosen)
         after = self.tile(chosen[0])
         self.assertLess(abs(after.top - before.top), before.height + 20, "a row at most")
@@ -234,9 +164,6 @@ class Reading(Browser):
                 return
             self.key("Tab")
         self.fail(f"Tab does not reach {names}")
-
-    def wait_for_text(self, text):
-        wait_until(lambda: any(text in node.name for node in self.reader.tree() if "showing" in node.states), 15, text)
 
     def test_every_state_has_clear_names(self):
         picture = self.folder / "logo.png"
@@ -277,7 +204,7 @@ class Reading(Browser):
         self.reader.press("push button", "Collection: All")
         self.reader.press("", "New Collection…")
         self.reader.wait_for("push button", "Create")
-        self.desktop.xdo("type", "--delay", "20", "Badges")
+        self.type("Badges")
         self.reader.press("push button", "Create")
         wait_until(lambda: (images / "Badges").is_dir(), 10, "the collection")
         self.reader.press("push button", "Collection: Badges")
@@ -305,7 +232,7 @@ class Reading(Browser):
         self.key("Right", "F2")
         self.reader.wait_for("push button", "Rename")
         self.key("ctrl+a")
-        self.desktop.xdo("type", "--delay", "20", "renamed")
+        self.type("renamed")
         self.key("Return")
         wait_until(lambda: (images / "renamed.png").exists(), 10, "the new name")
         self.reader.wait_for("", "Renamed to “renamed”")
@@ -331,10 +258,4 @@ class Reading(Browser):
 
 
 if __name__ == "__main__":
-    try:
-        require("Xvfb", "xdotool", "xclip")
-        interpreter()
-    except Missing as missing:
-        print(f"skipped: {missing}")
-        sys.exit(SKIPPED)
-    unittest.main(argv=[sys.argv[0], *sys.argv[2:]], verbosity=2)
+    run_tests("xclip", arguments=sys.argv[2:], reader=True)

@@ -3,17 +3,14 @@
 // told the X server, before the toolkit makes its own of them. With --keep FOLDER the data of each format is written
 // there, named by its place among the formats. Ends after --count drops or --timeout seconds.
 #include "support/desktop/AnnouncedTypes.h"
-#include "support/desktop/Report.h"
+#include "support/desktop/ToolWindow.h"
 
-#include <QCommandLineParser>
 #include <QDropEvent>
 #include <QFile>
-#include <QGuiApplication>
 #include <QJsonArray>
 #include <QMimeData>
 #include <QPainter>
 #include <QRasterWindow>
-#include <QTimer>
 
 namespace quillary::test {
 
@@ -21,8 +18,10 @@ namespace {
 
 class DropTarget : public QRasterWindow {
 public:
-    DropTarget(int count, QString keep, const AnnouncedTypes& announced)
-        : m_left(count), m_keep(std::move(keep)), m_announced(announced) {}
+    DropTarget(const QCommandLineParser& parser, const AnnouncedTypes& announced)
+        : m_left(parser.value(QStringLiteral("count")).toInt())
+        , m_keep(parser.value(QStringLiteral("keep")))
+        , m_announced(announced) {}
 
 protected:
     bool event(QEvent* event) override {
@@ -63,7 +62,7 @@ private:
              {QStringLiteral("sizes"), sizes},
              {QStringLiteral("announced"), QJsonArray::fromStringList(m_announced.types())},
              {QStringLiteral("possibleActions"), static_cast<int>(event->possibleActions().toInt())}});
-        if (--m_left == 0) QTimer::singleShot(200, qGuiApp, &QCoreApplication::quit);
+        countDown(m_left);
     }
 
     void keep(const QByteArray& bytes, int place) const {
@@ -84,21 +83,11 @@ int main(int argc, char** argv) {
     using namespace quillary::test;
     QGuiApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.addOption({QStringLiteral("place"), QString(), QStringLiteral("X,Y,W,H"), QStringLiteral("0,0,300,300")});
-    parser.addOption({QStringLiteral("count"), QString(), QStringLiteral("N"), QStringLiteral("1")});
+    addWindowOptions(parser);
     parser.addOption({QStringLiteral("keep"), QString(), QStringLiteral("FOLDER")});
-    parser.addOption({QStringLiteral("timeout"), QString(), QStringLiteral("SECONDS"), QStringLiteral("60")});
     parser.process(application);
-
     AnnouncedTypes announced;
     if (QGuiApplication::platformName() == u"xcb") application.installNativeEventFilter(&announced);
-    DropTarget window(parser.value(QStringLiteral("count")).toInt(), parser.value(QStringLiteral("keep")), announced);
-    new PointerReport(&window);
-    window.setTitle(QStringLiteral("drop_target"));
-    window.setGeometry(rectangle(parser.value(QStringLiteral("place"))));
-    window.show();
-    QTimer::singleShot(0, &window, [] { report(QStringLiteral("ready")); });
-    QTimer::singleShot(parser.value(QStringLiteral("timeout")).toInt() * 1000, &application,
-                       [] { QCoreApplication::exit(1); });
-    return QCoreApplication::exec();
+    DropTarget window(parser, announced);
+    return runWindow(window, parser, "drop_target");
 }

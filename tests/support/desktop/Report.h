@@ -6,8 +6,10 @@
 #include <QPointerEvent>
 #include <QRect>
 #include <QString>
+#include <QTimer>
 #include <QWindow>
 #include <cstdio>
+#include <utility>
 
 namespace quillary::test {
 
@@ -19,18 +21,25 @@ inline void report(const QString& event, QJsonObject details = {}) {
     std::fflush(stdout);
 }
 
-/// Reports where in its window the pointer is: {"event":"pointer","x":n,"y":n}. Under Wayland nobody else can tell.
-class PointerReport : public QObject {
+/// Reports when a window is on the screen for the first time, {"event":"ready"}, and where in it the pointer is:
+/// {"event":"pointer","x":n,"y":n}. Under Wayland nobody else can tell.
+class WindowReport : public QObject {
 public:
-    explicit PointerReport(QWindow* window) : QObject(window) { window->installEventFilter(this); }
+    explicit WindowReport(QWindow* window) : QObject(window), m_window(window) { window->installEventFilter(this); }
 
     bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Expose && m_window->isExposed() && !std::exchange(m_shown, true))
+            QTimer::singleShot(0, this, [] { report(QStringLiteral("ready")); });
         if (event->type() == QEvent::Enter || event->type() == QEvent::MouseMove) {
             const QPointF at = static_cast<QSinglePointEvent*>(event)->position();
             report(QStringLiteral("pointer"), {{QStringLiteral("x"), at.x()}, {QStringLiteral("y"), at.y()}});
         }
         return false;
     }
+
+private:
+    QWindow* m_window;
+    bool m_shown = false;
 };
 
 /// "X,Y,W,H", as --place takes it: the toolkit keeps --geometry for itself.

@@ -1,6 +1,6 @@
-#include "blocks/Clips.h"
 #include "fuzz/FuzzLibrary.h"
 #include "fuzz/Seeds.h"
+#include "samples/Clips.h"
 #include "support/TemporaryFolder.h"
 
 #include <string>

@@ -2,8 +2,8 @@
 #include "fuzz/Seeds.h"
 
 #include "fuzz/CacheEntries.h"
-#include "imaging/Fixtures.h"
-#include "media/TestMedia.h"
+#include "samples/Media.h"
+#include "samples/Pictures.h"
 #include "support/TemporaryFolder.h"
 
 #include <QGuiApplication>

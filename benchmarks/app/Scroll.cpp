@@ -1,6 +1,6 @@
 // What scrolling over many images or sounds costs the main thread, frame by frame, and what the panel occupies
 // meanwhile: bench_scroll [images|sounds] [how many]
-#include "media/TestMedia.h"
+#include "samples/Media.h"
 #include "ui/PanelStage.h"
 
 #include <QGuiApplication>

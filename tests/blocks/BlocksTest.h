@@ -4,9 +4,9 @@
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockFiles.h"
 #include "blocks/BlockSummaries.h"
-#include "blocks/Clips.h"
 #include "library/LibraryFixture.h"
 #include "platform/FileAttributes.h"
+#include "samples/Clips.h"
 
 #include <ostream>
 
@@ -29,8 +29,7 @@ class BlocksTest : public LibraryTest {
 protected:
     /// A media file of the editor's.
     fs::path media(const std::string& name, std::string_view bytes = "media") const {
-        writeFile(folder / "media" / name, bytes);
-        return folder / "media" / name;
+        return writeFile(folder / "media" / name, bytes);
     }
     ClipAsset asset(const std::string& name, const QByteArray& uid = "A1B2C3D4E5F60718293A4B5C6D7E8F90") const {
         return {.uid = uid, .file = media(name)};
@@ -58,11 +57,13 @@ protected:
         return references(QByteArray::fromStdString(readFile(block)));
     }
 
-    std::set<std::string> everything() const {
-        auto found = everythingIn(root / "Library");
-        std::erase_if(found, [&](const std::string& path) { return fs::is_directory(root / "Library" / path); });
+    /// The files below a folder.
+    static std::set<std::string> filesIn(const fs::path& shelf) {
+        auto found = everythingIn(shelf);
+        std::erase_if(found, [&](const std::string& path) { return fs::is_directory(shelf / path); });
         return found;
     }
+    std::set<std::string> everything() const { return filesIn(root / "Library"); }
 
     ArrangementStore store{storage};
     const fs::path blocks = root / "Library/Blocks";

@@ -20,21 +20,16 @@ using testing::IsEmpty;
 constexpr auto largest = std::numeric_limits<std::int64_t>::max();
 
 TEST(RationalTest, CalculatesExactlyOrNotAtAll) {
-    const std::pair<const char*, std::optional<Rational>> times[] = {
+    const std::pair<const char*, Rational> times[] = {
         {"1001/30000s", Rational(1001, 30000)},
         {" 5s ", Rational(5)},
         {"-3/6s", Rational(-1, 2)},
         {"2.50s", Rational(5, 2)},
         {"0/7s", Rational(0)},
-        {"1/0s", std::nullopt},
-        {"5", std::nullopt},
-        {"s", std::nullopt},
-        {"1/2/3s", std::nullopt},
-        {"1.s", std::nullopt},
-        {"1.-5s", std::nullopt},
-        {"99999999999999999999s", std::nullopt},
     };
     for (const auto& [text, expected] : times) EXPECT_EQ(Rational::ofTime(text), expected) << text;
+    for (const char* none : {"1/0s", "5", "s", "1/2/3s", "1.s", "1.-5s", "99999999999999999999s"})
+        EXPECT_EQ(Rational::ofTime(none), std::nullopt) << none;
 
     const Rational frame(1001, 30000);
     Rational sum;

@@ -29,22 +29,14 @@ TEST(FCPXMLPasteboard, TestsOnlyTheFirst512Bytes) {
 }
 
 TEST(FCPXMLPasteboard, TakesTheFirstTypeThatPasses) {
-    FakePasteboard both;
-    both.put(u"public.utf8-plain-text"_s, document + "<!-- text -->");
-    both.put(u"com.apple.finalcutpro.xml.v1-12"_s, document);
-    EXPECT_EQ(FCPXMLPasteboard::xml(both), document);
-
-    FakePasteboard broken;
-    broken.put(FCPXMLPasteboard::primary, "not a document");
-    broken.put(u"com.apple.finalcutpro.xml.v1-13"_s, document);
-    EXPECT_EQ(FCPXMLPasteboard::xml(broken), document);
-
-    FakePasteboard text;
-    text.put(u"text/plain;charset=utf-8"_s, document);
-    EXPECT_EQ(FCPXMLPasteboard::xml(text), document);
-
-    FakePasteboard none;
-    none.put(u"text/plain;charset=utf-8"_s, "a note");
+    const QString text = u"text/plain;charset=utf-8"_s;
+    FakePasteboard both{{u"public.utf8-plain-text"_s, document + "<!-- text -->"},
+                        {u"com.apple.finalcutpro.xml.v1-12"_s, document}};
+    FakePasteboard broken{{FCPXMLPasteboard::primary, "not a document"},
+                          {u"com.apple.finalcutpro.xml.v1-13"_s, document}};
+    FakePasteboard plain{{text, document}};
+    FakePasteboard none{{text, "a note"}};
+    for (FakePasteboard* board : {&both, &broken, &plain}) EXPECT_EQ(FCPXMLPasteboard::xml(*board), document);
     EXPECT_EQ(FCPXMLPasteboard::xml(none), std::nullopt);
 }
 

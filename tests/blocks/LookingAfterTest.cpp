@@ -14,12 +14,7 @@ protected:
         }
         return saved->url;
     }
-    /// The files below the shelf.
-    std::set<std::string> shelf() const {
-        auto found = everythingIn(blocks);
-        std::erase_if(found, [&](const std::string& path) { return fs::is_directory(blocks / path); });
-        return found;
-    }
+    std::set<std::string> shelf() const { return filesIn(blocks); }
     using Files = std::set<std::string>;
 };
 

@@ -52,24 +52,14 @@ TEST_F(SummaryTest, ReadsTimes) {
         {"3003/30000s", 0.1001},
         {"0s", 0},
         {"5s", 5},
-        {"5", 0},
-        {"", 0},
-        {"s", 0},
-        {"1/0s", 0},
-        {"x/2s", 0},
-        {"2/xs", 0},
-        {"1/2/3s", 0},
         {"-3/2s", -1.5},
         {"2.5s", 2.5},
-        {"nans", 0},
-        {"1e999s", 0},
-        {"infs", 0},
-        {"5 s ", 0},
-        {"1/2", 0},
         {"100100/24000s", 100100.0 / 24000},
         {"9223372036854775807/9223372036854775807s", 1},
     };
     for (const auto& [text, expected] : times) EXPECT_DOUBLE_EQ(ArrangementStore::seconds(text), expected) << text;
+    for (const char* none : {"5", "", "s", "1/0s", "x/2s", "2/xs", "1/2/3s", "nans", "1e999s", "infs", "5 s ", "1/2"})
+        EXPECT_EQ(ArrangementStore::seconds(none), 0) << none;
     const QByteArray media = "<media id='m'><sequence duration='7s'><spine/></sequence></media>";
     EXPECT_DOUBLE_EQ(summaryOf(fcpxml(13, media, "<ref-clip ref='m' duration='2s'/>")).seconds, 2);
     EXPECT_DOUBLE_EQ(summaryOf(fcpxml(13, media, "<ref-clip ref='m'/>")).seconds, 7);
@@ -89,7 +79,7 @@ TEST_F(SummaryTest, KnowsTheMarkedFamilyOfEffects) {
 
 TEST_F(SummaryTest, ListsBlocksAndReadsOnlyWhatChanged) {
     const auto put = [&](const char* file, const QByteArray& xml, int date) {
-        writeFile(blocks / file, std::string_view(xml.data(), static_cast<std::size_t>(xml.size())));
+        writeFile(blocks / file, xml);
         setDate(blocks / file, date);
     };
     put("old.fcpxml", "<fcpxml><clip name='old'/></fcpxml>", 1000);

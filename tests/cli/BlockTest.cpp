@@ -1,5 +1,5 @@
-#include "blocks/Clips.h"
 #include "cli/ProgramTest.h"
+#include "samples/Clips.h"
 
 namespace quillary::test {
 
@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 class BlockTest : public ProgramTest {
 protected:
     QString document(const char* name, const QByteArray& xml) const {
-        writeFile(m_folder / name, std::string_view(xml.data(), static_cast<std::size_t>(xml.size())));
+        writeFile(m_folder / name, xml);
         return in(name);
     }
     QString rich() const { return document("Opening.fcpxml", richCompound(m_folder / "media")); }

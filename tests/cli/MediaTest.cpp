@@ -1,5 +1,5 @@
+#include "samples/Media.h"
 #include "cli/ProgramTest.h"
-#include "media/TestMedia.h"
 
 namespace quillary::test {
 

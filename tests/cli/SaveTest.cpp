@@ -42,6 +42,7 @@ TEST_F(SaveTest, FilesAMixedBatch) {
     writeFile(m_folder / "boing.wav", "sound");
     writeFile(m_folder / "notes.txt", "text");
     writeFile(m_folder / "broken.png", "no picture");
+    writeFile(m_folder / ".hidden.png", "x");
     const QJsonObject result = save({one, picture("two.png", Qt::blue, {9, 9}), in("clip.mp4"), in("boing.wav"),
                                      in("notes.txt"), in("broken.png"), in("none.png")},
                                     1);

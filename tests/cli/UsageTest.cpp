@@ -64,8 +64,11 @@ TEST_F(UsageTest, WordsThatLookOddAreTakenAsTheyAre) {
     EXPECT_TRUE(file.endsWith("/[a,b].png"_L1));
     picture("[x]/deep.png");
     EXPECT_EQ(json({u"save"_s, u"[x]"_s}).object()["saved"_L1].toArray().size(), 1);
-    const Ended renamed = json({u"rename"_s, file, u"[c,d]"_s});
-    EXPECT_TRUE(column(renamed.array(), "path").at(0).endsWith("/[c,d].png"_L1));
+    QString renamed = file;
+    for (const char* name : {"[c,d]", "-5", "a\nb"}) {
+        renamed = column(json({u"rename"_s, renamed, QLatin1StringView(name)}).array(), "path").value(0);
+        EXPECT_TRUE(renamed.endsWith(QLatin1StringView(name).toString().replace(u'\n', u'-') + u".png"_s)) << name;
+    }
     picture("-dash.png");
     EXPECT_EQ(run({u"save"_s, u"--"_s, u"-dash.png"_s}).status, 0);
 }

@@ -1,6 +1,6 @@
 #include "imaging/BitmapDecoder.h"
 
-#include "imaging/Fixtures.h"
+#include "samples/Pictures.h"
 
 #include <QColorSpace>
 #include <QImageWriter>
@@ -123,12 +123,6 @@ TEST(BitmapDecoder, SurvivesBombs) {
         EXPECT_EQ(read->size(), QSize(2, 2));
     }
     EXPECT_LT(std::clock() - start, 8 * CLOCKS_PER_SEC);
-}
-
-TEST(BitmapDecoder, StopsOnRequest) {
-    std::stop_source source;
-    source.request_stop();
-    EXPECT_FALSE(BitmapDecoder::decode(test::encoded(test::colourful(64, 64), "PNG"), source.get_token()));
 }
 
 } // namespace

@@ -1,18 +1,16 @@
 #include "imaging/ImageIntake.h"
 
-#include "imaging/Fixtures.h"
+#include "samples/Pictures.h"
 #include "support/FakePasteboard.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace quillary {
 
 namespace {
 
 using test::FakePasteboard;
-using Kind = ImageIntakeError::Kind;
 
 constexpr int longEdge = 512;
 
@@ -118,7 +116,7 @@ TEST(ImageIntake, TakesTheFirstThatYieldsAnImage) {
 TEST(ImageIntake, PrefersAFileOnThePasteboardAndTriesNothingElse) {
     const test::TemporaryFolder folder;
     const auto put = [&](const char* name, const QByteArray& bytes) {
-        test::writeFile(folder / name, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+        test::writeFile(folder / name, bytes);
         return QByteArray("file://" + QByteArray::fromStdString((folder / name).native()).toPercentEncoding("/"));
     };
     const QByteArray notes = put("notes.txt", "text");
@@ -165,7 +163,7 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
     };
     for (const auto& row : rows) {
         const auto file = folder / row.name;
-        test::writeFile(file, {row.bytes.constData(), static_cast<std::size_t>(row.bytes.size())});
+        test::writeFile(file, row.bytes);
         std::string expected = row.expected;
         if (const auto at = expected.find("{}"); at != std::string::npos) expected.replace(at, 2, file.native());
         const auto result = ImageIntake::read(file, longEdge);
@@ -175,18 +173,6 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
         } else {
             EXPECT_EQ(text(result.error().recoverySuggestion()), "Try a PNG, TIFF or JPEG.");
         }
-    }
-}
-
-TEST(ImageIntake, DoesNotWaitForWhatIsNoFile) {
-    const test::TemporaryFolder folder;
-    ASSERT_EQ(mkfifo((folder / "pipe.png").c_str(), 0600), 0);
-    std::filesystem::create_directory(folder / "folder.png");
-    std::filesystem::create_symlink(folder / "nowhere", folder / "dangling.svg");
-    for (const char* name : {"pipe.png", "folder.png", "dangling.svg", "absent.png"}) {
-        const auto result = ImageIntake::read(folder / name, longEdge);
-        ASSERT_FALSE(result);
-        EXPECT_EQ(result.error(), ImageIntakeError::unreadableFile(folder / name));
     }
 }
 
@@ -207,64 +193,6 @@ TEST(ImageIntake, ReadsDataOfADeclaredType) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(told(ImageIntake::read(row.data, QStringLiteral("name"), row.type, longEdge)), row.expected);
-}
-
-TEST(ImageIntake, EndsEarlyWhenStopped) {
-    std::stop_source source;
-    source.request_stop();
-    FakePasteboard pasteboard{{pngType, png(3, 2)}, {svgType, svgDocument()}};
-    EXPECT_EQ(ImageIntake::read(pasteboard, longEdge, source.get_token()).error().kind, Kind::nothingUsable);
-    EXPECT_EQ(ImageIntake::read(std::filesystem::path("/x.svg"), longEdge, source.get_token()).error().kind,
-              Kind::nothingUsable);
-}
-
-TEST(ImageIntake, SuggestsANameFromTheFirstAddress) {
-    const QByteArray sixty(60, 'n');
-    const struct {
-        QByteArray address;
-        QString expected;
-    } rows[] = {
-        {{}, QStringLiteral("Pasted Image")},
-        {"https://example.org/my%20logo.png", QStringLiteral("my logo")},
-        {"https://example.org/my%2520logo.png", QStringLiteral("my logo")},
-        {"https://example.org/a/%20logo%20.tar.gz?size=1#top", QStringLiteral("logo .tar")},
-        {"https://example.org/gr%C3%BCn.png", QStringLiteral("grün")},
-        {"https://example.org/folder/", QStringLiteral("folder")},
-        {"https://example.org/x.png", QStringLiteral("Pasted Image")},
-        {"https://example.org/123-456.png", QStringLiteral("Pasted Image")},
-        {"https://example.org/", QStringLiteral("Pasted Image")},
-        {"https://logos/logos", QStringLiteral("Pasted Image")},
-        {"https://example.org/" + sixty + ".png", QString::fromLatin1(sixty)},
-        {"https://example.org/" + sixty + "n.png", QStringLiteral("Pasted Image")},
-    };
-    for (const auto& row : rows) {
-        FakePasteboard pasteboard{{urlType, row.address}};
-        EXPECT_EQ(ImageIntake::suggestedName(pasteboard), row.expected) << row.address.toStdString();
-    }
-}
-
-TEST(ImageIntake, LabelsTypes) {
-    EXPECT_EQ(ImageIntake::shortName(jpegType), QStringLiteral("JPEG"));
-    EXPECT_EQ(ImageIntake::shortName(QStringLiteral("com.adobe.pdf")), QStringLiteral("PDF"));
-    EXPECT_EQ(ImageIntake::shortName(QStringLiteral("com.example.sketch")), QStringLiteral("SKETCH"));
-}
-
-TEST(ImageIntake, ScalesVectorsUpButNeverDown) {
-    const struct {
-        QSizeF points;
-        int edge;
-        std::optional<QSize> expected;
-    } rows[] = {
-        {{100, 50}, 2048, QSize(2048, 1024)},
-        {{5000, 100}, 2048, QSize(5000, 100)},
-        {{3, 1}, 1024, QSize(1024, 341)},
-        {{2, 1}, 4095, QSize(4095, 2048)},
-        {{1e9, 1e9}, 1024, QSize(1'000'000'000, 1'000'000'000)},
-        {{0, 5}, 1024, std::nullopt},
-        {{5, -1}, 1024, std::nullopt},
-        {{1e30, 1}, 1024, std::nullopt},
-    };
-    for (const auto& row : rows) EXPECT_EQ(ImageIntake::rasterSize(row.points, row.edge), row.expected);
 }
 
 } // namespace

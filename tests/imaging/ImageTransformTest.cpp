@@ -1,8 +1,8 @@
 #include "imaging/ImageTransform.h"
 
 #include "imaging/BitmapDecoder.h"
-#include "imaging/Fixtures.h"
 #include "platform/FileAttributes.h"
+#include "samples/Pictures.h"
 #include "support/TemporaryFolder.h"
 
 #include <QColorSpace>
@@ -20,10 +20,7 @@ using testing::HasSubstr;
 
 class ImageTransformTest : public testing::Test {
 protected:
-    fs::path file(const fs::path& name, const QByteArray& bytes) {
-        test::writeFile(folder / name, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
-        return folder / name;
-    }
+    fs::path file(const fs::path& name, const QByteArray& bytes) { return test::writeFile(folder / name, bytes); }
     static QImage seen(const fs::path& url) { return BitmapDecoder::decode(url).value_or(QImage()); }
 
     const test::TemporaryFolder folder;

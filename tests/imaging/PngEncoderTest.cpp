@@ -1,7 +1,7 @@
 #include "imaging/PngEncoder.h"
 
 #include "imaging/BitmapDecoder.h"
-#include "imaging/Fixtures.h"
+#include "samples/Pictures.h"
 
 #include <gtest/gtest.h>
 #include <random>

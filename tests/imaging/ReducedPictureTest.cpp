@@ -1,7 +1,7 @@
 #include "imaging/reduced/ReducedPicture.h"
 
 #include "imaging/BitmapDecoder.h"
-#include "imaging/Fixtures.h"
+#include "samples/Pictures.h"
 #include "support/TemporaryFolder.h"
 
 #include <QColorSpace>
@@ -120,7 +120,7 @@ TEST(ReducedPicture, IsConvertedToSrgb) {
     p3.convertToColorSpace(QColorSpace::DisplayP3);
     for (const char* format : {"JPG", "PNG"}) {
         const QByteArray bytes = test::encoded(p3, format);
-        test::writeFile(folder / "p3", {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+        test::writeFile(folder / "p3", bytes);
         const auto reduced = BitmapDecoder::thumbnail(folder / "p3", 256);
         EXPECT_EQ(reduced.picture.size(), QSize(256, 192));
         EXPECT_EQ(reduced.original, QSize(2400, 1800));

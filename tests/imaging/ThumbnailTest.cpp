@@ -1,6 +1,6 @@
 #include "imaging/Thumbnail.h"
 
-#include "imaging/Fixtures.h"
+#include "samples/Pictures.h"
 #include "support/TemporaryFolder.h"
 
 #include <chrono>
@@ -18,10 +18,7 @@ using namespace Qt::StringLiterals;
 
 class ThumbnailTest : public testing::Test {
 protected:
-    fs::path file(const fs::path& name, const QByteArray& bytes) {
-        test::writeFile(folder / name, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
-        return folder / name;
-    }
+    fs::path file(const fs::path& name, const QByteArray& bytes) { return test::writeFile(folder / name, bytes); }
     static QByteArray plain(QColor colour, int side = 300) {
         QImage image(side, side, QImage::Format_RGB32);
         image.fill(colour);

@@ -1,20 +1,12 @@
-#include "media/AudioPreview.h"
+#include "media/PreviewTest.h"
 
-#include "library/AppSettings.h"
-#include "media/TestMedia.h"
-#include "support/FakeAudioOutput.h"
-#include "support/FakeSettingsStore.h"
-#include "support/TemporaryFolder.h"
-
-#include <QTest>
-#include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace quillary {
 
 namespace {
 
 using namespace test;
-using Failure = platform::AudioOutput::Failure;
 
 TEST(AsyncSemaphoreTest, ServesInTheOrderOfArrivalAndPassesOverWhoLeft) {
     AsyncSemaphore semaphore(3);
@@ -39,29 +31,21 @@ TEST(AsyncSemaphoreTest, ServesInTheOrderOfArrivalAndPassesOverWhoLeft) {
     EXPECT_EQ(semaphore.permits(), 1);
 }
 
-class AudioPreviewTest : public testing::Test {
+class AudioPreviewTest : public PreviewTest {
 protected:
     std::filesystem::path sound(const char* name, std::int64_t frames, int rate = 8000) {
         // The sample tells where it lies.
         const Pcm pcm{.rate = rate, .channels = 1, .frames = frames};
-        writeFile(folder / name,
-                  waveFile(pcm, [](std::int64_t i, int) { return static_cast<double>(i % 30000) / 32767; }));
-        return folder / name;
+        return writeFile(folder / name,
+                         waveFile(pcm, [](std::int64_t i, int) { return static_cast<double>(i % 30000) / 32767; }));
     }
-
-    TemporaryFolder folder;
-    FakeSettingsStore store;
-    AppSettings settings{store};
-    QThreadPool pool;
-    FakeAudioOutput::Log log;
-    AudioPreview preview{{settings, pool, folder / "cache", [this] { return std::make_unique<FakeAudioOutput>(log); }}};
 };
 
 TEST_F(AudioPreviewTest, PlaysFromAFractionToTheEnd) {
     const auto file = sound("a.wav", 16000);
     preview.play(file, 0.5);
     EXPECT_TRUE(preview.isPlaying());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !preview.isPlaying(); }, 5000));
+    waitForTheEnd();
     EXPECT_EQ(log.starts, 1);
     EXPECT_EQ(log.rate, 8000);
     EXPECT_NEAR(log.firstSample, 8000, 8);
@@ -87,30 +71,22 @@ TEST_F(AudioPreviewTest, ScrubbingHearsTheLastPlace) {
 }
 
 TEST_F(AudioPreviewTest, SaysWhyItCannotPlay) {
-    const auto problemOf = [&](const std::filesystem::path& file) {
-        preview.play(file, 0);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !preview.isPlaying(); }, 5000));
-        return preview.problem().toStdString();
-    };
-    writeFile(folder / "text.wav", "nothing to hear");
-    EXPECT_EQ(problemOf(folder / "text.wav"), "The file is damaged or of an unknown kind.");
-    EXPECT_EQ(problemOf(folder / "gone.wav"), "The file couldn’t be read.");
+    const auto pipe = folder / "pipe.wav";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(problemOf(pipe), "The file couldn’t be read.");
+    EXPECT_EQ(problemOf(writeFile(folder / "text.wav", "no sound")), "The file is damaged or of an unknown kind.");
     EXPECT_EQ(problemOf(sound("none.wav", 0)), "The file holds nothing to play.");
-    log.failure = Failure::noDevice;
-    EXPECT_EQ(problemOf(sound("a.wav", 8000)), "There is no sound output.");
-    log.failure = Failure::none;
-    EXPECT_EQ(problemOf(sound("a.wav", 8000)), "");
-}
-
-TEST_F(AudioPreviewTest, KeepsTheVolume) {
-    preview.setVolume(1.4);
-    EXPECT_EQ(preview.volume(), 1);
-    preview.setVolume(-0.2);
-    EXPECT_EQ(store.value(SettingsKey::previewVolume).toDouble(), 0);
-    preview.setVolume(0.25);
-    EXPECT_EQ(store.value(SettingsKey::previewVolume).toDouble(), 0.25);
-    preview.play(sound("a.wav", 8000), 0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return log.volume == 0.25; }, 5000));
+    const auto whole = writeFile(folder / "whole.wav", waveFile({.frames = 8000}, wobblingTone(300, 44100)));
+    log.failure = platform::AudioOutput::Failure::noDevice;
+    EXPECT_EQ(problemOf(whole), "There is no sound output.");
+    log.failure = platform::AudioOutput::Failure::none;
+    EXPECT_EQ(problemOf(whole), "");
+    // Cut off while it plays: what was read is heard, and then it is over.
+    const auto growing = writeFile(folder / "a.wav", waveFile({.frames = 44100 * 30}, wobblingTone(300, 44100)));
+    preview.play(growing, 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return log.starts > 0; }, 8000));
+    std::filesystem::resize_file(growing, 44 + 44100);
+    waitForTheEnd();
 }
 
 TEST_F(AudioPreviewTest, WaveformsAreReadOnceAndSurviveARestart) {

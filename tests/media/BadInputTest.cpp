@@ -1,11 +1,7 @@
-#include "library/AppSettings.h"
-#include "media/AudioPreview.h"
 #include "media/ClipFrames.h"
 #include "media/MediaLength.h"
 #include "media/Peaks.h"
-#include "media/TestMedia.h"
-#include "support/FakeAudioOutput.h"
-#include "support/FakeSettingsStore.h"
+#include "samples/Media.h"
 #include "support/TemporaryFolder.h"
 
 #include <QElapsedTimer>
@@ -50,17 +46,13 @@ protected:
         encode(folder / name, kind);
         return folder / name;
     }
-    fs::path written(const std::string& name, const std::string& bytes) {
-        writeFile(folder / name, bytes);
-        return folder / name;
-    }
+    fs::path written(const std::string& name, const std::string& bytes) { return writeFile(folder / name, bytes); }
     /// A file that claims to be as long, its bytes zeros that take no place.
     fs::path sparse(const std::string& name, const std::string& head, std::uint64_t size) {
         writeFile(folder / name, head);
         fs::resize_file(folder / name, size);
         return folder / name;
     }
-    std::string read(const fs::path& file) { return readFile(file); }
 
     TemporaryFolder folder;
 };
@@ -86,24 +78,28 @@ TEST_F(BadInputTest, EveryFileHasItsReason) {
     };
     for (const auto& [file, length, peaks, clipLength, frame] : std::vector<Case>{
              {pipe, unreadable, unreadable, unreadable, unreadable},
+             {folder / "missing.wav", unreadable, unreadable, unreadable, unreadable},
              {folder.path(), unreadable, unreadable, unreadable, unreadable},
              {written("empty.mp3", ""), empty, empty, empty, empty},
              {written("text.m4v", std::string(100'000, 'x')), unknown, unknown, unknown, unknown},
+             // A list of other files is no sound: none of them is opened.
+             {written("list.wav", "ffconcat version 1.0\nfile flac.wav\n"), unknown, unknown, unknown, unknown},
+             {written("list.mp3", "#EXTM3U\n#EXTINF:1,\nflac.wav\n"), unknown, unknown, unknown, unknown},
              // Codecs that nobody knows.
-             {written("codec.m4a", replaced(replaced(read(m4a), "mp4a", "zzza"), "esds", "zzzz")), fine, noDecoder,
+             {written("codec.m4a", replaced(replaced(readFile(m4a), "mp4a", "zzza"), "esds", "zzzz")), fine, noDecoder,
               noVideo, noVideo},
-             {written("codec.mp4", replaced(read(mp4), "avc1", "zzz1")), noSound, noSound, fine, noDecoder},
+             {written("codec.mp4", replaced(readFile(mp4), "avc1", "zzz1")), noSound, noSound, fine, noDecoder},
              {written("codec.wav", unknownWave), fine, noDecoder, noVideo, noVideo},
              // The wrong extension, and the wrong shelf.
              {written("wave.mp4", wave), fine, fine, noVideo, noVideo},
-             {written("flac.wav", read(flac)), fine, fine, noVideo, noVideo},
-             {written("clip.wav", read(mp4)), noSound, noSound, fine, fine},
+             {written("flac.wav", readFile(flac)), fine, fine, noVideo, noVideo},
+             {written("clip.wav", readFile(mp4)), noSound, noSound, fine, fine},
              {made("cover.m4a", SoundFile{"ipod", "aac", pcm, {}, true}), fine, fine, noVideo, noVideo},
              // Cut short, with and without what is needed.
-             {written("cut.mp4", read(mp4).substr(0, 3000)), unknown, unknown, unknown, unknown},
+             {written("cut.mp4", readFile(mp4).substr(0, 3000)), unknown, unknown, unknown, unknown},
              {written("head.wav", wave.substr(0, 44)), fine, fine, noVideo, noVideo},
              {written("chip.wav", wave.substr(0, 20)), unknown, unknown, unknown, unknown},
-             {written("head.flac", read(flac).substr(0, 60)), unknown, unknown, unknown, unknown},
+             {written("head.flac", readFile(flac).substr(0, 60)), unknown, unknown, unknown, unknown},
          }) {
         const auto name = file.filename();
         EXPECT_EQ(outcome(audioLength(file)), length) << name;
@@ -158,7 +154,7 @@ TEST_F(BadInputTest, LongAndEndlessFilesCostNothingOfWhatTheyClaim) {
 }
 
 TEST_F(BadInputTest, ClaimsOfAThousandMillionSecondsAreNotBelieved) {
-    std::string bytes = read(made("a.mp4", ClipFile{"mp4", "libx264"}));
+    std::string bytes = readFile(made("a.mp4", ClipFile{"mp4", "libx264"}));
     for (const char* box : {"mvhd", "mdhd"}) bytes.replace(bytes.find(box) + 20, 4, "\x7f\xff\xff\xff", 4);
     const auto clip = written("claims.mp4", bytes);
     EXPECT_LT(videoLength(clip).value_or(-1), 100);
@@ -166,26 +162,6 @@ TEST_F(BadInputTest, ClaimsOfAThousandMillionSecondsAreNotBelieved) {
     auto frames = ClipFrames::open(clip);
     ASSERT_TRUE(frames);
     EXPECT_TRUE(frames->frame(9e8, 0.8, 0.8, 320));
-}
-
-TEST_F(BadInputTest, FramesOfUnevenLengthAreFoundByTheirTime) {
-    auto frames = ClipFrames::open(made(
-        "uneven.mp4", ClipFile{.muxer = "mp4", .encoder = "libx264", .frames = 60, .keyEvery = 10, .uneven = true}));
-    ASSERT_TRUE(frames);
-    std::vector<double> times;
-    double time = 0;
-    for (int n = 0; n < 60; ++n) {
-        times.push_back(time);
-        time += (1 + n % 3) / 25.0;
-    }
-    for (const double at : {0.0, 1.0, 2.4, 4.1}) {
-        const QImage frame = frames->frame(at, 0.8, 0.8, 320).value_or(QImage());
-        ASSERT_FALSE(frame.isNull()) << at;
-        const int grey = qGreen(frame.pixel(frame.width() - 4, frame.height() - 4));
-        const auto number = static_cast<std::size_t>(std::lround(grey * 219.0 / 255));
-        ASSERT_LT(number, times.size());
-        EXPECT_NEAR(times[number], at, 0.9) << at;
-    }
 }
 
 /// Cut, grown, rewritten and replaced while somebody reads: whatever comes of it, nothing hangs, crashes or is kept as
@@ -196,7 +172,7 @@ TEST_F(BadInputTest, FilesMayChangeWhileTheyAreRead) {
          {written("a.wav", waveFile(pcm, wobblingTone(300, 44100))), made("a.mp3", SoundFile{"mp3", "libmp3lame", pcm}),
           made("a.m4a", SoundFile{"ipod", "aac", pcm}),
           made("a.mp4", ClipFile{.muxer = "mp4", .encoder = "libx264", .frames = 100})}) {
-        const std::string whole = read(file);
+        const std::string whole = readFile(file);
         std::atomic<bool> over = false;
         std::jthread meddler([&] {
             for (unsigned round = 0; !over; ++round) {
@@ -231,31 +207,6 @@ TEST_F(BadInputTest, FilesMayChangeWhileTheyAreRead) {
         writeFile(file, whole);
         EXPECT_TRUE(file.extension() == ".mp4" ? videoLength(file).has_value() : readPeaks(file, 100).has_value());
     }
-}
-
-TEST_F(BadInputTest, PlayingSaysWhatIsWrong) {
-    FakeSettingsStore store;
-    AppSettings settings(store);
-    QThreadPool pool;
-    FakeAudioOutput::Log log;
-    AudioPreview preview({settings, pool, folder / "cache", [&] { return std::make_unique<FakeAudioOutput>(log); }});
-    const auto pipe = folder / "pipe.wav";
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const auto m4a = made("a.m4a", SoundFile{"ipod", "aac", {}});
-    for (const auto& [file, problem] :
-         {std::pair{pipe, Error::unreadable},
-          {written("codec.m4a", replaced(replaced(read(m4a), "mp4a", "zzza"), "esds", "zzzz")), Error::noDecoder},
-          {made("mute.mp4", ClipFile{"mp4", "libx264"}), Error::noAudioTrack}}) {
-        preview.play(file, 0.5);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !preview.isPlaying(); }, 8000));
-        EXPECT_EQ(preview.problem(), description(problem)) << file;
-    }
-    // Cut off while it plays: what was read is heard, and then it is over.
-    const auto growing = written("a.wav", waveFile({.frames = 44100 * 30}, wobblingTone(300, 44100)));
-    preview.play(growing, 0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return log.starts > 0; }, 8000));
-    fs::resize_file(growing, 44 + 44100);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !preview.isPlaying(); }, 20'000));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "media/ClipFrames.h"
-#include "media/TestMedia.h"
 #include "media/VideoScrubber.h"
+#include "samples/Media.h"
 #include "support/TemporaryFolder.h"
 
 #include <QCoreApplication>
@@ -49,6 +49,19 @@ TEST_F(FramesTest, LieWithinTheTolerances) {
             EXPECT_NEAR(numberOf(*frame) / 25.0, at, 0.8 + 0.1) << name;
         }
         EXPECT_TRUE(frames->frame(1e9, 0.8, 0.8, 320)) << name;
+    }
+}
+
+TEST_F(FramesTest, OfUnevenLengthAreFoundByTheirTime) {
+    auto frames = media::ClipFrames::open(
+        clip("uneven.mp4", {.muxer = "mp4", .encoder = "libx264", .frames = 60, .keyEvery = 10, .uneven = true}));
+    ASSERT_TRUE(frames);
+    std::vector<double> times{0};
+    for (int n = 0; n < 59; ++n) times.push_back(times.back() + (1 + n % 3) / 25.0);
+    for (const double at : {0.0, 1.0, 2.4, 4.1}) {
+        const auto frame = frames->frame(at, 0.8, 0.8, 320);
+        ASSERT_TRUE(frame) << at;
+        EXPECT_NEAR(times.at(static_cast<std::size_t>(numberOf(*frame))), at, 0.9) << at;
     }
 }
 
@@ -146,16 +159,6 @@ TEST_F(FramesTest, ScrubbingMakesOneFrameOfAFileAtATime) {
     pool.waitForDone();
     QCoreApplication::processEvents();
     EXPECT_EQ(last.size(), QSize(100, 200));
-}
-
-TEST_F(FramesTest, AreMissingWhereThereIsNoPicture) {
-    encode(folder / "cover.mp3", SoundFile{"mp3", "libmp3lame", {}, {}, true}, wobblingTone(300, 44100));
-    writeFile(folder / "empty.mp4", "");
-    EXPECT_EQ(media::ClipFrames::open(folder / "cover.mp3").error(), media::MediaError::noVideoTrack);
-    EXPECT_EQ(media::ClipFrames::open(folder / "empty.mp4").error(), media::MediaError::empty);
-    const auto cut = clip("cut.mp4", {.muxer = "mp4", .encoder = "libx264"});
-    std::filesystem::resize_file(cut, std::filesystem::file_size(cut) / 2);
-    EXPECT_TRUE(media::clipThumbnail(cut, 512).isNull());
 }
 
 } // namespace

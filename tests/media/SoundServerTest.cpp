@@ -1,13 +1,7 @@
-#include "library/AppSettings.h"
-#include "media/AudioPreview.h"
-#include "media/TestMedia.h"
-#include "support/FakeSettingsStore.h"
-#include "support/TemporaryFolder.h"
+#include "media/PreviewTest.h"
 
 #include <QProcess>
-#include <QTest>
 #include <cmath>
-#include <gtest/gtest.h>
 #include <numbers>
 
 namespace quillary {
@@ -38,8 +32,9 @@ struct Heard {
 };
 
 /// A sound server of the test's own, with two sinks that nobody hears.
-class SoundServerTest : public testing::Test {
+class SoundServerTest : public PreviewTest {
 protected:
+    SoundServerTest() : PreviewTest(platform::systemAudioOutput) {}
     static void SetUpTestSuite() {
         s_folder = new TemporaryFolder;
         const QString folder = QString::fromStdString(s_folder->path().string());
@@ -108,7 +103,7 @@ protected:
         for (int i = 0; i < attempts && best.seconds() < expected - 0.005; ++i) {
             QProcess* const process = recorder(u"first"_s);
             preview.play(file, fraction);
-            EXPECT_TRUE(QTest::qWaitFor([&] { return !preview.isPlaying(); }, 20000));
+            waitForTheEnd();
             EXPECT_EQ(preview.problem(), QString());
             Heard heard = heardBy(process);
             if (heard.seconds() > best.seconds()) best = std::move(heard);
@@ -118,11 +113,6 @@ protected:
 
     static inline TemporaryFolder* s_folder = nullptr;
     static inline QProcess* s_server = nullptr;
-    TemporaryFolder folder;
-    FakeSettingsStore store;
-    AppSettings settings{store};
-    QThreadPool pool;
-    AudioPreview preview{{settings, pool, folder / "cache", platform::systemAudioOutput}};
 };
 
 TEST_F(SoundServerTest, ATonePlaysWholeAtItsPitchAndVolume) {
@@ -156,7 +146,7 @@ TEST_F(SoundServerTest, ThePlaybackFollowsTheDefaultOutput) {
     preview.play(file, 0);
     ASSERT_TRUE(QTest::qWaitFor([&] { return preview.progress() > 0.3; }, 10000));
     ASSERT_TRUE(tell({u"set-default-sink"_s, u"second"_s}));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !preview.isPlaying(); }, 10000));
+    waitForTheEnd();
     EXPECT_EQ(preview.problem(), QString());
     const Heard heard = heardBy(second);
     EXPECT_GT(heard.seconds(), 1);

@@ -1,5 +1,5 @@
 #include "base/FileUrl.h"
-#include "blocks/Clips.h"
+#include "samples/Clips.h"
 #include "blocks/FCPXMLPasteboard.h"
 #include "drag/DragRequest.h"
 #include "panel/PanelModelFixture.h"

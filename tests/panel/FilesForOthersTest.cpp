@@ -1,6 +1,6 @@
 #include "PanelModelFixture.h"
 
-#include "blocks/Clips.h"
+#include "samples/Clips.h"
 #include "imaging/BitmapDecoder.h"
 #include "imaging/PngEncoder.h"
 #include "platform/FileAttributes.h"

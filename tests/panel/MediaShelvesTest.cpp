@@ -1,5 +1,5 @@
 #include "PanelModelFixture.h"
-#include "media/TestMedia.h"
+#include "samples/Media.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

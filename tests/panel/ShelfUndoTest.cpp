@@ -1,7 +1,7 @@
 #include "PanelModelFixture.h"
 
 #include "blocks/BlockFiles.h"
-#include "blocks/Clips.h"
+#include "samples/Clips.h"
 #include "drag/DragRequest.h"
 #include "panel/ShelfHistory.h"
 

@@ -1,7 +1,7 @@
 #include "GalleryPictures.h"
 #include "base/FileUrl.h"
 #include "blocks/ArrangementStore.h"
-#include "blocks/Clips.h"
+#include "samples/Clips.h"
 #include "support/Jam.h"
 
 #include <QDragEnterEvent>

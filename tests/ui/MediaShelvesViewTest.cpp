@@ -1,6 +1,6 @@
 #include "PanelStage.h"
 #include "media/ClipFrames.h"
-#include "media/TestMedia.h"
+#include "samples/Media.h"
 #include "support/FakeAudioOutput.h"
 
 #include <QAccessible>

@@ -1,7 +1,8 @@
-#include "blocks/Clips.h"
+#include "samples/Clips.h"
 
 #include "base/FileUrl.h"
-#include "support/TemporaryFolder.h"
+
+#include <fstream>
 
 namespace quillary::test {
 
@@ -76,8 +77,9 @@ QByteArray richCompound(const std::filesystem::path& folder, int minor) {
         <effect id="r11" name="Cross Dissolve" uid="FxPlug:4731E73A-8DAC-4113-9A30-AE85B1761265"/>
         <effect id="r12" name="gLIDEMARK Zoom" uid="~/Effects.localized/Zoom/Zoom.moef" src="file:///Effects/Zoom.moef"/>
         <!-- kept: a comment -->)";
+    std::filesystem::create_directories(folder);
     for (const ClipAsset& asset : assets) {
-        writeFile(asset.file, "media of " + asset.file.filename().native());
+        std::ofstream(asset.file) << "media of " << asset.file.filename().native();
         resources += "\n        " + assetElement(asset, minor);
     }
     resources += R"(<media id="r20" name="Angles"><multicam format="r1" tcStart="0s"><mc-angle name="A" angleID="a1">

@@ -24,8 +24,6 @@ struct Pcm {
 };
 /// A WAV file of linear samples, without help of any library.
 std::string waveFile(const Pcm& pcm, const Sound& sound);
-/// The samples of a 16-bit WAV file of that kind.
-std::vector<std::int16_t> waveSamples(const Pcm& pcm, const Sound& sound);
 
 /// Encodes a sound. The muxer is named as libavformat names it, the encoder likewise.
 struct SoundFile {

@@ -1,4 +1,4 @@
-#include "imaging/Fixtures.h"
+#include "samples/Pictures.h"
 
 #include <QBuffer>
 #include <QPainter>

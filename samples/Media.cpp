@@ -1,4 +1,4 @@
-#include "media/TestMedia.h"
+#include "samples/Media.h"
 
 #include <cmath>
 #include <cstring>
@@ -11,6 +11,7 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/display.h>
 #include <libavutil/opt.h>
 #include <libavutil/pixdesc.h>
 #include <libswresample/swresample.h>
@@ -98,6 +99,9 @@ void put(AVFrame& frame, int i, int c, double value) {
     std::uint8_t* const plane = frame.extended_data[planar ? c : 0];
     const int at = planar ? i : i * frame.ch_layout.nb_channels + c;
     switch (av_get_packed_sample_fmt(format)) {
+    case AV_SAMPLE_FMT_U8:
+        plane[at] = static_cast<std::uint8_t>(std::lround(clipped(value) * 127) + 128);
+        break;
     case AV_SAMPLE_FMT_S16:
         reinterpret_cast<std::int16_t*>(plane)[at] = static_cast<std::int16_t>(std::lround(clipped(value) * 32767));
         break;
@@ -126,14 +130,6 @@ Sound wobblingTone(double hertz, int rate) {
     };
 }
 
-std::vector<std::int16_t> waveSamples(const Pcm& pcm, const Sound& sound) {
-    std::vector<std::int16_t> samples;
-    for (std::int64_t i = 0; i < pcm.frames; ++i)
-        for (int c = 0; c < pcm.channels; ++c)
-            samples.push_back(static_cast<std::int16_t>(std::lround(clipped(sound(i, c)) * 32767)));
-    return samples;
-}
-
 std::string waveFile(const Pcm& pcm, const Sound& sound) {
     std::string data;
     for (std::int64_t i = 0; i < pcm.frames; ++i) {
@@ -144,8 +140,6 @@ std::string waveFile(const Pcm& pcm, const Sound& sound) {
                 std::uint32_t bits = 0;
                 std::memcpy(&bits, &number, sizeof bits);
                 little(data, bits, 4);
-            } else if (pcm.bits == 8) {
-                little(data, static_cast<std::uint64_t>(std::lround(value * 127) + 128), 1);
             } else {
                 little(data, static_cast<std::uint64_t>(std::llround(value * (std::pow(2, pcm.bits - 1) - 1))),
                        pcm.bits / 8);
@@ -232,18 +226,7 @@ void encode(const std::filesystem::path& file, const ClipFile& kind) {
     if (kind.turn != 0) {
         auto* const matrix = reinterpret_cast<std::int32_t*>(
             av_stream_new_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, 9 * sizeof(std::int32_t)));
-        const double angle = kind.turn * std::numbers::pi / 180;
-        const auto fixed = [](double value) { return static_cast<std::int32_t>(std::lround(value * 65536)); };
-        const std::int32_t entries[9] = {fixed(std::cos(angle)),
-                                         fixed(std::sin(angle)),
-                                         0,
-                                         fixed(-std::sin(angle)),
-                                         fixed(std::cos(angle)),
-                                         0,
-                                         0,
-                                         0,
-                                         1 << 30};
-        std::memcpy(matrix, entries, sizeof entries);
+        av_display_rotation_set(matrix, kind.turn);
     }
     muxer.begin();
     std::int64_t time = 0;

@@ -1,4 +1,5 @@
-#include "PanelModelFixture.h"
+#include "panel/PanelModelFixture.h"
+#include "samples/Clips.h"
 #include "samples/Media.h"
 
 #include <QJsonDocument>
@@ -17,14 +18,12 @@ protected:
         model->setLibraryKind(PanelModel::LibraryKind::audio);
     }
 
-    AudioShelf& audio() { return *model->audioShelf(); }
     VideoShelf& videos() { return *model->videoShelf(); }
     fs::path shelf(const char* name) { return root() / "Library" / name; }
 
     fs::path sound(const fs::path& file, double seconds) {
         const auto frames = static_cast<std::int64_t>(seconds * 8000);
-        writeFile(file, waveFile({.rate = 8000, .channels = 1, .frames = frames}, wobblingTone(200, 8000)));
-        return file;
+        return writeFile(file, waveFile({.rate = 8000, .channels = 1, .frames = frames}, wobblingTone(200, 8000)));
     }
     void drop(const std::vector<fs::path>& files) {
         std::vector<platform::ItemProvider> items;
@@ -81,8 +80,7 @@ TEST_F(MediaShelvesTest, SoundsAreSortedByLengthUnknownOnesLast) {
     audio().setSearch(QStringLiteral("O"));
     EXPECT_EQ(names(), "broken one two ");
 
-    const QString url = QString::fromLatin1(fileUrl(shelf("Audio") / "one.wav"));
-    audio().rename(url, QStringLiteral("eno"));
+    audio().rename(urlOf(shelf("Audio") / "one.wav"), QStringLiteral("eno"));
     ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Renamed to “eno”"; }));
     EXPECT_EQ(audio().audioDurations().at(shelf("Audio") / "eno.wav"), 1);
 }
@@ -125,32 +123,25 @@ TEST_F(MediaShelvesTest, DropsAddWhatIsOfTheShelfsKind) {
 }
 
 TEST_F(MediaShelvesTest, ASingleClipIsReducedToItsFile) {
+    const auto dropClip = [this](const fs::path& media) {
+        platform::ItemProvider clip;
+        clip.registerData(QStringLiteral("com.apple.finalcutpro.xml"), singleClip({.file = media}));
+        model->handleDrop({clip});
+    };
     const fs::path media = sound(folder / "Wind & rain.wav", 1);
-    const QByteArray xml = "<?xml version=\"1.0\"?><!DOCTYPE fcpxml><fcpxml version=\"1.10\"><resources>"
-                           "<asset id=\"r1\" name=\"Wind\" uid=\"A1\" start=\"0s\" duration=\"1s\" hasAudio=\"1\">"
-                           "<media-rep kind=\"original-media\" src=\"" +
-                           fileUrl(media).replace("&", "&amp;") +
-                           "\"/></asset></resources><asset-clip ref=\"r1\" name=\"Wind\" duration=\"1s\"/></fcpxml>";
-    platform::ItemProvider clip;
-    clip.registerData(QStringLiteral("com.apple.finalcutpro.xml"), xml);
-    model->handleDrop({clip});
-    ASSERT_TRUE(comesTrue([&] { return audio().note().has_value(); }));
-    EXPECT_EQ(note(audio()).toStdString(), "Added 1 sound");
+    dropClip(media);
     ASSERT_TRUE(comesTrue([&] { return audio().count() == 1; }));
+    EXPECT_EQ(note(audio()).toStdString(), "Added 1 sound");
     EXPECT_EQ(readFile(audio().audio().front().url), readFile(media));
 
     // Of another kind it is refused, and stored nowhere.
     writeFile(folder / "clip.mov", "frames");
-    const QByteArray film = QByteArray(xml).replace(fileUrl(media).replace("&", "&amp;"), fileUrl(folder / "clip.mov"));
-    platform::ItemProvider wrong;
-    wrong.registerData(QStringLiteral("com.apple.finalcutpro.xml"), film);
-    model->handleDrop({wrong});
+    dropClip(folder / "clip.mov");
     ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Those aren’t audio files"; }));
     EXPECT_FALSE(fs::exists(shelf("Videos") / "clip.mov"));
-    EXPECT_EQ(model->tab(), PanelModel::Tab::library);
     EXPECT_EQ(model->libraryKind(), PanelModel::LibraryKind::audio);
     // A document as a file is no sound either.
-    writeFile(folder / "clip.fcpxml", film.toStdString());
+    writeFile(folder / "clip.fcpxml", singleClip({.file = folder / "clip.mov"}).toStdString());
     drop({folder / "clip.fcpxml"});
     settle();
     EXPECT_EQ(note(audio()), u"Those aren’t audio files");

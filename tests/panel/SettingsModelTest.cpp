@@ -1,8 +1,6 @@
 #include "panel/SettingsModel.h"
 #include "PanelModelFixture.h"
 
-#include <QSignalSpy>
-
 namespace quillary::test {
 
 namespace {
@@ -54,42 +52,6 @@ TEST_F(SettingsModelTest, ReadsAfreshWhatOthersStore) {
     EXPECT_EQ(sheet().vectorLongEdge(), 256);
     sheet().setVectorLongEdge(1024);
     EXPECT_EQ(settings.vectorLongEdge(), 1024);
-    sheet().setOpenOnLibrary(true);
-    EXPECT_TRUE(settings.openOnLibrary());
-    make();
-    EXPECT_EQ(model->tab(), PanelModel::Tab::library);
-}
-
-TEST_F(SettingsModelTest, TheDefaultLocationTakesTheChosenFoldersPlace) {
-    std::filesystem::create_directories(folder / "drive");
-    Storage chosen(store, bookmarks, desktop);
-    chosen.setCustomRoot(folder / "drive");
-    std::filesystem::create_directories(chosen.defaultRoot() / "Library" / "Images");
-    EXPECT_TRUE(picture(4, 4).save(
-        QString::fromStdString((chosen.defaultRoot() / "Library" / "Images" / "at home.png").string())));
-    PanelModel panel({chosen, settings, builtIns, clipboard, chooser, fileManager, work, saves});
-    SettingsModel& location = *panel.settings();
-    panel.refreshShelves();
-    ASSERT_TRUE(comesTrue([&] { return panel.imagesShelf()->loaded(); }));
-    EXPECT_TRUE(panel.imagesShelf()->library().empty());
-
-    location.refresh();
-    EXPECT_TRUE(location.hasChosenFolder());
-    EXPECT_FALSE(location.chosenFolderUnavailable());
-    EXPECT_TRUE(location.libraryPath().endsWith(QStringLiteral("drive/Quillary")));
-
-    std::filesystem::rename(folder / "drive", folder / "unplugged");
-    location.refresh();
-    EXPECT_TRUE(location.hasChosenFolder());
-    EXPECT_TRUE(location.chosenFolderUnavailable());
-
-    location.useDefaultLocation();
-    EXPECT_FALSE(location.hasChosenFolder());
-    EXPECT_FALSE(location.chosenFolderUnavailable());
-    EXPECT_FALSE(location.libraryPath().contains(QStringLiteral("drive")));
-    EXPECT_TRUE(comesTrue([&] { return panel.imagesShelf()->library().size() == 1; }));
-    saves.waitForDone();
-    work.waitForDone();
 }
 
 } // namespace

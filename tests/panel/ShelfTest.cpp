@@ -1,8 +1,6 @@
 #include "panel/ListingCache.h"
 #include "panel/PanelModelFixture.h"
 
-#include <QSignalSpy>
-
 namespace quillary::test {
 
 namespace fs = std::filesystem;
@@ -12,22 +10,17 @@ class ShelfTest : public PanelModelTest {
 protected:
     /// A sound on its shelf.
     void sound(const std::string& name) { writeFile(root() / "Library/Audio" / name, "sound"); }
-    void list(Shelf& shelf) {
-        shelf.refresh();
-        settle();
-    }
     static std::vector<std::string> names(const Shelf& shelf) {
         std::vector<std::string> found;
         for (const LibraryItem& item : shelf.visible()) found.emplace_back(item.url.nameStem());
         return found;
     }
-    static QString urlOf(const Shelf& shelf, const std::string& stem) {
+    static QString urlIn(const Shelf& shelf, const std::string& stem) {
         for (const LibraryItem& item : shelf.visible())
-            if (item.url.nameStem() == stem) return url(item);
+            if (item.url.nameStem() == stem) return urlOf(item.url);
         return {};
     }
     static std::string numbered(std::size_t i) { return "Frame " + std::to_string(i) + ".png"; }
-    AudioShelf& audio() { return *model->audioShelf(); }
 };
 
 using Names = std::vector<std::string>;
@@ -48,11 +41,11 @@ TEST_F(ShelfTest, EveryShelfIsNarrowedAndLookedAfterAlike) {
     settle();
     EXPECT_EQ(audio().selection()->count(), 3) << "what moved stays selected";
     EXPECT_EQ(audio().counts().value(u"Wind"_s), 3);
-    audio().remove({urlOf(audio(), "Heavy"), u"file:///elsewhere.wav"_s});
+    audio().remove({urlIn(audio(), "Heavy"), u"file:///elsewhere.wav"_s});
     settle();
     EXPECT_EQ(names(audio()), (Names{"Whoosh 2", "Whoosh 10"}));
     fs::remove(root() / "Library/Audio/Wind/Strong/Whoosh 2.wav");
-    const QString gone = urlOf(audio(), "Whoosh 2");
+    const QString gone = urlIn(audio(), "Whoosh 2");
     audio().rename(gone, u"x"_s);
     settle();
     EXPECT_TRUE(audio().note().value_or(QString()).startsWith(u"Could not move Whoosh 2.wav"_s)) << "two panels";
@@ -60,10 +53,10 @@ TEST_F(ShelfTest, EveryShelfIsNarrowedAndLookedAfterAlike) {
 
 TEST_F(ShelfTest, AFavoriteIsOneOnEveryShelf) {
     sound("Rain.wav");
-    file("library/Quillary/Library/Images/a.png", picture(2, 2));
+    shelved("a.png");
     model->refreshShelves();
     settle();
-    audio().toggleFavorite(urlOf(audio(), "Rain"));
+    audio().toggleFavorite(urlIn(audio(), "Rain"));
     model->favorites()->setOnly(true);
     EXPECT_EQ(names(audio()), Names{"Rain"});
     EXPECT_EQ(names(images()), Names{});
@@ -74,12 +67,12 @@ TEST_F(ShelfTest, AFavoriteIsOneOnEveryShelf) {
 }
 
 TEST_F(ShelfTest, AnEmptyCollectionStaysSelectedUntilThePanelListsAgain) {
-    file("library/Quillary/Library/Images/a.png", picture(2, 2));
+    shelved("a.png");
     list(images());
     images().createCollection(u"New"_s);
     settle();
     ASSERT_EQ(images().placePath(), u"New"_s);
-    file("library/Quillary/Library/Images/b.png", picture(2, 2));
+    shelved("b.png");
     ASSERT_TRUE(comesTrue([&] { return images().count() == 2; })) << "what others add shows by itself";
     EXPECT_EQ(images().placePath(), u"New"_s) << "a change on disk takes no selection away";
     images().refresh();
@@ -93,25 +86,29 @@ TEST_F(ShelfTest, AnEmptyCollectionStaysSelectedUntilThePanelListsAgain) {
     ASSERT_TRUE(comesTrue([&] { return images().place() == Shelf::Place::All; })) << "a folder vanishes while shown";
 }
 
-TEST_F(ShelfTest, RecentAndTheBuiltInSetsArePlacesOfTheImages) {
+TEST_F(ShelfTest, TheImagesHavePlacesOfTheirOwn) {
     writeFile(folder / "BuiltIn/Arrows/Arrow.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>");
     file("library/Quillary/Recent/dragged.png", picture(2, 2));
+    shelved("top.png");
+    shelved("A/B/deep.png");
     model->refreshShelves();
     settle();
-    images().pick(Shelf::Place::Collection, u"Logos"_s);
+    images().pick(Shelf::Place::Unfiled, {});
+    EXPECT_EQ(names(images()), Names{"top"});
+    images().pick(Shelf::Place::Collection, u"A"_s);
+    EXPECT_EQ(names(images()), Names{"deep"});
     images().pick(Shelf::Place::Recent, {});
     EXPECT_EQ(names(images()), Names{"dragged"});
     EXPECT_EQ(images().collectionFilter().collection(), std::nullopt) << "drops go to the top of the shelf";
     images().setSearch(u"zebra"_s);
     EXPECT_EQ(names(images()), Names{});
     images().setSearch({});
-    const QString dragged = urlOf(images(), "dragged");
+    const QString dragged = urlIn(images(), "dragged");
     fs::remove(root() / "Recent/dragged.png");
     EXPECT_EQ(images().dragFileUrl(dragged), QString());
     EXPECT_EQ(images().note(), u"“dragged” is no longer there."_s);
     images().pick(Shelf::Place::BuiltIn, u"Arrows"_s);
     EXPECT_EQ(names(images()), Names{"Arrow"});
-    EXPECT_EQ(images().place(), Shelf::Place::BuiltIn);
 }
 
 TEST_F(ShelfTest, ShowsWhateverNamesFilesHave) {
@@ -121,13 +118,13 @@ TEST_F(ShelfTest, ShowsWhateverNamesFilesHave) {
     std::error_code tooDeep;
     fs::create_directories(deep, tooDeep);
     for (const char* name : {"line\nbreak", "emoji 🎬", "עברית", "cafe\u0301", "no \xff text"})
-        file(std::string("library/Quillary/Library/Images/A/") + name + ".png", picture(2, 2));
+        shelved(std::string("A/") + name + ".png");
     fs::create_directory_symlink(shelf, shelf / "A/loop");
     list(images());
     EXPECT_EQ(images().count(), 5);
     EXPECT_EQ(images().collectionFolders().contains(u"A / loop"_s), false);
     for (const LibraryItem& item : images().visible()) {
-        const auto dragged = pathOfFileUrl(images().dragFileUrl(url(item)).toLatin1());
+        const auto dragged = pathOfFileUrl(images().dragFileUrl(urlOf(item.url)).toLatin1());
         EXPECT_EQ(dragged, item.url.path());
     }
     images().selection()->selectAll();
@@ -138,7 +135,7 @@ TEST_F(ShelfTest, ShowsWhateverNamesFilesHave) {
 
 TEST_F(ShelfTest, ALargeShelfStandsAtOnceAtTheNextStart) {
     const fs::path shelf = root() / "Library/Images";
-    const fs::path original = file("library/Quillary/Library/Images/Logos/no \xff text.png", picture(2, 2));
+    const fs::path original = shelved("Logos/no \xff text.png");
     for (std::size_t i = 0; i < ListingCache::worthwhile; ++i) fs::create_hard_link(original, shelf / numbered(i));
     list(images());
     ASSERT_EQ(images().count(), int(ListingCache::worthwhile) + 1);
@@ -160,7 +157,7 @@ TEST_F(ShelfTest, ALargeShelfStandsAtOnceAtTheNextStart) {
     EXPECT_EQ(images().collections(), QStringList{u"Renamed"_s});
     EXPECT_EQ(images().place(), Shelf::Place::All) << "a place that was only remembered is gone";
 
-    const fs::path remembered = fs::directory_iterator(folder / "cache/quillary/shelves")->path();
+    const fs::path remembered = fs::directory_iterator(desktop.cacheFolder() / "quillary/shelves")->path();
     const std::string whole = readFile(remembered);
     for (const std::size_t size : {std::size_t(0), std::size_t(9), whole.size() / 2, whole.size() - 1}) {
         writeFile(remembered, whole.substr(0, size));

@@ -1,9 +1,9 @@
 #include "PanelModelFixture.h"
 
 #include "blocks/BlockFiles.h"
-#include "samples/Clips.h"
 #include "drag/DragRequest.h"
 #include "panel/ShelfHistory.h"
+#include "samples/Clips.h"
 
 namespace quillary::test {
 
@@ -16,14 +16,6 @@ protected:
     ShelfUndoTest() { qputenv("XDG_DATA_HOME", QByteArray((folder / "data").c_str())); }
     ~ShelfUndoTest() override { qunsetenv("XDG_DATA_HOME"); }
 
-    fs::path shelved(const std::string& name, const QImage& image = picture(2, 2)) {
-        return file("library/Quillary/Library/Images/" + name, image);
-    }
-    void list(Shelf& shelf) {
-        shelf.refresh();
-        settle();
-    }
-    static QString urlOf(const fs::path& path) { return QString::fromLatin1(fileUrl(path)); }
     std::string undone(Shelf& shelf) {
         shelf.undo();
         settle();
@@ -67,7 +59,6 @@ TEST_F(ShelfUndoTest, NamesAndPlacesComeBackByteForByte) {
     images().redo();
     images().undo();
     images().undo();
-    settle();
     settle();
     EXPECT_TRUE(fs::exists(odd) && fs::exists(other));
     images().rename(urlOf(other), u"third"_s);
@@ -140,10 +131,10 @@ TEST_F(ShelfUndoTest, TheTrashGivesBack) {
 
     // A block takes its poster along.
     BlocksShelf& blocks = *model->blocksShelf();
-    ArrangementStore store(storage);
-    const auto block = store.save(richCompound(folder / "media"), u"Intro"_s, {});
+    ArrangementStore arrangements(storage);
+    const auto block = arrangements.save(richCompound(folder / "media"), u"Intro"_s, {});
     ASSERT_TRUE(block) << block.error().description().toStdString();
-    ASSERT_TRUE(store.setPoster(picture(8, 8), block->url));
+    ASSERT_TRUE(arrangements.setPoster(picture(8, 8), block->url));
     list(blocks);
     blocks.move({urlOf(block->url)}, u"Filed"_s);
     settle();

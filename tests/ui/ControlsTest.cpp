@@ -1,12 +1,9 @@
-#include "PanelStage.h"
-#include "ui/Checkerboard.h"
 #include "ui/PictureScaling.h"
 #include "ui/PictureView.h"
 #include "ui/Symbols.h"
 
 #include <QDirIterator>
 #include <QFile>
-#include <QPainter>
 #include <QRawFont>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -14,36 +11,6 @@
 namespace quillary::test {
 
 namespace {
-
-TEST(CheckerboardTest, CoversAnAreaWithWholeCells) {
-    struct {
-        QSizeF area;
-        qreal square;
-        QSize cells;
-    } const cases[] = {
-        {{10, 10}, 9, {2, 2}}, {{9, 9}, 9, {1, 1}},       {{9.5, 18}, 9, {2, 2}},
-        {{0, 0}, 9, {1, 1}},   {{360, 250}, 9, {40, 28}}, {{100, 5}, 0, {1, 1}},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Checkerboard::cells(c.area, c.square), c.cells) << c.square;
-}
-
-TEST(CheckerboardTest, TintsTheGroundAndEverySecondCell) {
-    Checkerboard board;
-    board.setSize({10, 10});
-    board.setSquare(4);
-    QImage image(10, 10, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    board.paint(&painter);
-    painter.end();
-    const int ground = 36; // 14 % of white
-    const int cell = 51;   // and 7 % of what is left
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 10; ++x) {
-            const bool even = (x / 4 + y / 4) % 2 == 0;
-            EXPECT_NEAR(qRed(image.pixel(x, y)), even ? cell : ground, 1) << x << ' ' << y;
-        }
-}
 
 TEST(PictureScalingTest, AveragesHugePicturesInBlocks) {
     using namespace PictureScaling;

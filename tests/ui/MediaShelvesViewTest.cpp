@@ -1,28 +1,17 @@
-#include "PanelStage.h"
-#include "media/ClipFrames.h"
 #include "samples/Media.h"
-#include "support/FakeAudioOutput.h"
-
-#include <QAccessible>
-#include <QTest>
-#include <gtest/gtest.h>
+#include "ui/ShownPanel.h"
 
 namespace quillary::test {
 
 namespace {
 
-class MediaShelvesViewTest : public testing::Test {
+class MediaShelvesViewTest : public ShownPanel {
 protected:
-    MediaShelvesViewTest() {
-        EXPECT_TRUE(stage.show({380, 460})) << stage.errors.toStdString();
-        stage.window.requestActivate();
-        PanelStage::comesTrue([this] { return stage.window.isActive(); }, 2'000);
-        stage.model.setTab(PanelModel::Tab::library);
-    }
-    std::filesystem::path shelf(const char* name) { return *stage.storage.root() / "Library" / name; }
+    MediaShelvesViewTest() { stage.model.setTab(PanelModel::Tab::library); }
+    std::filesystem::path shelf(const char* name) { return stage.root() / "Library" / name; }
     /// The grid of the page that is shown.
     QQuickItem* grid() {
-        for (auto* grid : stage.root->findChildren<QQuickItem*>(QStringLiteral("tiles")))
+        for (auto* grid : stage.view->findChildren<QQuickItem*>(QStringLiteral("tiles")))
             if (grid->isVisible()) return grid;
         return nullptr;
     }
@@ -53,14 +42,6 @@ protected:
     QPoint inside(QQuickItem* item, double fraction) {
         return item->mapToScene({item->width() * fraction, item->height() / 2}).toPoint();
     }
-    void press(Qt::Key key) { QTest::keyClick(&stage.window, key); }
-    template <typename Condition>
-    static bool soon(Condition condition) {
-        return PanelStage::comesTrue(condition);
-    }
-
-    FakeAudioOutput::Log log;
-    PanelStage stage{{}, [this] { return std::make_unique<FakeAudioOutput>(log); }, media::clipThumbnail};
 };
 
 class SoundRowsTest : public MediaShelvesViewTest {
@@ -75,11 +56,12 @@ protected:
         stage.model.setLibraryKind(PanelModel::LibraryKind::audio);
         audio.setAudioSort(AudioShelf::AudioSort::name);
         audio.refreshAudio();
-        EXPECT_TRUE(soon([this] { return audio.durationsRemaining() == 0 && audio.audioDurations().size() == 2; }));
+        EXPECT_TRUE(
+            comesTrue([this] { return audio.durationsRemaining() == 0 && audio.audioDurations().size() == 2; }));
         const auto read = [this](const char* name) {
             return row(QString::fromLatin1(name)) && wave(name)->property("ready").toBool();
         };
-        EXPECT_TRUE(soon([&] { return grid() && read("a") && read("b"); }));
+        EXPECT_TRUE(comesTrue([&] { return grid() && read("a") && read("b"); }));
     }
     QQuickItem* wave(const char* name) { return named(below(row(QString::fromLatin1(name))), "Waveform"); }
     int current() { return grid()->property("currentIndex").toInt(); }
@@ -92,7 +74,7 @@ TEST_F(SoundRowsTest, AreMovedInAndPlayedByKeyboard) {
     press(Qt::Key_Home);
     EXPECT_EQ(current(), 0);
     press(Qt::Key_Space);
-    ASSERT_TRUE(soon([&] { return preview.isPlaying() && preview.progress() > 0; }));
+    ASSERT_TRUE(comesTrue([&] { return preview.isPlaying() && preview.progress() > 0; }));
     EXPECT_EQ(preview.url(), shelf("Audio") / "a.wav");
     press(Qt::Key_Space);
     EXPECT_FALSE(preview.isPlaying());
@@ -100,13 +82,13 @@ TEST_F(SoundRowsTest, AreMovedInAndPlayedByKeyboard) {
     press(Qt::Key_Down);
     EXPECT_EQ(current(), 1);
     press(Qt::Key_Right);
-    ASSERT_TRUE(soon([&] { return preview.isPlaying() && preview.progress() > 0.1; }));
+    ASSERT_TRUE(comesTrue([&] { return preview.isPlaying() && preview.progress() > 0.1; }));
     EXPECT_EQ(preview.url(), shelf("Audio") / "b.wav");
     // Once more, from the beginning.
-    const int starts = log.starts;
+    const int starts = sound.starts;
     press(Qt::Key_Right);
     EXPECT_LT(preview.progress(), 0.1);
-    ASSERT_TRUE(soon([&] { return log.starts > starts && log.firstSample == 0; }));
+    ASSERT_TRUE(comesTrue([&] { return sound.starts > starts && sound.firstSample == 0; }));
     EXPECT_EQ(current(), 1);
     press(Qt::Key_Left);
     EXPECT_FALSE(preview.isPlaying());
@@ -138,7 +120,7 @@ TEST_F(SoundRowsTest, PlayWhereTheyAreClickedAndFollowTheHand) {
 
 TEST_F(SoundRowsTest, SayWhatIsWrongAndWhatTheyAre) {
     const QString damaged = QStringLiteral("The file is damaged or of an unknown kind.");
-    ASSERT_TRUE(soon([&] { return textsIn(row(QStringLiteral("broken"))).contains(damaged); }));
+    ASSERT_TRUE(comesTrue([&] { return textsIn(row(QStringLiteral("broken"))).contains(damaged); }));
     EXPECT_TRUE(textsIn(row(QStringLiteral("a"))).contains(QStringLiteral("0:30")));
     const auto spoken = [&](const char* name, QAccessible::Text what) {
         return QAccessible::queryAccessibleInterface(row(QString::fromLatin1(name)))->text(what);
@@ -147,10 +129,10 @@ TEST_F(SoundRowsTest, SayWhatIsWrongAndWhatTheyAre) {
     EXPECT_EQ(spoken("a", QAccessible::Description), u"0:30");
     EXPECT_EQ(spoken("broken", QAccessible::Description), damaged);
 
-    log.failure = platform::AudioOutput::Failure::noDevice;
+    sound.failure = platform::AudioOutput::Failure::noDevice;
     QTest::mouseClick(&stage.window, Qt::LeftButton, {}, inside(wave("b"), 0.5));
-    EXPECT_TRUE(
-        soon([&] { return textsIn(row(QStringLiteral("b"))).contains(QStringLiteral("There is no sound output.")); }));
+    EXPECT_TRUE(comesTrue(
+        [&] { return textsIn(row(QStringLiteral("b"))).contains(QStringLiteral("There is no sound output.")); }));
 }
 
 TEST_F(MediaShelvesViewTest, ClipsShowTheFrameUnderThePointer) {
@@ -159,9 +141,9 @@ TEST_F(MediaShelvesViewTest, ClipsShowTheFrameUnderThePointer) {
     VideoShelf& videos = *stage.model.videoShelf();
     stage.model.setLibraryKind(PanelModel::LibraryKind::videos);
     videos.refreshVideos();
-    ASSERT_TRUE(soon([&] { return grid() && row(QStringLiteral("clip")); }));
+    ASSERT_TRUE(comesTrue([&] { return grid() && row(QStringLiteral("clip")); }));
     auto* const tile = row(QStringLiteral("clip"));
-    ASSERT_TRUE(soon([&] { return textsIn(tile).contains(QStringLiteral("0:08")); }));
+    ASSERT_TRUE(comesTrue([&] { return textsIn(tile).contains(QStringLiteral("0:08")); }));
     EXPECT_EQ(QAccessible::queryAccessibleInterface(tile)->text(QAccessible::Description), u"0:08");
     QObject* const scrub = scrubOf(tile);
     ASSERT_TRUE(scrub);
@@ -171,17 +153,17 @@ TEST_F(MediaShelvesViewTest, ClipsShowTheFrameUnderThePointer) {
     };
     // Later frames are brighter.
     QTest::mouseMove(&stage.window, inside(tile, 0.1));
-    ASSERT_TRUE(soon([&] { return brightness() >= 0; }));
-    PanelStage::wait(200);
+    ASSERT_TRUE(comesTrue([&] { return brightness() >= 0; }));
+    wait(200);
     const int early = brightness();
     QTest::mouseMove(&stage.window, inside(tile, 0.9));
-    ASSERT_TRUE(soon([&] { return brightness() > early + 50; }));
+    ASSERT_TRUE(comesTrue([&] { return brightness() > early + 50; }));
     QTest::mouseMove(&stage.window, {5, 5});
-    ASSERT_TRUE(soon([&] { return brightness() == -1; }));
+    ASSERT_TRUE(comesTrue([&] { return brightness() == -1; }));
 
     // A broken one stays as it is.
     QTest::mouseMove(&stage.window, inside(row(QStringLiteral("broken")), 0.5));
-    PanelStage::wait(100);
+    wait(100);
     EXPECT_TRUE(scrubOf(row(QStringLiteral("broken")))->property("scrubFrame").value<QImage>().isNull());
 }
 

@@ -1,6 +1,6 @@
-#include "PanelStage.h"
 #include "base/FileUrl.h"
 #include "library/ui/FolderListModel.h"
+#include "ui/PanelStage.h"
 
 #include <QQuickTextureFactory>
 #include <QSemaphore>
@@ -63,7 +63,7 @@ TEST_F(ThumbnailProviderTest, ServesTheNewestFirstAndDropsTheUnwanted) {
     letGo.release(1);
     EXPECT_TRUE(finishes(*old));
     letGo.release(1);
-    EXPECT_TRUE(PanelStage::comesTrue([&] { return firstDone.size() + secondDone.size() == 2; }));
+    EXPECT_TRUE(comesTrue([&] { return firstDone.size() + secondDone.size() == 2; }));
     const std::scoped_lock lock(mutex);
     EXPECT_EQ(std::ranges::count(loaded, "unwanted.png"), 0);
     EXPECT_LT(std::ranges::find(loaded, "young.png"), std::ranges::find(loaded, "old.png"));
@@ -101,7 +101,7 @@ TEST(ThumbnailCompositionTest, FillsWithOpaquePicturesAndSetsOthersInAMargin) {
 
 TEST(FolderListModelTest, ListsPlacesWithCounts) {
     PanelStage stage;
-    const auto shelf = *stage.storage.root() / "Library" / "Images";
+    const auto shelf = stage.root() / "Library" / "Images";
     for (const char* name : {"a.png", "b.png", "Logos/c.png", "Logos/Clients/d.png"}) writeFile(shelf / name, "x");
     FolderListModel here;
     FolderListModel filters;
@@ -119,10 +119,10 @@ TEST(FolderListModelTest, ListsPlacesWithCounts) {
         }
         return rows.join(u'|').toStdString();
     };
-    EXPECT_TRUE(PanelStage::comesTrue([&] { return texts(here) == "Unfiled 2|Recent 0|Logos 2"; })) << texts(here);
+    EXPECT_TRUE(comesTrue([&] { return texts(here) == "Unfiled 2|Recent 0|Logos 2"; })) << texts(here);
     EXPECT_EQ(texts(filters), "All 4|Unfiled 2|Logos 2|Clients 1");
     stage.model.imagesShelf()->pick(Shelf::Place::Collection, QStringLiteral("Logos"));
-    EXPECT_TRUE(PanelStage::comesTrue([&] { return texts(here) == "Unfiled 2|Recent 0|Clients 1"; })) << texts(here);
+    EXPECT_TRUE(comesTrue([&] { return texts(here) == "Unfiled 2|Recent 0|Clients 1"; })) << texts(here);
     EXPECT_EQ(resets.size(), 0);
 }
 

@@ -1,4 +1,4 @@
-#include "GalleryPictures.h"
+#include "Chapter.h"
 #include "base/FileUrl.h"
 #include "blocks/ArrangementStore.h"
 #include "samples/Clips.h"
@@ -11,10 +11,7 @@
 #include <QPainterPath>
 #include <functional>
 
-// Shows the panel in every state and saves a picture of each into the folder named as the argument.
-
-using namespace quillary;
-using quillary::test::PanelStage;
+namespace quillary::gallery {
 
 namespace {
 
@@ -60,23 +57,24 @@ QImage disc(QColor color) {
 
 /// Two sets of icons for the panel to browse.
 std::filesystem::path builtIns() {
-    static const quillary::test::TemporaryFolder folder;
+    static const test::TemporaryFolder folder;
     for (const char* icon : {"Arrows/Arrow left", "Arrows/Arrow right", "Shapes/Disc"})
-        quillary::test::writeFile(folder / (std::string(icon) + ".svg"),
-                                  "<svg xmlns='http://www.w3.org/2000/svg' width='24' height='24'>"
-                                  "<path fill='#f2b45a' d='M2 10h12V5l8 7-8 7v-5H2z'/></svg>");
+        test::writeFile(folder / (std::string(icon) + ".svg"),
+                        "<svg xmlns='http://www.w3.org/2000/svg' width='24' height='24'>"
+                        "<path fill='#f2b45a' d='M2 10h12V5l8 7-8 7v-5H2z'/></svg>");
     return folder.path();
 }
 
-class Gallery {
+class Panel : public Chapter {
 public:
-    explicit Gallery(const char* folder) : m_pictures(stage, folder) {}
+    explicit Panel(const QString& folder) : Chapter(folder, builtIns()) {}
 
     void takeAll();
-    void take(const char* name) { m_pictures.take(name); }
+
+private:
     void stageImage(const std::filesystem::path& file) {
         stage.model.load(file);
-        PanelStage::comesTrue([this] { return !stage.model.staging(); });
+        test::comesTrue([this] { return !stage.model.staging(); });
     }
     void takeCutouts() {
         PanelModel& model = stage.model;
@@ -85,7 +83,7 @@ public:
         QPainter(&onPaper).drawImage(QRect(640, 300, 768, 768), logo(768));
         stageImage(stage.file("On paper.png", onPaper));
         take("cutout-before");
-        press(Qt::Key_Tab, 1);
+        press(Qt::Key_Tab);
         take("cutout-focus");
         if (QObject* menu = find("cutoutMethods")) {
             QMetaObject::invokeMethod(menu, "open");
@@ -99,13 +97,13 @@ public:
             model.stopRemoval();
         }
         model.removeBackground();
-        PanelStage::comesTrue([&] { return model.cutoutProgress() == PanelModel::CutoutProgress::ready; });
+        test::comesTrue([&] { return model.cutoutProgress() == PanelModel::CutoutProgress::ready; });
         take("cutout");
         model.setEdgeRefine(1);
         take("cutout-tighter");
         model.touchUp()->setTrim(true);
         model.touchUp()->setEnclosed(true);
-        PanelStage::comesTrue([&] { return !model.refining(); });
+        test::comesTrue([&] { return !model.refining(); });
         if (QObject* menu = find("cutoutMethods")) {
             QMetaObject::invokeMethod(menu, "open");
             take("cutout-touched");
@@ -116,19 +114,15 @@ public:
         model.setShowCutout(false);
         take("cutout-original");
         model.setShowCutout(true);
-        stage.resize({320, 400});
-        take("cutout-small");
-        stage.resize({380, 460});
+        take("cutout-small", small);
         stageImage(stage.file("flat.png", photo(640, 360, QColor(0x4A76A8), QColor(0x4A76A8))));
         model.removeBackground();
-        PanelStage::comesTrue([&] { return model.cutoutProgress() == PanelModel::CutoutProgress::failed; });
+        test::comesTrue([&] { return model.cutoutProgress() == PanelModel::CutoutProgress::failed; });
         take("cutout-failed");
-        stage.resize({320, 400});
-        take("cutout-failed-small");
-        stage.resize({380, 460});
+        take("cutout-failed-small", small);
     }
     void fillLibrary() {
-        const auto shelf = *stage.storage.root() / "Library" / "Images";
+        const auto shelf = stage.root() / "Library" / "Images";
         const auto save = [&](const char* name, const QImage& image) {
             std::filesystem::create_directories((shelf / name).parent_path());
             image.save(QString::fromStdString((shelf / name).string()));
@@ -145,19 +139,12 @@ public:
         for (int i = 1; i <= 14; ++i)
             save(qPrintable(QStringLiteral("Series/Frame %1.png").arg(i)), disc(QColor::fromHsv(i * 24, 140, 210)));
         std::filesystem::create_directories(shelf / "Arrows");
-        quillary::test::writeFile(shelf / "Broken.png", "no picture");
+        test::writeFile(shelf / "Broken.png", "no picture");
     }
     void refresh() {
         stage.model.refreshShelves();
-        PanelStage::wait(200);
-        PanelStage::comesTrue([this] { return stage.model.imagesShelf()->loaded(); });
-    }
-    void press(Qt::Key key, int times) {
-        for (int time = 0; time < times; ++time)
-            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-                QKeyEvent event(type, key, Qt::NoModifier);
-                QCoreApplication::sendEvent(&stage.window, &event);
-            }
+        test::wait(200);
+        test::comesTrue([this] { return stage.model.imagesShelf()->loaded(); });
     }
     /// In the Settings sheet, which is no part of the view's tree of items.
     QObject* inSettings(const char* name) {
@@ -185,11 +172,11 @@ public:
              clip(QByteArray("<title lane='1'/><clip lane='2'/><video lane='3'/>").repeated(12).constData()));
         keep("Opening titles", clip("<video lane='1'/>"));
         keep("Filed away", clip("<title lane='3'/>"), "Intros / 2026");
-        const auto folder = *stage.storage.root() / Storage::blocksFolder();
+        const auto folder = stage.root() / Storage::blocksFolder();
         (void)ArrangementStore(stage.storage)
             .setPoster(photo(1600, 900, QColor(0x4A3A68), QColor(0xC45A72)), folder / "Intro sting.fcpxml");
         blocks.refresh();
-        PanelStage::comesTrue([&] { return blocks.blocks().size() == 6; });
+        test::comesTrue([&] { return blocks.blocks().size() == 6; });
         const auto select = [&](const char* name) {
             blocks.selection()->clear();
             blocks.selection()->toggle(blocks.visibleModel()->rowNamed(QString::fromUtf8(name), 0), 0);
@@ -200,11 +187,8 @@ public:
         take("blocks-selected");
         select("Intro");
         take("blocks-poster");
-        stage.resize({320, 400});
-        take("blocks-small");
-        stage.resize({900, 700});
-        take("blocks-large");
-        stage.resize({380, 460});
+        take("blocks-small", small);
+        take("blocks-large", large);
         blocks.selection()->selectAll();
         take("blocks-several");
         blocks.selection()->clear();
@@ -214,12 +198,12 @@ public:
         blocks.setSearch(QStringLiteral("in"));
         take("blocks-search");
         blocks.setSearch({});
-        for (auto* view : stage.root->findChildren<QObject*>(QStringLiteral("blockTiles"))) {
+        for (auto* view : stage.view->findChildren<QObject*>(QStringLiteral("blockTiles"))) {
             select("Intro");
             view->setProperty("currentIndex", blocks.visibleModel()->rowNamed(QStringLiteral("Intro"), 0));
             QMetaObject::invokeMethod(view, "openMenu");
             take("blocks-menu");
-            press(Qt::Key_Escape, 1);
+            press(Qt::Key_Escape);
         }
         blocks.selection()->clear();
         takeBlockSheets(folder / "Intro sting.fcpxml");
@@ -228,52 +212,40 @@ public:
     /// A block whose media moved and are missing, and an export of it.
     void takeBlockSheets(const std::filesystem::path& block) {
         BlocksShelf& blocks = *stage.model.blocksShelf();
-        const auto videos = *stage.storage.root() / "Library/Videos/Final Cut Elements";
+        const auto videos = stage.root() / "Library/Videos/Final Cut Elements";
         std::filesystem::remove(videos / "no uid.mov");
         std::filesystem::rename(videos / "A1B2C3D4-interview take 1.mov",
-                                *stage.storage.root() / "Library/Audio/Final Cut Elements/interview.mov");
+                                stage.root() / "Library/Audio/Final Cut Elements/interview.mov");
         blocks.refresh();
-        PanelStage::comesTrue([&] {
+        test::comesTrue([&] {
             const auto* health = blocks.care()->of(block);
             return health && health->count(BlockHealth::State::missing) == 1;
         });
         take("blocks-badge");
         const QString url = QString::fromLatin1(fileUrl(block));
-        QObject* view = stage.root->findChild<QObject*>(QStringLiteral("blocksView"));
+        QObject* view = stage.view->findChild<QObject*>(QStringLiteral("blocksView"));
         QMetaObject::invokeMethod(view, "showMedia", Q_ARG(QString, url));
         take("block-media");
-        stage.resize({320, 400});
-        take("block-media-small");
-        stage.resize({380, 460});
-        press(Qt::Key_Escape, 1);
+        take("block-media-small", small);
+        press(Qt::Key_Escape);
         QMetaObject::invokeMethod(view, "askForExport", Q_ARG(QString, url),
                                   Q_ARG(QString, QStringLiteral("Intro sting")));
         take("block-export-asked");
         blocks.exporting()->exportBlock(url, BlockExportJob::Format::Otio, false);
         stage.chooser.answer({stage.folder / "media"});
-        PanelStage::comesTrue([&] { return blocks.exporting()->stage() == BlockExportJob::Stage::Done; });
+        test::comesTrue([&] { return blocks.exporting()->stage() == BlockExportJob::Stage::Done; });
         take("block-export");
-        stage.resize({320, 400});
-        take("block-export-small");
-        stage.resize({380, 460});
-        press(Qt::Key_Escape, 1);
+        take("block-export-small", small);
+        press(Qt::Key_Escape);
     }
-    QObject* find(const char* name) { return stage.root->findChild<QObject*>(QString::fromLatin1(name)); }
-
-    PanelStage stage{builtIns()};
-
-private:
-    quillary::test::GalleryPictures m_pictures;
+    QObject* find(const char* name) { return stage.view->findChild<QObject*>(QString::fromLatin1(name)); }
 };
 
-void Gallery::takeAll() {
+void Panel::takeAll() {
     PanelModel& model = stage.model;
     ImagesShelf& images = *model.imagesShelf();
-    const QSize usual(380, 460);
     take("import-empty");
-    stage.resize({320, 400});
-    take("import-empty-small");
-    stage.resize(usual);
+    take("import-empty-small", small);
 
     QMimeData dragged;
     dragged.setUrls({QUrl(QStringLiteral("file:///picture.png"))});
@@ -290,20 +262,17 @@ void Gallery::takeAll() {
     take("import-loaded");
     press(Qt::Key_Tab, 3);
     take("import-focus");
-    stage.resize({320, 400});
-    take("import-loaded-small");
-    stage.resize({900, 700});
-    take("import-loaded-large");
-    stage.resize(usual);
+    take("import-loaded-small", small);
+    take("import-loaded-large", large);
     model.saveCurrentToLibrary();
-    PanelStage::comesTrue([&] { return model.librarySaveNote().has_value(); });
+    test::comesTrue([&] { return model.librarySaveNote().has_value(); });
     take("import-saved");
     stageImage(stage.file("small.png", photo(640, 360, QColor(0x4A76A8), QColor(0xC48A62))));
     take("import-warning");
     takeCutouts();
 
     model.setTab(PanelModel::Tab::library);
-    std::filesystem::remove_all(*stage.storage.root() / "Library");
+    std::filesystem::remove_all(stage.root() / "Library");
     refresh();
     take("library-empty");
     fillLibrary();
@@ -311,11 +280,8 @@ void Gallery::takeAll() {
     for (int row = 1; row < images.visibleModel()->count(); row += 5)
         images.toggleFavorite(images.visibleModel()->index(row).data(ItemListModel::UrlRole).toString());
     take("library");
-    stage.resize({320, 400});
-    take("library-small");
-    stage.resize({900, 700});
-    take("library-large");
-    stage.resize(usual);
+    take("library-small", small);
+    take("library-large", large);
     images.pick(Shelf::Place::Collection, QStringLiteral("Logos / Clients"));
     take("library-collection");
     images.pick(Shelf::Place::Recent, {});
@@ -334,23 +300,23 @@ void Gallery::takeAll() {
         QMetaObject::invokeMethod(menu, "close");
     }
     if (QObject* tiles = find("tiles")) {
-        stage.root->findChild<QQuickItem*>(QStringLiteral("tiles"))->forceActiveFocus(Qt::TabFocusReason);
+        stage.view->findChild<QQuickItem*>(QStringLiteral("tiles"))->forceActiveFocus(Qt::TabFocusReason);
         press(Qt::Key_Right, 2);
         QMetaObject::invokeMethod(tiles, "openMenu");
-        press(Qt::Key_Down, 1);
+        press(Qt::Key_Down);
         take("library-tile-menu");
-        press(Qt::Key_Escape, 1);
+        press(Qt::Key_Escape);
     }
     images.selection()->toggle(2, 0);
     images.selection()->toggle(6, Qt::ShiftModifier);
     take("library-selection");
     if (QObject* targets = find("moveTargets")) {
         QMetaObject::invokeMethod(targets, "open");
-        PanelStage::wait(200);
+        test::wait(200);
         press(Qt::Key_Down, 2);
-        press(Qt::Key_Right, 1);
-        PanelStage::wait(200);
-        press(Qt::Key_Down, 1);
+        press(Qt::Key_Right);
+        test::wait(200);
+        press(Qt::Key_Down);
         take("library-move");
         press(Qt::Key_Escape, 2);
     }
@@ -358,20 +324,16 @@ void Gallery::takeAll() {
     take("library-turned");
     images.undo();
     take("library-undone");
-    stage.resize({320, 400});
-    take("library-undone-small");
-    stage.resize(usual);
+    take("library-undone-small", small);
     images.selection()->clear();
     const auto elsewhere = stage.folder / "drive/Stills";
     std::filesystem::create_directories(elsewhere);
-    std::filesystem::create_directory_symlink(elsewhere, *stage.storage.root() / "Library/Images/Stills");
+    std::filesystem::create_directory_symlink(elsewhere, stage.root() / "Library/Images/Stills");
     stage.bookmarks.fenced = {elsewhere.parent_path()};
     model.appear();
-    PanelStage::comesTrue([&] { return model.blockedAliases()->blockedAliasCount() == 1; });
+    test::comesTrue([&] { return model.blockedAliases()->blockedAliasCount() == 1; });
     take("library-alias");
-    stage.resize({320, 400});
-    take("library-alias-small");
-    stage.resize(usual);
+    take("library-alias-small", small);
     stage.bookmarks.fenced.clear();
     model.appear();
     if (QObject* sheet = find("newCollection")) {
@@ -380,7 +342,7 @@ void Gallery::takeAll() {
         QMetaObject::invokeMethod(sheet, "close");
     }
     takeBlocks();
-    const auto settings = [&](bool shown) { stage.root->setProperty("showingSettings", shown); };
+    const auto settings = [&](bool shown) { stage.view->setProperty("showingSettings", shown); };
     const auto scrollSettings = [&] {
         if (QObject* groups = inSettings("settingsGroups"))
             groups->setProperty("contentY",
@@ -395,7 +357,7 @@ void Gallery::takeAll() {
     if (QObject* picker = inSettings("recentLimit")) {
         QMetaObject::invokeMethod(picker, "clicked");
         take("settings-menu");
-        press(Qt::Key_Escape, 1);
+        press(Qt::Key_Escape);
     }
     model.settings()->chooseRecentLimit(500);
     take("settings-alert");
@@ -403,12 +365,12 @@ void Gallery::takeAll() {
     take("settings-alert-small");
     model.settings()->keepNeverDelete();
     take("settings-small");
-    stage.resize(usual);
+    stage.resize({380, 460});
     model.settings()->copyJob()->offer(stage.folder / "library/Quillary", stage.folder / "new");
-    PanelStage::comesTrue([&] { return model.settings()->copyJob()->offered(); });
+    test::comesTrue([&] { return model.settings()->copyJob()->offered(); });
     take("settings-copy");
     model.settings()->copyJob()->copy(true, false, false, false, true);
-    PanelStage::comesTrue([&] { return !model.settings()->copyJob()->copying(); });
+    test::comesTrue([&] { return !model.settings()->copyJob()->copying(); });
     if (QObject* groups = inSettings("settingsGroups")) groups->setProperty("contentY", 200);
     take("settings-copied");
     settings(false);
@@ -440,14 +402,14 @@ void Gallery::takeAll() {
         SettingsModel unavailable({stage.settings, gone, stage.chooser, stage.fileManager, stage.work});
         QQmlComponent view(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Library/SettingsView.qml")));
         const std::unique_ptr<QObject> sheet(
-            view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.root.get())},
+            view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.view.get())},
                                               {QStringLiteral("history"), QVariant::fromValue(model.pasteHistory())},
                                               {QStringLiteral("settings"), QVariant::fromValue(&unavailable)}}));
         sheet->findChild<QObject*>(QStringLiteral("settingsGroups"))->setProperty("contentY", 150);
         take("settings-unavailable");
     }
 
-    stage.root->setProperty("dark", false);
+    stage.view->setProperty("dark", false);
     take("light-library");
     model.setTab(PanelModel::Tab::intake);
     take("light-import");
@@ -455,6 +417,8 @@ void Gallery::takeAll() {
 
 } // namespace
 
-int main(int argc, char** argv) {
-    return quillary::test::runGallery<Gallery>(argc, argv);
+void takePanel(const QString& folder) {
+    Panel(folder).takeAll();
 }
+
+} // namespace quillary::gallery

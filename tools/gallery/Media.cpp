@@ -1,35 +1,25 @@
-#include "GalleryPictures.h"
-#include "media/ClipFrames.h"
 #include "samples/Media.h"
-#include "support/FakeAudioOutput.h"
+#include "Chapter.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <cmath>
 
-// Shows the shelves of sounds and clips in every state and saves a picture of each into the folder named as the
-// argument.
-
-using namespace quillary;
-using namespace quillary::test;
+namespace quillary::gallery {
 
 namespace {
 
-class MediaGallery {
+using namespace test;
+
+class Media : public Chapter {
 public:
-    explicit MediaGallery(const char* folder) : m_pictures(stage, folder) {}
+    using Chapter::Chapter;
 
     void takeAll() {
         takeSounds();
         takeClips();
     }
-    void take(const char* name) { m_pictures.take(name); }
-    void press(Qt::Key key) {
-        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, key, Qt::NoModifier);
-            QCoreApplication::sendEvent(&stage.window, &event);
-        }
-    }
+
+private:
     void point(QPointF at) {
         for (const double step : {0.0, 2.0}) {
             QMouseEvent move(QEvent::MouseMove, at + QPointF(step, 0), at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
@@ -43,7 +33,7 @@ public:
         stage.model.setLibraryKind(PanelModel::LibraryKind::audio);
         audio.refreshAudio();
         take("audio-empty");
-        const auto shelf = *stage.storage.root() / "Library" / "Audio";
+        const auto shelf = stage.root() / "Library" / "Audio";
         const auto add = [&](const char* name, double seconds, double fade) {
             constexpr int rate = 22050;
             const auto frames = static_cast<std::int64_t>(seconds * rate);
@@ -61,7 +51,7 @@ public:
         add("Ambience/Rain on a roof.wav", 95, 0);
         writeFile(shelf / "Broken.wav", "no sound");
         audio.refreshAudio();
-        PanelStage::comesTrue([&] { return audio.audioDurations().size() == 5; });
+        comesTrue([&] { return audio.audioDurations().size() == 5; });
         audio.setAudioSort(AudioShelf::AudioSort::name);
         take("audio");
         const auto urlOf = [&](const char* name) {
@@ -69,7 +59,7 @@ public:
         };
         audio.toggleFavorite(urlOf("Whoosh metal"));
         audio.play(urlOf("Whoosh rev"), 0);
-        PanelStage::comesTrue([&] { return audio.preview()->progress() > 0.4; }, 4000);
+        comesTrue([&] { return audio.preview()->progress() > 0.4; }, 4000);
         take("audio-playing");
         audio.preview()->stop();
         audio.setSearch(QStringLiteral("whoosh"));
@@ -80,13 +70,10 @@ public:
         audio.setNote(QStringLiteral("Added 2 sounds"));
         audio.selection()->toggle(1, 0);
         take("audio-selected");
-        stage.resize({320, 400});
-        take("audio-small");
-        stage.resize({900, 700});
-        take("audio-large");
-        stage.resize({380, 460});
+        take("audio-small", small);
+        take("audio-large", large);
         audio.selection()->clear();
-        log.failure = platform::AudioOutput::Failure::noDevice;
+        sound.failure = platform::AudioOutput::Failure::noDevice;
         audio.play(urlOf("Whoosh metal"), 0);
         take("audio-no-output");
     }
@@ -96,7 +83,7 @@ public:
         stage.model.setLibraryKind(PanelModel::LibraryKind::videos);
         videos.refreshVideos();
         take("videos-empty");
-        const auto shelf = *stage.storage.root() / "Library" / "Videos";
+        const auto shelf = stage.root() / "Library" / "Videos";
         const auto add = [&](const char* name, const ClipFile& kind) {
             std::filesystem::create_directories((shelf / name).parent_path());
             encode(shelf / name, kind);
@@ -106,7 +93,7 @@ public:
         add("Drone/Cliffs at dusk.mp4", {.muxer = "mp4", .encoder = "libx264", .width = 640, .height = 272});
         writeFile(shelf / "River 4K.mp4", "no clip");
         videos.refreshVideos();
-        PanelStage::comesTrue([&] { return videos.count() == 4; });
+        comesTrue([&] { return videos.count() == 4; });
         take("videos");
         point({280, 200});
         take("videos-scrub");
@@ -114,26 +101,19 @@ public:
         videos.selection()->toggle(0, 0);
         videos.setNote(QStringLiteral("Added 1 video"));
         take("videos-selected");
-        stage.resize({320, 400});
-        take("videos-small");
-        stage.resize({900, 700});
-        take("videos-large");
-        stage.resize({380, 460});
-        stage.root->setProperty("dark", false);
+        take("videos-small", small);
+        take("videos-large", large);
+        stage.view->setProperty("dark", false);
         take("light-videos");
         stage.model.setLibraryKind(PanelModel::LibraryKind::audio);
         take("light-audio");
     }
-
-    FakeAudioOutput::Log log;
-    PanelStage stage{{}, [this] { return std::make_unique<FakeAudioOutput>(log); }, media::clipThumbnail};
-
-private:
-    GalleryPictures m_pictures;
 };
 
 } // namespace
 
-int main(int argc, char** argv) {
-    return runGallery<MediaGallery>(argc, argv);
+void takeMedia(const QString& folder) {
+    Media(folder).takeAll();
 }
+
+} // namespace quillary::gallery

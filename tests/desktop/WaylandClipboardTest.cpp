@@ -72,6 +72,9 @@ TEST_F(WaylandClipboard, ReadsBytesAsTheyAre) {
         EXPECT_EQ(readOnWorker(pasteboard, type), bytes);
         EXPECT_FALSE(pasteboard->data(QStringLiteral("image/tiff")));
     }
+}
+
+TEST_F(WaylandClipboard, ReadsText) {
     const QByteArray words = "<svg>M\xC3\xBCnchen</svg>";
     const auto owner = copy(QStringLiteral("text/plain;charset=utf-8"), words);
     EXPECT_EQ(contentsOnceOffered(QStringLiteral("text/plain;charset=utf-8"))->string(), QString::fromUtf8(words));

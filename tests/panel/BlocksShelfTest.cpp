@@ -176,10 +176,6 @@ TEST_F(BlocksShelfTest, ADragOfALargeBlockFindsItsDocumentReady) {
     large.replace("</resources>", "<!--" + QByteArray(400'000, 'x') + "--></resources>");
     drop({offered(large)});
     const fs::path block = blocksFolder() / "Large.fcpxml";
-    DragRequest gone;
-    shelf().fillDrag(&gone, urlOf(blocksFolder() / "One.fcpxml"));
-    EXPECT_FALSE(gone.item);
-    EXPECT_EQ(note(), u"“One” is no longer there.");
     DragRequest early;
     shelf().fillDrag(&early, urlOf(block));
     EXPECT_FALSE(early.item) << "it would keep the hand waiting";
@@ -197,6 +193,11 @@ TEST_F(BlocksShelfTest, ADragOfALargeBlockFindsItsDocumentReady) {
     shelf().fillDrag(&anew, urlOf(block));
     ASSERT_TRUE(anew.item);
     EXPECT_TRUE(anew.item->data(FCPXMLPasteboard::primary)->contains("yyyyy"));
+    fs::remove(block);
+    DragRequest gone;
+    shelf().fillDrag(&gone, urlOf(block));
+    EXPECT_FALSE(gone.item);
+    EXPECT_EQ(note(), u"“Large” is no longer there.");
 }
 
 TEST_F(BlocksShelfTest, TellsWhichMediaAreWrongAndUsesFoundFiles) {

@@ -18,7 +18,7 @@ protected:
     SettingsModel& sheet() { return *model->settings(); }
     CopyJob& job() { return *sheet().copyJob(); }
     fs::path listed(const std::string& name, const QImage& image) {
-        const auto path = listed(name, image);
+        const auto path = shelved(name, image);
         list(images());
         return path;
     }

@@ -73,12 +73,8 @@ TEST_F(MediaShelvesTest, SoundsAreSortedByLengthUnknownOnesLast) {
     ASSERT_TRUE(comesTrue([&] { return audio().audioDurations().size() == 3; }));
     audio().setAudioSort(AudioShelf::AudioSort::shortest);
     EXPECT_EQ(names(), "half one two broken ");
-    audio().setAudioSort(AudioShelf::AudioSort::longest);
-    EXPECT_EQ(names(), "two one half broken ");
-    audio().setAudioSort(AudioShelf::AudioSort::name);
-    EXPECT_EQ(names(), "broken half one two ");
     audio().setSearch(QStringLiteral("O"));
-    EXPECT_EQ(names(), "broken one two ");
+    EXPECT_EQ(names(), "one two broken ");
 
     audio().rename(urlOf(shelf("Audio") / "one.wav"), QStringLiteral("eno"));
     ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Renamed to “eno”"; }));

@@ -118,9 +118,10 @@ TEST_F(SettingsSheetTest, AsksBeforeALimitAndEscapeKeepsWhatWasStored) {
         press(Qt::Key_Return);
         EXPECT_TRUE(comesTrue([&] { return !menu->property("visible").toBool(); }));
     };
+    const auto asked = [this] { return focusedName() == "Keep Never Delete"; };
     choose(2);
     EXPECT_EQ(stage.model.settings()->pendingLimit(), 500);
-    EXPECT_TRUE(comesTrue([this] { return focusedName() == "Keep Never Delete"; }));
+    EXPECT_TRUE(comesTrue(asked));
     press(Qt::Key_Escape);
     EXPECT_EQ(stage.model.settings()->pendingLimit(), 0);
     EXPECT_EQ(stage.settings.recentLimit(), 0);
@@ -128,7 +129,7 @@ TEST_F(SettingsSheetTest, AsksBeforeALimitAndEscapeKeepsWhatWasStored) {
     EXPECT_TRUE(showing()) << "Escape closes the question alone";
 
     choose(3);
-    wait(300);
+    EXPECT_TRUE(comesTrue(asked));
     QMetaObject::invokeMethod(inSheet("setALimit"), "clicked");
     EXPECT_EQ(stage.settings.recentLimit(), 1000);
     EXPECT_EQ(inSheet("recentLimit")->property("text").toString().toStdString(), "1000 images");

@@ -129,6 +129,8 @@ TEST_F(FilesForOthersTest, TheLibraryMovesWithAnOfferToCopy) {
     model = std::make_unique<PanelModel>(
         PanelModel::Collaborators{moving, settings, builtIns, clipboard, chooser, fileManager, work, saves});
     file(old.lexically_relative(folder.path()) / "Library/Images/at home.png", picture(4, 4));
+    list(images());
+    EXPECT_EQ(images().library().size(), 1U);
 
     sheet().chooseLocation();
     EXPECT_EQ(chooser.question.accept, u"Use Folder"_s);
@@ -143,6 +145,7 @@ TEST_F(FilesForOthersTest, TheLibraryMovesWithAnOfferToCopy) {
     sheet().chooseLocation();
     chooser.answer({folder / "drive"});
     EXPECT_TRUE(sheet().locationProblem().isEmpty());
+    EXPECT_TRUE(comesTrue([&] { return images().library().empty(); })) << "the shelf is the new place's";
     ASSERT_TRUE(comesTrue([&] { return job().offered(); }));
     EXPECT_EQ(job().audio(), 1);
     EXPECT_EQ(job().recent(), 1);

@@ -7,12 +7,8 @@ namespace quillary {
 
 namespace {
 
-constexpr std::string_view scheme = "file://";
-constexpr std::string_view kept = "-._~!$&'()*+,:=@/";
-
-bool staysBare(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || kept.contains(c);
-}
+constexpr const char* scheme = "file://";
+constexpr const char* kept = "!$&'()*+,:=@/"; ///< beside letters, digits and -._~
 
 int hexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
@@ -21,18 +17,8 @@ int hexDigit(char c) {
     return -1;
 }
 
-void appendEncoded(QByteArray& url, std::string_view path) {
-    constexpr char digits[] = "0123456789ABCDEF";
-    for (const char c : path) {
-        if (staysBare(c)) {
-            url += c;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(c);
-        url += '%';
-        url += digits[byte >> 4U];
-        url += digits[byte & 15U];
-    }
+QByteArray encoded(std::string_view path) {
+    return QByteArray(path.data(), static_cast<qsizetype>(path.size())).toPercentEncoding(kept);
 }
 
 std::optional<std::string> decoded(std::string_view rest) {
@@ -64,9 +50,7 @@ bool hasScheme(std::string_view reference) {
 } // namespace
 
 QByteArray fileUrl(const std::filesystem::path& path) {
-    QByteArray url(scheme.data(), static_cast<qsizetype>(scheme.size()));
-    appendEncoded(url, path.native());
-    return url;
+    return scheme + encoded(path.native());
 }
 
 std::optional<std::filesystem::path> pathOfFileUrl(QByteArrayView url) {
@@ -84,8 +68,8 @@ std::optional<std::filesystem::path> pathOfFileUrl(QByteArrayView url) {
 }
 
 QByteArray relativeReference(const std::filesystem::path& file, const std::filesystem::path& folder) {
-    QByteArray reference;
-    appendEncoded(reference, file.lexically_normal().lexically_relative(folder.lexically_normal()).native());
+    const auto below = file.lexically_normal().lexically_relative(folder.lexically_normal());
+    const QByteArray reference = encoded(below.native());
     // What looks like a scheme is none behind a dot and a slash.
     return hasScheme(reference.toStdString()) ? "./" + reference : reference;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/AllCores.h"
+
 #include <algorithm>
 #include <atomic>
 #include <stop_token>
-#include <thread>
-#include <vector>
 
 namespace quillary::cutout {
 
@@ -15,14 +15,10 @@ template <typename Work>
 void forRowBands(int rows, int bandRows, const std::stop_token& stop, const Work& work) {
     const int bands = (rows + bandRows - 1) / bandRows;
     std::atomic<int> next = 0;
-    const auto take = [&] {
+    onAllCores(static_cast<std::size_t>(bands), [&] {
         for (int band = next++; band < bands && !stop.stop_requested(); band = next++)
             work(band * bandRows, std::min(rows, (band + 1) * bandRows));
-    };
-    const int threads = std::min(static_cast<int>(std::max(1U, std::thread::hardware_concurrency())), bands);
-    std::vector<std::jthread> others;
-    for (int i = 1; i < threads; ++i) others.emplace_back(take);
-    take();
+    });
 }
 
 } // namespace quillary::cutout

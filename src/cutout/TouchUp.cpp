@@ -6,8 +6,8 @@
 #include "cutout/touchup/ColorField.h"
 
 #include <cmath>
-#include <cstring>
 #include <span>
+#include <vector>
 
 namespace quillary::TouchUp {
 

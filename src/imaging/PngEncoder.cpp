@@ -1,5 +1,6 @@
 #include "imaging/PngEncoder.h"
 
+#include "base/AllCores.h"
 #include "imaging/png/BandEncoder.h"
 #include "imaging/png/Chunk.h"
 
@@ -10,7 +11,6 @@
 #include <atomic>
 #include <optional>
 #include <span>
-#include <thread>
 #include <vector>
 
 namespace quillary {
@@ -72,7 +72,7 @@ std::vector<Band> bandsOf(const QImage& image) {
 
 void encodeBands(const QImage& image, std::span<Band> bands, const std::stop_token& stop) {
     std::atomic<std::size_t> next = 0;
-    const auto work = [&] {
+    onAllCores(bands.size(), [&] {
         png::BandEncoder encoder(image);
         for (std::size_t i = next++; i < bands.size() && !stop.stop_requested(); i = next++) {
             constexpr std::array<std::uint8_t, 2> streamStart{0x78, 0x01};
@@ -85,11 +85,7 @@ void encodeBands(const QImage& image, std::span<Band> bands, const std::stop_tok
             band.chunk = png::chunk(
                 "IDAT", i == 0 ? std::span<const std::uint8_t>(streamStart) : std::span<const std::uint8_t>(), stream);
         }
-    };
-    const std::size_t threads = std::min<std::size_t>(std::max(1U, std::thread::hardware_concurrency()), bands.size());
-    std::vector<std::jthread> others;
-    for (std::size_t i = 1; i < threads; ++i) others.emplace_back(work);
-    work();
+    });
 }
 
 } // namespace

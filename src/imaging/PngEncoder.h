@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QImage>
-#include <expected>
 #include <stop_token>
 
 namespace quillary {

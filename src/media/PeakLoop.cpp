@@ -1,11 +1,10 @@
 #include "media/PeakLoop.h"
 
-#include "imaging/png/Multiversion.h"
+#include "base/Multiversion.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <limits>
 
 namespace quillary::media {
 

@@ -1,6 +1,6 @@
 #include "cutout/flat/PixelRows.h"
 
-#include "imaging/png/Multiversion.h"
+#include "base/Multiversion.h"
 
 #include <algorithm>
 #include <array>

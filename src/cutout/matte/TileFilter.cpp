@@ -1,6 +1,6 @@
 #include "cutout/matte/TileFilter.h"
 
-#include "imaging/png/Multiversion.h"
+#include "base/Multiversion.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "cutout/matte/TileScan.h"
 
-#include "imaging/png/Multiversion.h"
+#include "base/Multiversion.h"
 
 #include <algorithm>
 

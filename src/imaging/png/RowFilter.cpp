@@ -1,9 +1,8 @@
 #include "imaging/png/RowFilter.h"
 
-#include "imaging/png/Multiversion.h"
+#include "base/Multiversion.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 namespace quillary::png {

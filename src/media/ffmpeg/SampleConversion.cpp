@@ -1,6 +1,6 @@
 #include "media/ffmpeg/SampleConversion.h"
 
-#include "imaging/png/Multiversion.h"
+#include "base/Multiversion.h"
 
 #include <algorithm>
 #include <bit>

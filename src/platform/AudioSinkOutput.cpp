@@ -6,7 +6,6 @@
 #include <QIODevice>
 #include <QMediaDevices>
 #include <algorithm>
-#include <cstring>
 
 namespace quillary::platform {
 

@@ -30,6 +30,9 @@ std::vector<std::pair<std::string_view, std::string>> attributesOf(const WebOrig
 /// Removes the mark with which a system remembers that a file came from outside.
 void clearQuarantine(const std::filesystem::path& file);
 
+/// Whether a name is taken: by anything at all, a link that leads nowhere included.
+bool isTaken(const std::filesystem::path& name);
+
 /// Bytes of a regular file, or of the one that a link leads to; absent for everything else.
 std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file);
 
@@ -44,6 +47,10 @@ struct FileStamp {
 };
 /// Of a regular file, or of the one that a link leads to; absent for everything else.
 std::optional<FileStamp> fileStamp(const std::filesystem::path& file);
+
+/// Whether this process may write the file, or the one that a link leads to. A file that has no permission to be
+/// written by anyone may not, whoever asks.
+bool mayBeWritten(const std::filesystem::path& file);
 
 /// Sets the content modification date to the current time.
 void stampNow(const std::filesystem::path& file);

@@ -21,7 +21,7 @@ public:
         bool operator==(const Stamp&) const = default;
     };
 
-    /// Follows links. Regular files only: others fail with EINVAL.
+    /// Follows links. Folders fail with EISDIR, all else that is no regular file with EINVAL.
     static std::expected<KeptFile, FileError> open(const std::filesystem::path& file);
 
     KeptFile(KeptFile&& other) noexcept;

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -80,6 +79,10 @@ private:
     int m_descriptor = -1;
     std::string m_path;
 };
+
+/// The paths of what lies in a folder, hidden entries left out, in the system's order. Empty when it cannot be read;
+/// what comes before an error in the middle of it counts. Any thread.
+std::vector<std::filesystem::path> visibleEntries(const std::filesystem::path& folder);
 
 /// Hears of changes in folders.
 class FolderWatch {

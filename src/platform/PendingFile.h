@@ -3,6 +3,7 @@
 #include "base/NumberedName.h"
 #include "platform/FileError.h"
 
+#include <QByteArrayView>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -31,6 +32,8 @@ public:
     using Progress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
     static std::expected<PendingFile, FileError> create(const std::filesystem::path& folder);
+    /// The same with these bytes in it.
+    static std::expected<PendingFile, FileError> holding(const std::filesystem::path& folder, QByteArrayView bytes);
 
     PendingFile(PendingFile&& other) noexcept;
     PendingFile& operator=(PendingFile&& other) noexcept;
@@ -44,6 +47,10 @@ public:
     /// request ends it with ECANCELED.
     std::expected<void, FileError> copyFrom(const std::filesystem::path& source, const Progress& progress = {},
                                             std::stop_token stop = {});
+
+    /// The same with the source's date, and waits until all is on the disk: nothing of the source is needed any more.
+    std::expected<void, FileError> copyWhole(const std::filesystem::path& source, const Progress& progress = {},
+                                             std::stop_token stop = {});
 
     /// Takes the extended attributes and the permission bits of `source` alone, for new bytes of the same file.
     std::expected<void, FileError> copyAttributesFrom(const std::filesystem::path& source);
@@ -74,6 +81,9 @@ public:
 
 private:
     explicit PendingFile(std::filesystem::path folder);
+    /// Returns the date of `source`.
+    std::expected<std::chrono::system_clock::time_point, FileError>
+    takeFrom(const std::filesystem::path& source, const Progress& progress, const std::stop_token& stop);
     std::expected<void, FileError> claim(const std::filesystem::path& name);
     /// Opens the hidden, locked file of folders that know no unnamed ones.
     std::expected<void, FileError> createHidden();
@@ -90,8 +100,8 @@ private:
 
 /// Moves a file to the first free name of the sequence in `folder`, never over another file. Within one file system it
 /// is one rename, which moves folders and links as such; across two it is a whole copy of the file, attributes and date
-/// included, and only then is the source removed. A file system that can neither refuse to overwrite nor link may show
-/// an empty file under the new name for an instant.
+/// included, and only then is the source removed; one that was changed meanwhile stays (EBUSY). A file system that can
+/// neither refuse to overwrite nor link may show an empty file under the new name for an instant.
 std::expected<std::filesystem::path, FileError>
 moveToFreeName(const std::filesystem::path& source, const std::filesystem::path& folder, const NumberedName& names);
 

@@ -16,11 +16,13 @@ public:
 
     /// Invalid when the key is not set. Stores that keep text give text: readers convert.
     virtual QVariant value(const QString& key) const = 0;
-    virtual void setValue(const QString& key, const QVariant& value) = 0;
-    virtual void remove(const QString& key) = 0;
-
     /// Reads, changes and writes one key in one step, also against other processes. An invalid result removes the key.
     virtual void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) = 0;
+
+    void setValue(const QString& key, const QVariant& value) {
+        update(key, [&](const QVariant&) { return value; });
+    }
+    void remove(const QString& key) { setValue(key, {}); }
 };
 
 /// The user's own store. What cannot be written (a read-only home) is kept for this run only.

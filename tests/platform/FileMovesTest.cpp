@@ -3,6 +3,7 @@
 #include "support/SmallFileSystem.h"
 #include "support/TemporaryFolder.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <set>
 #include <thread>
@@ -79,6 +80,28 @@ TEST(FileMovesTest, acrossFileSystemsAWholeCopyTakesThePlace) {
     EXPECT_FALSE(moveToFreeName(other / "clip.mov", folder.path(), {"clip", "mov"}));
     EXPECT_FALSE(fs::exists(folder / "clip.mov"));
     EXPECT_EQ(readFile(other / "clip.mov"), "older");
+}
+
+TEST(FileMovesTest, aFileThatIsStillWrittenToDoesNotMoveToAnotherFileSystem) {
+    SmallFileSystem other("tmpfs");
+    SKIP_UNLESS_MOUNTED(other);
+    const TemporaryFolder folder;
+    const fs::path clip = folder / "clip.mov";
+    bool refused = false;
+    // The writer may be kept from the processor for a whole move.
+    for (int round = 0; round < 50 && !refused; ++round) {
+        writeFile(clip, std::string(8'000'000, 'v'));
+        std::ofstream growing(clip, std::ios::app);
+        const std::jthread writer([&](const std::stop_token& stop) {
+            while (!stop.stop_requested()) growing << 'v' << std::flush;
+        });
+        const auto moved = moveToFreeName(clip, other.path(), {"clip", "mov"});
+        refused = !moved && moved.error().code == EBUSY;
+        EXPECT_EQ(fs::exists(clip), refused);
+        EXPECT_EQ(fs::exists(other / "clip.mov"), !refused);
+        fs::remove(other / "clip.mov");
+    }
+    EXPECT_TRUE(refused);
 }
 
 TEST(FileMovesTest, createsFoldersOnce) {

@@ -14,12 +14,6 @@ public:
         const std::scoped_lock lock(m_mutex);
         return m_values.value(key);
     }
-    void setValue(const QString& key, const QVariant& value) override {
-        update(key, [&](const QVariant&) { return value; });
-    }
-    void remove(const QString& key) override {
-        update(key, [](const QVariant&) { return QVariant(); });
-    }
     void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) override {
         const std::scoped_lock lock(m_mutex);
         const QVariant after = change(m_values.value(key));

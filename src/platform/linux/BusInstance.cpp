@@ -2,7 +2,6 @@
 
 #include "platform/linux/SessionBus.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
 namespace quillary::platform {

@@ -22,6 +22,8 @@ public:
 
     explicit operator bool() const { return m_number >= 0; }
     int get() const { return m_number; }
+    /// Closing it is the caller's from now on.
+    [[nodiscard]] int release() { return std::exchange(m_number, -1); }
     void reset() {
         if (m_number >= 0) ::close(m_number);
         m_number = -1;

@@ -1,11 +1,13 @@
 #include "platform/FileAttributes.h"
 
 #include "platform/linux/Attributes.h"
+#include "platform/linux/RegularFile.h"
 
 #include <array>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 namespace quillary::platform {
 
@@ -55,18 +57,26 @@ void clearQuarantine(const std::filesystem::path& file) {
     removeAttribute(file, "com.apple.quarantine");
 }
 
-std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file) {
+bool isTaken(const std::filesystem::path& name) {
     struct stat status {};
-    if (stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-    return static_cast<std::uintmax_t>(status.st_size);
+    return ::lstat(name.c_str(), &status) == 0;
+}
+
+std::optional<std::uintmax_t> regularFileSize(const std::filesystem::path& file) {
+    const auto stamp = fileStamp(file);
+    return stamp ? std::optional(stamp->size) : std::nullopt;
 }
 
 std::optional<FileStamp> fileStamp(const std::filesystem::path& file) {
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-    using namespace std::chrono;
-    return FileStamp{status.st_dev, status.st_ino, static_cast<std::uintmax_t>(status.st_size),
-                     sys_time<nanoseconds>(seconds(status.st_mtim.tv_sec) + nanoseconds(status.st_mtim.tv_nsec))};
+    return FileStamp{status.st_dev, status.st_ino, static_cast<std::uintmax_t>(status.st_size), modifiedOf(status)};
+}
+
+bool mayBeWritten(const std::filesystem::path& file) {
+    constexpr unsigned write = S_IWUSR | S_IWGRP | S_IWOTH;
+    struct stat status {};
+    return ::stat(file.c_str(), &status) == 0 && (status.st_mode & write) != 0 && ::access(file.c_str(), W_OK) == 0;
 }
 
 void stampNow(const std::filesystem::path& file) {

@@ -1,10 +1,9 @@
 #include "base/Try.h"
 #include "platform/PendingFile.h"
 #include "platform/linux/Attributes.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/RegularFile.h"
 
 #include <algorithm>
-#include <fcntl.h>
 #include <linux/fs.h>
 #include <memory>
 #include <sys/ioctl.h>
@@ -100,27 +99,32 @@ void copyAttributes(int from, int to) {
 
 } // namespace
 
+std::expected<std::chrono::system_clock::time_point, FileError>
+PendingFile::takeFrom(const std::filesystem::path& source, const Progress& progress, const std::stop_token& stop) {
+    const RegularFile from = TRY(openRegularFile(source));
+    const auto size = static_cast<std::uint64_t>(from.status.st_size);
+    TRY(Copy(from.descriptor.get(), m_descriptor, size, progress, stop).run());
+    copyAttributes(from.descriptor.get(), m_descriptor);
+    m_permissions = from.status.st_mode & 0777U;
+    return modifiedOf(from.status);
+}
+
 std::expected<void, FileError> PendingFile::copyFrom(const std::filesystem::path& source, const Progress& progress,
                                                      std::stop_token stop) {
-    // Non-blocking, since opening a pipe would wait for its writer.
-    const Descriptor from(::open(source.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!from) return std::unexpected(FileError::last());
-    struct stat status {};
-    if (::fstat(from.get(), &status) != 0) return std::unexpected(FileError::last());
-    if (S_ISDIR(status.st_mode)) return std::unexpected(FileError{EISDIR});
-    if (!S_ISREG(status.st_mode)) return std::unexpected(FileError{EINVAL});
-    TRY(Copy(from.get(), m_descriptor, static_cast<std::uint64_t>(status.st_size), progress, stop).run());
-    copyAttributes(from.get(), m_descriptor);
-    m_permissions = status.st_mode & 0777U;
+    TRY(takeFrom(source, progress, stop));
     return {};
 }
 
+std::expected<void, FileError> PendingFile::copyWhole(const std::filesystem::path& source, const Progress& progress,
+                                                      std::stop_token stop) {
+    setModified(TRY(takeFrom(source, progress, stop)));
+    return sync();
+}
+
 std::expected<void, FileError> PendingFile::copyAttributesFrom(const std::filesystem::path& source) {
-    const Descriptor from(::open(source.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!from || ::fstat(from.get(), &status) != 0) return std::unexpected(FileError::last());
-    copyAttributes(from.get(), m_descriptor);
-    m_permissions = status.st_mode & 0777U;
+    const RegularFile from = TRY(openRegularFile(source));
+    copyAttributes(from.descriptor.get(), m_descriptor);
+    m_permissions = from.status.st_mode & 0777U;
     return {};
 }
 

@@ -1,8 +1,8 @@
 #include "base/Try.h"
+#include "platform/FileAttributes.h"
 #include "platform/PendingFile.h"
 #include "platform/linux/FreeName.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quillary::platform {
@@ -14,17 +14,15 @@ namespace {
 /// `place` gives the copy its name and tells where it stands.
 template <typename Place>
 std::expected<fs::path, FileError> copyThenRemove(const fs::path& source, const fs::path& folder, Place place) {
-    struct stat status {};
-    if (::stat(source.c_str(), &status) != 0) return std::unexpected(FileError::last());
+    const auto before = fileStamp(source);
     auto copy = TRY(PendingFile::create(folder));
-    TRY(copy.copyFrom(source));
-    using namespace std::chrono;
-    copy.setModified(system_clock::time_point(seconds(status.st_mtim.tv_sec)) + nanoseconds(status.st_mtim.tv_nsec));
-    TRY(copy.sync());
+    TRY(copy.copyWhole(source));
     auto placed = TRY(place(copy));
-    if (::unlink(source.c_str()) == 0) return placed;
-    // A source that cannot be removed has not moved.
-    const auto failure = FileError::last();
+    syncFolder(folder);
+    // A source that is still written to, or that cannot be removed, has not moved.
+    const bool changed = fileStamp(source) != before;
+    if (!changed && ::unlink(source.c_str()) == 0) return placed;
+    const FileError failure = changed ? FileError{EBUSY} : FileError::last();
     ::unlink(placed.c_str());
     return std::unexpected(failure);
 }

@@ -52,4 +52,9 @@ std::expected<void, FileError> renameExclusively(const std::filesystem::path& fr
     return renameOverClaim(from.c_str(), to.c_str());
 }
 
+void syncFolder(const std::filesystem::path& folder) {
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened) ::fsync(opened.get());
+}
+
 } // namespace quillary::platform

@@ -18,6 +18,9 @@ namespace quillary::platform {
 /// with an empty file or folder and renames over it: a kill in between leaves that empty claim.
 std::expected<void, FileError> renameExclusively(const std::filesystem::path& from, const std::filesystem::path& to);
 
+/// Waits until the names in a folder are on the disk, as far as its file system can tell.
+void syncFolder(const std::filesystem::path& folder);
+
 /// The names in a folder; empty when it cannot be read.
 inline std::unordered_set<std::string> namesIn(const std::filesystem::path& folder) {
     std::unordered_set<std::string> names;

@@ -5,6 +5,7 @@
 #include "platform/linux/FreeName.h"
 
 #include <QByteArray>
+#include <cerrno>
 #include <fcntl.h>
 #include <random>
 #include <sys/file.h>
@@ -23,6 +24,11 @@ std::filesystem::path hiddenName(const std::filesystem::path& folder) {
 
 bool isHiddenName(std::string_view name) {
     return name.starts_with(hiddenPrefix) && name.ends_with(hiddenSuffix);
+}
+
+void lock(int descriptor) {
+    while (::flock(descriptor, LOCK_EX) != 0 && errno == EINTR) {
+    }
 }
 
 void removeAbandonedFiles(const std::filesystem::path& folder) {

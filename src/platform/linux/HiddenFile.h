@@ -14,4 +14,8 @@ inline constexpr std::string_view hiddenSuffix = ".part";
 std::filesystem::path hiddenName(const std::filesystem::path& folder);
 bool isHiddenName(std::string_view name);
 
+/// Waits for the lock of a file or folder, which goes with the descriptor, also when the process is killed. Without
+/// effect where nothing can be locked.
+void lock(int descriptor);
+
 } // namespace quillary::platform

@@ -24,7 +24,6 @@ class MimeReader {
 public:
     /// Nothing there, not offered or not had in time: absent.
     std::optional<QByteArray> read(const QMimeData& from, const QString& type);
-    bool gaveUp() const { return m_gaveUp; }
 
 private:
     bool m_gaveUp = false;

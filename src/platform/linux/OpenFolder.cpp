@@ -2,6 +2,7 @@
 
 #include "platform/linux/Attributes.h"
 #include "platform/linux/HiddenFile.h"
+#include "platform/linux/RegularFile.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -127,14 +128,12 @@ void OpenFolder::read(Entries& entries) const {
 }
 
 std::optional<OpenFolder::Status> OpenFolder::status(const char* name) const {
-    using namespace std::chrono;
     struct stat status {};
     if (::fstatat(m_descriptor, name, &status, 0) != 0) {
-        if (errno == EACCES || errno == EOVERFLOW) return Status{Kind::other, sys_time<nanoseconds>::min()};
+        if (errno == EACCES || errno == EOVERFLOW) return Status{Kind::other, decltype(Status::modified)::min()};
         return {};
     }
-    const auto modified = seconds(status.st_mtim.tv_sec) + nanoseconds(status.st_mtim.tv_nsec);
-    return Status{kindOf(status.st_mode), sys_time<nanoseconds>(modified)};
+    return Status{kindOf(status.st_mode), modifiedOf(status)};
 }
 
 std::string_view OpenFolder::attribute(const char* name, const AttributeName& attribute,
@@ -145,6 +144,15 @@ std::string_view OpenFolder::attribute(const char* name, const AttributeName& at
     else
         length = ::getxattr((m_path + '/' + name).c_str(), attribute.full(), buffer.data(), buffer.size());
     return length > 0 ? std::string_view(buffer.data(), static_cast<std::size_t>(length)) : std::string_view();
+}
+
+std::vector<std::filesystem::path> visibleEntries(const std::filesystem::path& folder) {
+    namespace fs = std::filesystem;
+    std::vector<fs::path> entries;
+    std::error_code failed;
+    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
+        if (!at->path().filename().native().starts_with('.')) entries.push_back(at->path());
+    return entries;
 }
 
 } // namespace quillary::platform

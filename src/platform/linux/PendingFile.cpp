@@ -8,7 +8,6 @@
 #include <array>
 #include <cstdio>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -81,13 +80,19 @@ std::expected<PendingFile, FileError> PendingFile::create(const fs::path& folder
     return file;
 }
 
+std::expected<PendingFile, FileError> PendingFile::holding(const fs::path& folder, QByteArrayView bytes) {
+    PendingFile file = TRY(create(folder));
+    TRY(file.write(std::as_bytes(std::span(bytes.data(), static_cast<std::size_t>(bytes.size())))));
+    return file;
+}
+
 std::expected<void, FileError> PendingFile::createHidden() {
     while (true) {
         m_temporary = hiddenName(m_folder);
         m_descriptor = ::open(m_temporary.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
         if (m_descriptor < 0) return lastFailure();
         // Where nothing can be locked, nothing is ever cleared either.
-        ::flock(m_descriptor, LOCK_EX);
+        lock(m_descriptor);
         struct stat status {};
         if (::fstat(m_descriptor, &status) != 0 || status.st_nlink > 0) return {};
         // Somebody cleared it before it was locked: once more.
@@ -155,7 +160,7 @@ std::expected<void, FileError> PendingFile::placeAs(const std::string& name) {
 std::expected<void, FileError> PendingFile::replace(const fs::path& target) {
     applyPermissions();
     if (m_temporary.empty()) {
-        ::flock(m_descriptor, LOCK_EX);
+        lock(m_descriptor);
         const fs::path name = hiddenName(m_folder);
         TRY(linkUnnamed(m_descriptor, name));
         m_temporary = name;

@@ -5,7 +5,6 @@
 #include "platform/linux/HiddenFile.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -22,7 +21,7 @@ std::expected<PendingFolder, FileError> PendingFolder::create(const fs::path& pa
         // Somebody may clear it before it is locked: once more then.
         if (descriptor < 0 && errno == ENOENT) continue;
         if (descriptor < 0) return std::unexpected(FileError::last());
-        ::flock(descriptor, LOCK_EX);
+        lock(descriptor);
         struct stat status {};
         if (::fstat(descriptor, &status) != 0 || status.st_nlink > 0) return PendingFolder(std::move(path), descriptor);
         ::close(descriptor);

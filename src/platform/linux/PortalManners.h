@@ -4,7 +4,6 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QVariantMap>
-#include <functional>
 #include <optional>
 
 namespace quillary::platform {

@@ -2,15 +2,14 @@
 
 #include "platform/PendingFile.h"
 #include "platform/linux/Descriptor.h"
+#include "platform/linux/HiddenFile.h"
 
-#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
 #include <array>
 #include <fcntl.h>
 #include <mutex>
 #include <optional>
-#include <sys/file.h>
 #include <sys/stat.h>
 
 namespace quillary::platform {
@@ -51,14 +50,6 @@ public:
         return m_settings.value(key);
     }
 
-    void setValue(const QString& key, const QVariant& value) override {
-        update(key, [&](const QVariant&) { return value; });
-    }
-
-    void remove(const QString& key) override {
-        update(key, [](const QVariant&) { return QVariant(); });
-    }
-
     void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) override {
         const std::scoped_lock lock(m_mutex);
         const Descriptor othersWait = lockFile();
@@ -81,8 +72,7 @@ private:
         if (!createFolders(m_file.parent_path())) return {};
         const fs::path path = m_file.parent_path() / (m_file.stem().native() + ".lock");
         Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-        while (file && ::flock(file.get(), LOCK_EX) != 0 && errno == EINTR) {
-        }
+        if (file) lock(file.get());
         return file;
     }
 

@@ -94,13 +94,13 @@ QByteArray noteOf(const fs::path& file, const TrashFolder& trash) {
 std::expected<void, FileError> writeNote(const fs::path& info, const QByteArray& note) {
     const Descriptor file(::open(info.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600));
     if (!file) return std::unexpected(FileError::last());
-    if (::write(file.get(), note.constData(), static_cast<std::size_t>(note.size())) == note.size() &&
-        ::fsync(file.get()) == 0) {
-        const Descriptor folder(::open(info.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (folder) ::fsync(folder.get());
+    const ssize_t written = ::write(file.get(), note.constData(), static_cast<std::size_t>(note.size()));
+    if (written == note.size() && ::fsync(file.get()) == 0) {
+        syncFolder(info.parent_path());
         return {};
     }
-    const auto failure = FileError{errno != 0 ? errno : ENOSPC};
+    // Fewer bytes than asked for are what a disk takes that gets full.
+    const FileError failure = written >= 0 && written < note.size() ? FileError{ENOSPC} : FileError::last();
     ::unlink(info.c_str());
     return std::unexpected(failure);
 }

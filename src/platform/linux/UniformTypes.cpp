@@ -1,6 +1,7 @@
 #include "platform/UniformTypes.h"
 
 #include "base/Text.h"
+#include "platform/OpenFile.h"
 
 #include <QFile>
 #include <QMimeDatabase>
@@ -59,11 +60,8 @@ QString withoutParameters(const QString& type) {
 }
 
 QString typeOfContents(const std::filesystem::path& file) {
-    std::error_code ignored;
-    // A pipe or a socket is not opened: it might wait for ever.
-    if (!std::filesystem::is_regular_file(file, ignored)) return anything;
-    QFile contents(QFile::decodeName(file.c_str()));
-    if (!contents.open(QIODevice::ReadOnly)) return anything;
+    QFile contents;
+    if (!openForReading(contents, file)) return anything;
     return QMimeDatabase().mimeTypeForData(contents.read(enoughToTell)).name();
 }
 

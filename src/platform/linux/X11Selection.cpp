@@ -175,6 +175,7 @@ X11Selection::Property X11Selection::takeProperty() {
         taken.type = reply->type;
         taken.bytes.append(static_cast<const char*>(xcb_get_property_value(reply.get())),
                            xcb_get_property_value_length(reply.get()));
+        if (taken.bytes.size() > largestAnswer) return {};
         if (reply->bytes_after == 0) return taken;
     }
 }

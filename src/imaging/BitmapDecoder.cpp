@@ -5,6 +5,7 @@
 #include "imaging/codecs/Codecs.h"
 #include "imaging/png/Chunk.h"
 #include "imaging/reduced/ReducedPicture.h"
+#include "platform/OpenFile.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -29,8 +30,8 @@ std::unique_ptr<QIODevice> device(const Source& source) {
         buffer->open(QIODevice::ReadOnly);
         return buffer;
     }
-    auto file = std::make_unique<QFile>(std::get<std::filesystem::path>(source));
-    if (!file->open(QIODevice::ReadOnly)) return nullptr;
+    auto file = std::make_unique<QFile>();
+    if (!platform::openForReading(*file, std::get<std::filesystem::path>(source))) return nullptr;
     return file;
 }
 
@@ -152,8 +153,8 @@ QImage fitted(const QImage& image, QSize original, int longestSide) {
 /// The commonest files, read by quicker means. Absent for all others.
 std::optional<Reduced> quickThumbnail(const std::filesystem::path& file, int longestSide) {
     constexpr qint64 largest = 64 << 20;
-    QFile from(file);
-    if (!from.open(QIODevice::ReadOnly) || from.size() > largest) return {};
+    QFile from;
+    if (!platform::openForReading(from, file) || from.size() > largest) return {};
     const QByteArray bytes = from.readAll();
     const std::span data(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
                          static_cast<std::size_t>(bytes.size()));
@@ -182,12 +183,12 @@ codecs::Source moduleSource(const Source& source) {
     return std::get<std::filesystem::path>(source).native();
 }
 
-/// The toolkit's readers refuse what needs more than its own limit, which an honest picture may; ours is told
-/// beforehand.
+/// The toolkit's readers refuse what needs more than a limit of their own, which an honest picture may. Here it is what
+/// the largest picture needs at eight bytes a pixel.
 void liftToolkitLimit() {
     static const bool once = [] {
-        constexpr int unlimited = 0;
-        QImageReader::setAllocationLimit(unlimited);
+        constexpr auto megabytes = static_cast<int>(largestPixelCount * 8 >> 20);
+        QImageReader::setAllocationLimit(megabytes);
         return true;
     }();
     Q_UNUSED(once)
@@ -241,8 +242,6 @@ Reduced thumbnail(const std::filesystem::path& file, int longestSide) {
 bool hasBitmapSignature(const std::filesystem::path& file) {
     using namespace Qt::StringLiterals;
     static const std::array signatures{"\x89PNG\r\n\x1a\n"_ba, "\xff\xd8\xff"_ba, "II*\0"_ba, "MM\0*"_ba, "GIF8"_ba};
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(file, ignored)) return false;
     const QByteArray start = firstBytes(file);
     return std::ranges::any_of(signatures, [&](const QByteArray& signature) { return start.startsWith(signature); });
 }

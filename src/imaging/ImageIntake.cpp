@@ -14,8 +14,6 @@
 
 namespace quillary::ImageIntake {
 
-static_assert(largestPixelCount == quillary::largestPixelCount);
-
 namespace {
 
 using Result = std::expected<PastedImage, ImageIntakeError>;
@@ -130,10 +128,8 @@ Result read(platform::Pasteboard& pasteboard, int longEdge, std::stop_token stop
 
 Result read(const std::filesystem::path& url, int longEdge, std::stop_token stop) {
     if (stop.stop_requested()) return std::unexpected(ImageIntakeError::nothingUsable());
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(url, error)) return std::unexpected(ImageIntakeError::unreadableFile(url));
-    const auto bytes = std::filesystem::file_size(url, error);
-    if (error) return std::unexpected(ImageIntakeError::unreadableFile(url));
+    const auto bytes = platform::regularFileSize(url);
+    if (!bytes) return std::unexpected(ImageIntakeError::unreadableFile(url));
 
     const auto format = vectorFormat(platform::contentType(url));
     auto image = format && !BitmapDecoder::hasBitmapSignature(url) ? readVectorFile(url, *format, longEdge, stop)
@@ -141,7 +137,7 @@ Result read(const std::filesystem::path& url, int longEdge, std::stop_token stop
     if (stop.stop_requested()) return std::unexpected(ImageIntakeError::nothingUsable());
     PastedImage read = TRY(std::move(image));
     read.formatLabel = QString::fromStdString(lowercaseExtension(url)).toUpper();
-    read.sourceBytes = static_cast<qint64>(bytes);
+    read.sourceBytes = static_cast<qint64>(*bytes);
     read.webOrigin = platform::webOrigin(url);
     return read;
 }

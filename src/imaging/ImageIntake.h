@@ -1,6 +1,7 @@
 #pragma once
 
 #include "imaging/ImageIntakeError.h"
+#include "imaging/RasterSize.h"
 #include "values/PastedImage.h"
 
 #include <QByteArray>
@@ -24,7 +25,7 @@ class Pasteboard;
 /// A picture of more than `largestPixelCount` pixels is refused before any pixel is touched.
 namespace ImageIntake {
 
-inline constexpr qint64 largestPixelCount = qint64(1) << 28;
+using quillary::largestPixelCount;
 
 /// Preferred clipboard types, best first: PNG, TIFF, JPEG.
 const QStringList& bitmapPriority();

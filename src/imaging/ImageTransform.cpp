@@ -5,12 +5,12 @@
 #include "imaging/BitmapDecoder.h"
 #include "imaging/PngEncoder.h"
 #include "platform/FileAttributes.h"
+#include "platform/OpenFile.h"
 #include "platform/PendingFile.h"
 #include "xml/Document.h"
 
 #include <QColorSpace>
 #include <QFile>
-#include <QFileInfo>
 #include <QLocale>
 #include <QTransform>
 #include <algorithm>
@@ -39,22 +39,18 @@ const Names& namesOf(Operation operation) {
     return *std::ranges::find(names, operation, &Names::operation);
 }
 
-/// The file itself when it may be written: behind links, and with a bit that lets somebody write.
+/// The file itself, behind links, when it may be written.
 std::optional<fs::path> writable(const fs::path& url) {
     std::error_code failed;
     const fs::path file = fs::canonical(url, failed);
-    if (failed || !fs::is_regular_file(file, failed)) return {};
-    constexpr auto write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-    if ((fs::status(file, failed).permissions() & write) == fs::perms::none) return {};
-    if (!QFileInfo(file).isWritable()) return {};
+    if (failed || !fs::is_regular_file(file, failed) || !platform::mayBeWritten(file)) return {};
     return file;
 }
 
 bool rewrite(const fs::path& file, const QByteArray& bytes) {
     if (bytes.isEmpty()) return false;
-    auto pending = platform::PendingFile::create(file.parent_path());
-    return pending && pending->write(std::as_bytes(std::span(bytes.constData(), bytes.size()))) &&
-           pending->copyAttributesFrom(file) && pending->sync() && pending->replace(file);
+    auto pending = platform::PendingFile::holding(file.parent_path(), bytes);
+    return pending && pending->copyAttributesFrom(file) && pending->sync() && pending->replace(file);
 }
 
 QImage turned(const QImage& image, Operation operation) {
@@ -147,8 +143,9 @@ bool applyToBitmap(Operation operation, const fs::path& url) {
 
 bool applyToVector(Operation operation, const fs::path& url) {
     const auto file = writable(url);
-    QFile contents(file.value_or(fs::path()));
-    if (!file || !contents.open(QIODevice::ReadOnly) || contents.size() > xml::Document::defaultLimit) return false;
+    QFile contents;
+    if (!file || !platform::openForReading(contents, *file) || contents.size() > xml::Document::defaultLimit)
+        return false;
     const auto document = xml::Document::parse(contents.readAll());
     if (!document || !document->root().isNamed("svg")) return false;
     xml::Node root = document->root();

@@ -1,7 +1,9 @@
 #include "imaging/Rasterizer.h"
 
+#include "base/Text.h"
 #include "imaging/rasterizer/Protocol.h"
 #include "platform/HelperProcess.h"
+#include "platform/OpenFile.h"
 #include "platform/SharedMemory.h"
 
 #include <QCoreApplication>
@@ -31,11 +33,8 @@ public:
                 m_memory.emplace(*std::move(memory));
             return;
         }
-        const auto& path = std::get<std::filesystem::path>(source);
-        std::error_code ignored;
-        if (!std::filesystem::is_regular_file(path, ignored)) return;
-        m_file.setFileName(path);
-        m_file.open(QIODevice::ReadOnly);
+        // Told by `descriptor`.
+        static_cast<void>(platform::openForReading(m_file, std::get<std::filesystem::path>(source)));
     }
 
     std::optional<int> descriptor() const {
@@ -89,9 +88,7 @@ std::expected<QImage, Error> draw(const Source& source, Format format, RasterRul
                                                rule.kind == RasterRule::Kind::fit ? "fit" : "enlarge",
                                                std::to_string(rule.longEdge), std::to_string(seconds)};
     const std::array descriptors{*document.descriptor(), pixels->descriptor()};
-    const std::filesystem::path program =
-        std::filesystem::path(QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString()) /
-        "quillary-rasterizer";
+    const std::filesystem::path program = pathOf(QCoreApplication::applicationDirPath()) / "quillary-rasterizer";
     const auto outcome = HelperProcess{program, arguments, descriptors, limit}.run(stop);
     switch (outcome.end) {
     case HelperProcess::End::notStarted:

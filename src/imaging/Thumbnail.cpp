@@ -3,6 +3,7 @@
 #include "imaging/BitmapDecoder.h"
 #include "imaging/RasterSize.h"
 #include "imaging/Rasterizer.h"
+#include "platform/OpenFile.h"
 #include "platform/UniformTypes.h"
 
 #include <QFile>
@@ -74,7 +75,7 @@ QImage Thumbnail::made(const fs::path& url, const ThumbnailCache::FileState& sta
     const auto entry = make(url, kind, stop);
     if (!entry.picture.isNull())
         m_cache.write(url, state, size, entry);
-    else if (!stop.stop_requested() && QFile(url).open(QIODevice::ReadOnly))
+    else if (QFile file; !stop.stop_requested() && platform::openForReading(file, url))
         m_cache.writeFailure(url, state);
     return entry.picture.isNull() ? QImage() : scaledDown(entry, side);
 }

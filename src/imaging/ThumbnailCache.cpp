@@ -3,15 +3,15 @@
 #include "base/FileUrl.h"
 #include "imaging/PngEncoder.h"
 #include "imaging/png/Chunk.h"
+#include "platform/FileAttributes.h"
+#include "platform/OpenFile.h"
 #include "platform/PendingFile.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QImageReader>
 #include <algorithm>
-#include <chrono>
 #include <utility>
 #include <vector>
 
@@ -64,8 +64,8 @@ Texts describing(const fs::path& file, const ThumbnailCache::FileState& state) {
 /// The entry's picture if it is whole, small enough and of that file. The reader tells texts with a colon in their key
 /// only once the pixels are read.
 QImage matching(const fs::path& entry, int most, const fs::path& file, const ThumbnailCache::FileState& state) {
-    QFile from(entry);
-    if (!from.open(QIODevice::ReadOnly) || png::isDamaged(from) || !from.seek(0)) return {};
+    QFile from;
+    if (!platform::openForReading(from, entry) || png::isDamaged(from) || !from.seek(0)) return {};
     QImageReader reader(&from, "png");
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > most || size.height() > most) return {};
@@ -101,9 +101,8 @@ bool make(const fs::path& folder) {
 
 void place(const QByteArray& bytes, const fs::path& folder, const fs::path& name) {
     if (!make(folder.parent_path()) || !make(folder)) return;
-    auto pending = platform::PendingFile::create(folder);
-    if (!pending || !pending->write(std::as_bytes(std::span(bytes.constData(), bytes.size())))) return;
-    if (!pending->replace(folder / name)) return;
+    auto pending = platform::PendingFile::holding(folder, bytes);
+    if (!pending || !pending->replace(folder / name)) return;
     std::error_code ignored;
     fs::permissions(folder / name, fs::perms::owner_read | fs::perms::owner_write, ignored);
 }
@@ -111,14 +110,9 @@ void place(const QByteArray& bytes, const fs::path& folder, const fs::path& name
 } // namespace
 
 std::optional<ThumbnailCache::FileState> ThumbnailCache::stateOf(const fs::path& file) {
-    std::error_code failed;
-    if (!fs::is_regular_file(file, failed)) return {};
-    const auto size = fs::file_size(file, failed);
-    if (failed) return {};
-    const auto modified = fs::last_write_time(file, failed);
-    if (failed) return {};
-    const auto since = std::chrono::file_clock::to_sys(modified).time_since_epoch();
-    return FileState{std::chrono::duration_cast<std::chrono::nanoseconds>(since).count(), size};
+    const auto stamp = platform::fileStamp(file);
+    if (!stamp) return {};
+    return FileState{stamp->modified.time_since_epoch().count(), stamp->size};
 }
 
 fs::path ThumbnailCache::folderOf(Size size) const {

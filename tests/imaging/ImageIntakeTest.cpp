@@ -1,5 +1,6 @@
 #include "imaging/ImageIntake.h"
 
+#include "base/Text.h"
 #include "samples/Pictures.h"
 #include "support/FakePasteboard.h"
 #include "support/TemporaryFolder.h"
@@ -146,6 +147,8 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
         {"Photo.JPG", test::encoded(opaque, "JPEG"), "10×6 rgbx “Photo” JPG File · {}"},
         {"scan.tif", test::encoded(opaque, "TIFF"), "10×6 rgbx “scan” TIF File · {}"},
         {"old.bmp", test::encoded(opaque, "BMP"), "10×6 rgbx “old” BMP File · {}"},
+        {"caf\xe9.bmp", test::encoded(opaque, "BMP"), "10×6 rgbx “caf\ufffd” BMP File · {}"},
+        {"caf\xe9.svg", svgDocument(), "512×256 premultiplied alpha “caf\ufffd” SVG Rasterized from caf\ufffd.svg"},
         {"brackets[1]", png(2, 2), "2×2 rgba alpha “brackets[1]”  File · {}"},
         {"logo.svg", svgDocument(), "512×256 premultiplied alpha “logo” SVG Rasterized from logo.svg"},
         {"page.PDF", test::pdf(30, 60), "256×512 premultiplied alpha “page” PDF Rasterized from page.PDF"},
@@ -165,7 +168,7 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
         const auto file = folder / row.name;
         test::writeFile(file, row.bytes);
         std::string expected = row.expected;
-        if (const auto at = expected.find("{}"); at != std::string::npos) expected.replace(at, 2, file.native());
+        if (const auto at = expected.find("{}"); at != std::string::npos) expected.replace(at, 2, text(shown(file)));
         const auto result = ImageIntake::read(file, longEdge);
         EXPECT_EQ(told(result), expected);
         if (result) {

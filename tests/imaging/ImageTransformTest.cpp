@@ -112,6 +112,15 @@ TEST_F(ImageTransformTest, WrapsVectorsInAGroup) {
     EXPECT_EQ(ImageTransform::clean(0.1), "0.1");
 }
 
+TEST_F(ImageTransformTest, TurnsFilesWhoseNamesAreNoText) {
+    const auto bitmap = file("caf\xe9.bmp", test::encoded(test::colourful(20, 10), "BMP"));
+    const auto vector = file("caf\xe9.svg", test::svg("viewBox=\"0 0 20 10\""));
+    EXPECT_TRUE(ImageTransform::apply(Operation::rotateLeft, bitmap));
+    EXPECT_EQ(seen(bitmap).size(), QSize(10, 20));
+    EXPECT_TRUE(ImageTransform::apply(Operation::rotateLeft, vector));
+    EXPECT_THAT(test::readFile(vector), HasSubstr("viewBox=\"0 0 10 20\""));
+}
+
 TEST_F(ImageTransformTest, LeavesWhatItCannotTurn) {
     const QByteArray picture = test::encoded(test::colourful(20, 10), "PNG");
     const std::pair<const char*, QByteArray> rows[] = {

@@ -1,7 +1,6 @@
 #include "imaging/rasterizer/Canvas.h"
 #include "platform/HelperProcess.h"
 
-#include <array>
 #include <charconv>
 #include <dlfcn.h>
 #include <filesystem>

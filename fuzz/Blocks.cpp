@@ -76,7 +76,7 @@ void checkExports(const FCPXMLDocument& document, QByteArrayView xml) {
     }
     auto older = FCPXMLDocument::parse(xml);
     bringToVersion110(*older, leftOut);
-    auto again = FCPXMLDocument::parse(older->serialize());
+    auto again = FCPXMLDocument::parse(*older->serialize());
     require(again.has_value(), "an older document can be read");
     LeftOut nothing;
     bringToVersion110(*again, nothing);

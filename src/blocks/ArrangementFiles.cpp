@@ -7,26 +7,18 @@
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
 
-#include <span>
-
 namespace quillary {
 
 namespace fs = std::filesystem;
+using platform::isTaken;
 using platform::PendingFile;
 
 namespace {
 
-bool isThere(const fs::path& path) {
-    std::error_code failed;
-    return fs::exists(fs::symlink_status(path, failed));
-}
-
 std::expected<void, platform::FileError> writePoster(const QByteArray& png, const fs::path& poster) {
-    PendingFile file = TRY(PendingFile::create(poster.parent_path()));
-    TRY(file.write(std::as_bytes(std::span(png.constData(), png.size()))));
+    PendingFile file = TRY(PendingFile::holding(poster.parent_path(), png));
     TRY(file.sync());
-    TRY(file.replace(poster));
-    return {};
+    return file.replace(poster);
 }
 
 } // namespace
@@ -38,7 +30,7 @@ ArrangementStore::Result ArrangementStore::ownBlock(const fs::path& block) {
     if (lowercaseExtension(file) != blockExtension || m_storage.shelfFolderOf(file) != root / Storage::blocksFolder())
         return std::unexpected(
             Failure::unreadable(translate("Blocks", "%1 is not a block.").arg(shown(file.filename()))));
-    if (!isThere(file))
+    if (!isTaken(file))
         return std::unexpected(Failure::unreadable(
             QStringLiteral("%1: %2").arg(shown(file.filename()), platform::FileError{ENOENT}.description())));
     return file;
@@ -47,11 +39,11 @@ ArrangementStore::Result ArrangementStore::ownBlock(const fs::path& block) {
 ArrangementStore::Result ArrangementStore::relocate(const fs::path& block, const fs::path& folder,
                                                     const std::string& stem) {
     const fs::path poster = posterPath(block);
-    const bool hasPoster = isThere(poster);
+    const bool hasPoster = isTaken(poster);
     const NumberedName names = blockNames(stem);
     // Both files keep one name, so a name counts as taken when either of them would meet another file.
     unsigned n = 1;
-    while (isThere(folder / names.at(n)) || (hasPoster && isThere(posterPath(folder / names.at(n))))) ++n;
+    while (isTaken(folder / names.at(n)) || (hasPoster && isTaken(posterPath(folder / names.at(n))))) ++n;
     const std::string free = fs::path(names.at(n)).stem().native();
     const fs::path moved = TRY(m_storage.moveTo(folder, blockNames(free), block));
     if (!hasPoster) return moved;
@@ -84,7 +76,7 @@ ArrangementStore::Result ArrangementStore::rename(const fs::path& block, const Q
 std::expected<void, ArrangementFailure> ArrangementStore::remove(const fs::path& block) {
     const fs::path file = TRY(ownBlock(block));
     TRY(m_storage.remove(file));
-    if (isThere(posterPath(file))) TRY(m_storage.remove(posterPath(file)));
+    if (isTaken(posterPath(file))) TRY(m_storage.remove(posterPath(file)));
     return {};
 }
 
@@ -92,7 +84,7 @@ std::expected<void, ArrangementFailure> ArrangementStore::moveBack(const fs::pat
     const fs::path file = TRY(ownBlock(block));
     const fs::path poster = posterPath(file);
     TRY(m_storage.moveBack(file, place));
-    if (!isThere(poster)) return {};
+    if (!isTaken(poster)) return {};
     auto along = m_storage.moveBack(poster, posterPath(place));
     if (along) return {};
     (void)m_storage.moveBack(place, file);
@@ -102,7 +94,7 @@ std::expected<void, ArrangementFailure> ArrangementStore::moveBack(const fs::pat
 std::expected<std::vector<platform::TrashedFile>, ArrangementFailure> ArrangementStore::trash(const fs::path& block) {
     const fs::path file = TRY(ownBlock(block));
     std::vector<platform::TrashedFile> trashed{TRY(m_storage.trash(file))};
-    if (!isThere(posterPath(file))) return trashed;
+    if (!isTaken(posterPath(file))) return trashed;
     auto poster = m_storage.trash(posterPath(file));
     if (!poster) {
         (void)Storage::restore(trashed.front());
@@ -125,7 +117,7 @@ std::expected<void, ArrangementFailure> ArrangementStore::setPoster(const QImage
 
 std::expected<void, ArrangementFailure> ArrangementStore::removePoster(const fs::path& block) {
     const fs::path file = TRY(ownBlock(block));
-    if (isThere(posterPath(file))) TRY(m_storage.remove(posterPath(file)));
+    if (isTaken(posterPath(file))) TRY(m_storage.remove(posterPath(file)));
     return {};
 }
 

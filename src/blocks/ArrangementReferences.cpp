@@ -1,4 +1,3 @@
-#include "base/Translation.h"
 #include "base/Try.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockFiles.h"
@@ -6,7 +5,6 @@
 
 #include <algorithm>
 #include <set>
-#include <span>
 
 namespace quillary {
 
@@ -54,14 +52,12 @@ int relink(FCPXMLDocument& document, const fs::path& oldRoot, const fs::path& ro
 
 /// In one step, keeping the date and whatever else is marked on the file. A block that is gone meanwhile stays gone.
 std::expected<void, platform::FileError> rewrite(const fs::path& file, FileDate modified, const QByteArray& bytes) {
-    PendingFile fresh = TRY(PendingFile::create(file.parent_path()));
-    TRY(fresh.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
+    PendingFile fresh = TRY(PendingFile::holding(file.parent_path(), bytes));
     TRY(fresh.copyAttributesFrom(file));
     fresh.setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(modified));
     TRY(fresh.sync());
     if (!isFile(file)) return std::unexpected(platform::FileError{ENOENT});
-    TRY(fresh.replace(file));
-    return {};
+    return fresh.replace(file);
 }
 
 /// Whether a filter or a transform works on the element or on anything in it.
@@ -109,8 +105,8 @@ std::optional<QByteArray> ArrangementStore::xml(const fs::path& block) {
             element.removeAttribute("modDate");
         }
     }
-    QByteArray bytes = document->serialize();
-    return bytes.isEmpty() ? std::nullopt : std::optional(std::move(bytes));
+    auto bytes = document->serialize();
+    return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
 }
 
 std::optional<fs::path> ArrangementStore::findMedia(const QByteArray& uid) {
@@ -167,8 +163,8 @@ int ArrangementStore::relinkAll(const fs::path& oldRoot) {
     for (const LibraryItem& block : blocksBelow(*root)) {
         auto document = FCPXMLDocument::read(block.url);
         if (!document || !relink(*document, oldRoot, *root, elements)) continue;
-        const QByteArray bytes = document->serialize();
-        if (!bytes.isEmpty() && rewrite(block.url, block.modified, bytes)) ++written;
+        const auto bytes = document->serialize();
+        if (bytes && rewrite(block.url, block.modified, *bytes)) ++written;
     }
     return written;
 }
@@ -182,8 +178,7 @@ std::expected<int, ArrangementFailure> ArrangementStore::useFoundMedia(const fs:
     FinalCutElements elements(root);
     const int changed = relink(document, {}, root, elements);
     if (changed == 0) return 0;
-    const QByteArray bytes = document.serialize();
-    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(translate("Blocks", "Not enough memory")));
+    const QByteArray bytes = TRY(document.serialize());
     const auto written = rewrite(file, std::chrono::time_point_cast<FileDate::duration>(modified), bytes);
     if (!written) return std::unexpected(Failure(StorageError::couldNotWrite(file, written.error().description())));
     return changed;

@@ -1,16 +1,15 @@
 #include "blocks/ArrangementStore.h"
 
 #include "base/Text.h"
-#include "base/Translation.h"
 #include "base/Try.h"
 #include "blocks/BlockFiles.h"
 #include "blocks/BlockSummaries.h"
 #include "library/ShelfIndex.h"
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
+#include "platform/OpenFile.h"
 
 #include <QFile>
-#include <span>
 
 namespace quillary {
 
@@ -20,16 +19,12 @@ using platform::PendingFile;
 namespace {
 
 bool holdsExactly(const fs::path& file, const QByteArray& bytes) {
-    std::error_code failed;
-    if (!fs::is_regular_file(file, failed) || fs::file_size(file, failed) != static_cast<std::uintmax_t>(bytes.size()))
-        return false;
-    QFile opened(file);
-    return opened.open(QIODevice::ReadOnly) && opened.readAll() == bytes;
+    QFile opened;
+    return platform::openForReading(opened, file) && opened.size() == bytes.size() && opened.readAll() == bytes;
 }
 
 std::expected<PendingFile, platform::FileError> written(const QByteArray& bytes, const fs::path& folder) {
-    PendingFile file = TRY(PendingFile::create(folder));
-    TRY(file.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
+    PendingFile file = TRY(PendingFile::holding(folder, bytes));
     TRY(file.sync());
     return file;
 }
@@ -57,8 +52,7 @@ std::expected<Arrangement, ArrangementFailure> ArrangementStore::save(FCPXMLDocu
 
     const fs::path root = TRY(m_storage.root());
     TRY(makeSelfContained(document, called, root, progress));
-    const QByteArray bytes = document.serialize();
-    if (bytes.isEmpty()) return std::unexpected(Failure::unreadable(translate("Blocks", "Not enough memory")));
+    const QByteArray bytes = TRY(document.serialize());
 
     const fs::path folder = Storage::appending(collection.value_or(QString()), root / Storage::blocksFolder());
     Arrangement block{.url = TRY(place(bytes, called, folder)), .name = {}};
@@ -78,8 +72,7 @@ ArrangementStore::Result ArrangementStore::place(const QByteArray& xml, const QS
     std::optional<PendingFile> file;
     for (unsigned n = 1;;) {
         const fs::path candidate = folder / names.at(n);
-        std::error_code ignored;
-        if (fs::exists(fs::symlink_status(candidate, ignored))) {
+        if (platform::isTaken(candidate)) {
             if (holdsExactly(candidate, xml)) return std::unexpected(Failure::alreadySaved(name));
             ++n;
             continue;

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cmath>
-#include <string_view>
 
 namespace quillary {
 

@@ -6,7 +6,6 @@
 
 #include <QByteArray>
 #include <expected>
-#include <optional>
 #include <span>
 #include <stop_token>
 #include <unordered_map>

@@ -10,8 +10,6 @@
 #include "platform/FileAttributes.h"
 #include "platform/PendingFile.h"
 
-#include <span>
-
 namespace quillary::BlockExport {
 
 namespace fs = std::filesystem;
@@ -21,8 +19,8 @@ namespace {
 
 std::expected<fs::path, platform::FileError> placed(const QByteArray& bytes, const Request& request,
                                                     const NumberedName& names) {
-    PendingFile file = TRY(PendingFile::create(request.folder ? *request.folder : request.output.parent_path()));
-    TRY(file.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
+    const fs::path folder = request.folder ? *request.folder : request.output.parent_path();
+    PendingFile file = TRY(PendingFile::holding(folder, bytes));
     TRY(file.sync());
     if (request.folder) return file.place(names);
     TRY(file.replace(request.output));
@@ -49,10 +47,7 @@ std::expected<QByteArray, ArrangementFailure> converted(FCPXMLDocument& document
     for (auto& reference : document.media())
         if (const auto file = reference.file(); file && (from || reference.isRelative()))
             reference.setFile(*file, from);
-    QByteArray bytes = document.serialize();
-    if (bytes.isEmpty())
-        return std::unexpected(ArrangementFailure::unreadable(translate("Blocks", "Not enough memory")));
-    return bytes;
+    return document.serialize();
 }
 
 } // namespace

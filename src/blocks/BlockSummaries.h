@@ -2,7 +2,6 @@
 
 #include "values/Arrangement.h"
 
-#include <filesystem>
 #include <optional>
 #include <stop_token>
 #include <unordered_map>

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "base/Translation.h"
 #include "base/Try.h"
+#include "platform/OpenFile.h"
 
 #include <QFile>
 
@@ -66,11 +67,11 @@ std::expected<QByteArray, ArrangementFailure> FCPXMLDocument::bytesOf(const fs::
         return std::unexpected(ArrangementFailure::unreadable(
             translate("Blocks", "Could not read %1: %2").arg(shown(file.filename()), why)));
     };
-    std::error_code failed;
-    if (!fs::is_regular_file(file, failed))
-        return unreadable(failed ? QString::fromStdString(failed.message()) : translate("Blocks", "not a file"));
-    QFile opened(file);
-    if (!opened.open(QIODevice::ReadOnly)) return unreadable(opened.errorString());
+    QFile opened;
+    if (const auto found = platform::openForReading(opened, file); !found) {
+        const bool isOther = found.error().code == EISDIR || found.error().code == EINVAL;
+        return unreadable(isOther ? translate("Blocks", "not a file") : found.error().description());
+    }
     if (opened.size() > largest) return unreadable(translate("Blocks", "The document is too large."));
     // One byte more tells a file that grows meanwhile.
     return opened.read(opened.size() + 1);
@@ -122,6 +123,13 @@ std::vector<FCPXMLDocument::MediaReference> FCPXMLDocument::media() const {
         if (found.size() == before && asset.attribute("src")) found.push_back({asset, id, uid, true, m_folder});
     }
     return found;
+}
+
+std::expected<QByteArray, ArrangementFailure> FCPXMLDocument::serialize() const {
+    QByteArray bytes = m_document.serialize(xml::Document::Encoding::utf8);
+    if (bytes.isEmpty())
+        return std::unexpected(ArrangementFailure::unreadable(translate("Blocks", "Not enough memory")));
+    return bytes;
 }
 
 } // namespace quillary

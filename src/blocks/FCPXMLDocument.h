@@ -61,8 +61,9 @@ public:
     /// Every reference to a file, in document order.
     std::vector<MediaReference> media() const;
 
-    /// In UTF-8, whatever encoding it came in: others recognise a clip by its first bytes.
-    QByteArray serialize() const { return m_document.serialize(xml::Document::Encoding::utf8); }
+    /// In UTF-8, whatever encoding it came in: others recognise a clip by its first bytes. Fails only when memory is
+    /// short.
+    std::expected<QByteArray, ArrangementFailure> serialize() const;
 
 private:
     explicit FCPXMLDocument(xml::Document document) : m_document(std::move(document)) {}

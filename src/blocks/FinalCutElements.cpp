@@ -2,6 +2,7 @@
 
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
+#include "platform/OpenFolder.h"
 
 #include <QString>
 #include <algorithm>
@@ -61,14 +62,12 @@ const std::vector<FinalCutElements::Entry>& FinalCutElements::entries() {
     if (m_entries) return *m_entries;
     m_entries.emplace();
     for (const fs::path& folder : m_folders) {
-        std::error_code failed;
-        std::vector<fs::path> files;
-        for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
-            std::error_code vanished;
-            if (at->is_regular_file(vanished)) files.push_back(at->path());
-        }
+        // What is hidden is still being written.
+        std::vector<fs::path> files = platform::visibleEntries(folder);
         std::ranges::sort(files);
         for (fs::path& file : files) {
+            std::error_code vanished;
+            if (!fs::is_regular_file(file, vanished)) continue;
             const std::size_t number = m_entries->size();
             QByteArray uid = readUID(file);
             if (!uid.isEmpty()) m_byUID.emplace(uid, number);

@@ -10,16 +10,12 @@ namespace quillary {
 
 namespace fs = std::filesystem;
 using platform::FileError;
+using platform::isTaken;
 using platform::PendingFile;
 
 namespace {
 
 using platform::regularFileSize;
-
-bool isTaken(const fs::path& path) {
-    std::error_code failed;
-    return fs::exists(fs::symlink_status(path, failed));
-}
 
 NumberedName copyName(const MediaCopier::Source& source) {
     const std::string name = source.file ? source.file->filename().native() : "media";

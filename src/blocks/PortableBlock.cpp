@@ -12,7 +12,6 @@
 #include <QLocale>
 #include <map>
 #include <set>
-#include <span>
 
 namespace quillary::BlockExport {
 
@@ -27,16 +26,12 @@ constexpr const char* mediaFolder = "Media";
 std::expected<void, FileError> copy(const fs::path& source, const fs::path& target,
                                     const PendingFile::Progress& progress, const std::stop_token& stop) {
     PendingFile file = TRY(PendingFile::create(target.parent_path()));
-    TRY(file.copyFrom(source, progress, stop));
-    if (const auto stamp = platform::fileStamp(source))
-        file.setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(stamp->modified));
-    TRY(file.sync());
+    TRY(file.copyWhole(source, progress, stop));
     return file.placeAs(target.filename().native());
 }
 
 std::expected<void, FileError> write(const QByteArray& bytes, const fs::path& target) {
-    PendingFile file = TRY(PendingFile::create(target.parent_path()));
-    TRY(file.write(std::as_bytes(std::span(bytes.constData(), bytes.size()))));
+    PendingFile file = TRY(PendingFile::holding(target.parent_path(), bytes));
     TRY(file.sync());
     return file.placeAs(target.filename().native());
 }
@@ -47,6 +42,18 @@ std::string originalName(const fs::path& file, const QByteArray& uid) {
     const std::string prefix = FinalCutElements::prefix(uid);
     const bool isCopy = FinalCutElements::holds(file) && name.starts_with(prefix) && name.size() > prefix.size();
     return isCopy ? name.substr(prefix.size()) : name;
+}
+
+/// A file system that does not tell its space is taken to have enough.
+std::expected<void, ArrangementFailure> checkSpace(const fs::path& folder, std::uintmax_t bytes) {
+    std::error_code failed;
+    const fs::space_info space = fs::space(folder, failed);
+    if (failed || space.available >= bytes) return {};
+    const QLocale locale;
+    return std::unexpected(
+        ArrangementFailure::unreadable(translate("Blocks", "There is not enough space: %1 are needed, %2 are free.")
+                                           .arg(locale.formattedDataSize(static_cast<qint64>(bytes)),
+                                                locale.formattedDataSize(static_cast<qint64>(space.available)))));
 }
 
 /// The files of a document, each with a name of its own.
@@ -96,14 +103,7 @@ std::expected<Portable, ArrangementFailure> makePortable(ArrangementStore& store
         const std::string packed = TRY(packing.add(reference, shownStem(block)));
         reference.setFile(place / mediaFolder / packed, place);
     }
-    const fs::space_info space = fs::space(place, failed);
-    if (!failed && space.available < packing.bytes) {
-        const QLocale locale;
-        return std::unexpected(
-            ArrangementFailure::unreadable(translate("Blocks", "There is not enough space: %1 are needed, %2 are free.")
-                                               .arg(locale.formattedDataSize(static_cast<qint64>(packing.bytes)),
-                                                    locale.formattedDataSize(static_cast<qint64>(space.available)))));
-    }
+    TRY(checkSpace(place, packing.bytes));
 
     platform::removeAbandonedFiles(place);
     auto folder = platform::PendingFolder::create(place);
@@ -120,7 +120,7 @@ std::expected<Portable, ArrangementFailure> makePortable(ArrangementStore& store
     }
     const std::string stem = blockStem(shownStem(block));
     const fs::path written = folder->path() / blockNames(stem).at(1);
-    if (const auto made = write(document.serialize(), written); !made) return failure(made.error());
+    if (const auto made = write(TRY(document.serialize()), written); !made) return failure(made.error());
     if (posterStampOf(block))
         if (const auto made = copy(posterPath(block), posterPath(written), {}, progress.stop); !made)
             return failure(made.error());

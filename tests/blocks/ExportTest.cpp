@@ -107,6 +107,12 @@ TEST_F(ExportTest, LaysConnectedClipsOutByTheirLanes) {
                 ElementsAre("V 0+4@3605 one 4+2@5 two", "V 2+1@3600 s1 4+1@3600 s2", "V 1+2@0 above off 4+1@0 late",
                             "V 4+1@3600 twin", "A 4+2@5 two", "A 0+2@1 below", "A 1+2@0 above off 4+1@0 late"));
     EXPECT_THAT(left(), ElementsAre("Titles (1): “T”"));
+    // Lanes as far out as numbers go.
+    EXPECT_THAT(tracks(withSpine(R"(
+        <asset-clip ref="a" name="on" duration="1s">
+            <asset-clip ref="a" name="far" lane="-2147483648" duration="1s"/><asset-clip ref="a" name="near" lane="-1" duration="1s"/>
+        </asset-clip>)")),
+                ElementsAre("A 0+1@0 on", "A 0+1@0 near", "A 0+1@0 far"));
 }
 
 TEST_F(ExportTest, OpensClipsWithinClips) {

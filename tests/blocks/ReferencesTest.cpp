@@ -49,6 +49,11 @@ TEST_F(ReferencesTest, MissingMediaAreFoundByMarkOrName) {
     EXPECT_THAT(dragged(block), ElementsAre(elsewhere / "renamed.mov"));
     EXPECT_EQ(store.findMedia("A1B2C3D4E5F60718293A4B5C6D7E8F90"), elsewhere / "renamed.mov");
     EXPECT_EQ(store.findMedia("A1B2C3D4"), std::nullopt);
+    // What is still being copied bears the mark, but no name to be found by.
+    const fs::path unfinished = root / "Library/Images/Final Cut Elements/.quillary-1-a.part";
+    writeFile(unfinished, "half");
+    platform::setAttribute(unfinished, "com.quillary.assetUID", "A1B2C3D4E5F60718293A4B5C6D7E8F90");
+    EXPECT_THAT(dragged(block), ElementsAre(elsewhere / "renamed.mov"));
     // The mark is lost: by the beginning of the name, but never what is marked as another's.
     platform::removeAttribute(elsewhere / "renamed.mov", "com.quillary.assetUID");
     EXPECT_THAT(dragged(block), ElementsAre(copy));

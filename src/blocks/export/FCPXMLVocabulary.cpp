@@ -1,8 +1,5 @@
 #include "blocks/export/FCPXMLVocabulary.h"
 
-#include <array>
-#include <iterator>
-
 namespace quillary {
 
 namespace {

@@ -3,8 +3,6 @@
 #include "base/Translation.h"
 #include "blocks/export/TimelineWalk.h"
 
-#include <algorithm>
-
 namespace quillary {
 
 std::expected<FlatTimeline, ArrangementFailure> flattened(const FCPXMLDocument& document, LeftOut& leftOut) {

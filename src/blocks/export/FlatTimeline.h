@@ -5,7 +5,6 @@
 #include "blocks/export/LeftOut.h"
 #include "blocks/export/Rational.h"
 
-#include <QByteArray>
 #include <QString>
 #include <expected>
 #include <filesystem>

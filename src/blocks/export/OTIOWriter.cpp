@@ -25,7 +25,8 @@ QString schema() {
 bool isWholeAt(const Rational& rate, std::initializer_list<Rational> times) {
     return std::ranges::all_of(times, [&](const Rational& time) {
         const Rational value = time * rate;
-        return value.isValid() && value.isWhole() && std::abs(value.numerator()) <= largestValue;
+        return value.isValid() && value.isWhole() && value.numerator() <= largestValue &&
+               value.numerator() >= -largestValue;
     });
 }
 

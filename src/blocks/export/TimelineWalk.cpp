@@ -26,7 +26,8 @@ QString text(xml::Node element, const char* attribute) {
 }
 
 int laneOf(xml::Node element) {
-    return element.attribute("lane").value_or("0").toInt();
+    constexpr int farthest = 1'000'000;
+    return std::clamp(element.attribute("lane").value_or("0").toInt(), -farthest, farthest);
 }
 
 bool isNamedOneOf(xml::Node element, std::initializer_list<const char*> names) {

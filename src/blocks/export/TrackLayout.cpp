@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
+#include <queue>
+#include <set>
 #include <span>
 
 namespace quillary {
@@ -40,15 +43,38 @@ bool isBefore(const PlacedItem& a, const PlacedItem& b) {
     return a.medium == Medium::video ? isLower(a.lanes, b.lanes) : isNearer(a.lanes, b.lanes);
 }
 
+/// Which tracks are taken, and until when.
+class Occupancy {
+public:
+    /// The first track that is free from `position` on, taken until `end`; one more than there were when none is.
+    /// Positions never go back.
+    std::size_t take(const Rational& position, const Rational& end) {
+        for (; !m_taken.empty() && m_taken.top().first <= position; m_taken.pop()) m_free.insert(m_taken.top().second);
+        const std::size_t track = m_free.empty() ? m_count++ : m_free.extract(m_free.begin()).value();
+        m_taken.emplace(end, track);
+        return track;
+    }
+
+private:
+    using Taken = std::pair<Rational, std::size_t>;
+    struct EndsLater {
+        bool operator()(const Taken& a, const Taken& b) const { return a.first > b.first; }
+    };
+
+    std::priority_queue<Taken, std::vector<Taken>, EndsLater> m_taken;
+    std::set<std::size_t> m_free;
+    std::size_t m_count = 0;
+};
+
 /// The tracks of one lane, each item on the first that is free at its position.
 std::vector<Track> tracksOf(std::span<PlacedItem> lane) {
     std::ranges::stable_sort(lane, std::less(), [](const PlacedItem& placed) { return placed.item.position; });
     std::vector<Track> tracks;
+    Occupancy occupancy;
     for (PlacedItem& placed : lane) {
-        auto free = std::ranges::find_if(
-            tracks, [&](const Track& track) { return track.items.back().end() <= placed.item.position; });
-        if (free == tracks.end()) free = tracks.insert(free, Track{.medium = placed.medium, .items = {}});
-        free->items.push_back(std::move(placed.item));
+        const std::size_t free = occupancy.take(placed.item.position, placed.item.end());
+        if (free == tracks.size()) tracks.push_back({.medium = placed.medium, .items = {}});
+        tracks[free].items.push_back(std::move(placed.item));
     }
     return tracks;
 }
@@ -56,18 +82,16 @@ std::vector<Track> tracksOf(std::span<PlacedItem> lane) {
 /// Whether the transition found its cut.
 bool join(Track& track, const PlacedTransition& transition) {
     auto& items = track.items;
-    const auto behind = std::ranges::upper_bound(items, transition.from, std::less(), &Item::position);
-    for (auto next = behind; next != items.end() && next->position <= transition.to; ++next) {
-        if (next == items.begin()) continue;
-        const Item& previous = *std::prev(next);
-        const Rational cut = next->position;
-        const Rational before = cut - transition.from;
-        const Rational after = transition.to - cut;
-        if (previous.end() != cut || before > previous.duration || after > next->duration) continue;
-        track.transitions[static_cast<std::size_t>(std::prev(next) - items.begin())] = {transition.name, before, after};
-        return true;
-    }
-    return false;
+    // What lies before the cut covers the beginning of the transition, so the cut is the first behind that.
+    const auto next = std::ranges::upper_bound(items, transition.from, std::less(), &Item::position);
+    if (next == items.begin() || next == items.end() || next->position > transition.to) return false;
+    const Item& previous = *std::prev(next);
+    const Rational cut = next->position;
+    const Rational before = cut - transition.from;
+    const Rational after = transition.to - cut;
+    if (previous.end() != cut || before > previous.duration || after > next->duration) return false;
+    track.transitions[static_cast<std::size_t>(std::prev(next) - items.begin())] = {transition.name, before, after};
+    return true;
 }
 
 } // namespace
@@ -76,6 +100,9 @@ std::vector<Track> laidOut(std::vector<PlacedItem> items, const std::vector<Plac
                            LeftOut& leftOut) {
     std::ranges::stable_sort(items, isBefore);
     std::vector<Track> tracks;
+    std::map<LanePath, std::vector<std::size_t>, decltype(&isLower)> dissolves(isLower);
+    for (std::size_t i = 0; i < transitions.size(); ++i)
+        if (transitions[i].isDissolve) dissolves[transitions[i].lanes].push_back(i);
     std::vector<bool> isPlaced(transitions.size(), false);
     for (auto first = items.begin(); first != items.end();) {
         const auto last =
@@ -83,13 +110,11 @@ std::vector<Track> laidOut(std::vector<PlacedItem> items, const std::vector<Plac
         const Medium medium = first->medium;
         const LanePath lanes = first->lanes;
         std::vector<Track> made = tracksOf({first, last});
-        for (std::size_t i = 0; i < transitions.size(); ++i) {
-            const PlacedTransition& transition = transitions[i];
-            const bool counts = transition.isDissolve && (medium == Medium::video || transition.withAudio);
-            if (!counts || isLower(transition.lanes, lanes) || isLower(lanes, transition.lanes)) continue;
-            for (Track& track : made)
-                if (join(track, transition)) isPlaced[i] = true;
-        }
+        if (const auto known = dissolves.find(lanes); known != dissolves.end())
+            for (const std::size_t i : known->second)
+                for (Track& track : made)
+                    if ((medium == Medium::video || transitions[i].withAudio) && join(track, transitions[i]))
+                        isPlaced[i] = true;
         std::ranges::move(made, std::back_inserter(tracks));
         first = last;
     }

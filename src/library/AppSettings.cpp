@@ -1,8 +1,8 @@
 #include "library/AppSettings.h"
 
+#include "base/Text.h"
 #include "platform/SettingsStore.h"
 
-#include <QFile>
 #include <QVariant>
 #include <algorithm>
 
@@ -55,7 +55,7 @@ bool AppSettings::pasteHistory() const {
 }
 
 std::filesystem::path AppSettings::subjectModel() const {
-    return QFile::encodeName(m_store.value(SettingsKey::subjectModel).toString()).toStdString();
+    return pathOf(m_store.value(SettingsKey::subjectModel).toString());
 }
 
 } // namespace quillary

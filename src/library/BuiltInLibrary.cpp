@@ -12,7 +12,6 @@
 
 #include <QCoreApplication>
 #include <algorithm>
-#include <array>
 
 namespace quillary {
 
@@ -91,9 +90,7 @@ std::expected<fs::path, StorageError> BuiltInLibrary::rasterizedPNG(const Librar
     if (bytes.isEmpty()) return std::unexpected(StorageError::couldNotEncodePNG());
     const auto write = [&]() -> std::expected<void, platform::FileError> {
         TRY(platform::createFolders(cache));
-        auto file = TRY(platform::PendingFile::create(cache));
-        TRY(file.write(std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size())))));
-        return file.replace(png);
+        return TRY(platform::PendingFile::holding(cache, bytes)).replace(png);
     };
     if (const auto written = write(); !written)
         return std::unexpected(StorageError::couldNotWrite(png, written.error().description()));

@@ -24,7 +24,7 @@ public:
     LibraryItems items() const;
 
     /// A vector icon as a PNG file in ".rasterized" under the library root, made anew when it is missing or older than
-    /// the icon; a bitmap icon is its own file.
+    /// the icon; a bitmap icon is its own file. It is named after the icon alone: no two sets may share a name.
     std::expected<std::filesystem::path, StorageError> rasterizedPNG(const LibraryItem& item, Storage& storage,
                                                                      int longEdge) const;
 

@@ -4,6 +4,8 @@
 #include "base/Try.h"
 #include "imaging/ImageIntake.h"
 #include "imaging/PngEncoder.h"
+#include "platform/OpenFile.h"
+#include "platform/OpenFolder.h"
 #include "platform/PendingFile.h"
 #include "platform/PendingFolder.h"
 
@@ -25,7 +27,7 @@ constexpr auto factsName = "picture.json";
 
 struct FactsOfSource {
     QJsonObject operator()(const PastedImage::File& file) const {
-        return {{u"kind"_s, u"file"_s}, {u"value"_s, QFile::decodeName(file.url.c_str())}};
+        return {{u"kind"_s, u"file"_s}, {u"value"_s, shown(file.url)}};
     }
     QJsonObject operator()(const PastedImage::RasterizedVector& vector) const {
         return {{u"kind"_s, u"vector"_s}, {u"value"_s, vector.origin}};
@@ -47,8 +49,9 @@ QByteArray facts(const PastedImage& image) {
 }
 
 QJsonObject factsIn(const fs::path& entry) {
-    QFile file(entry / factsName);
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+    QFile file;
+    const auto opened = platform::openForReading(file, entry / factsName);
+    return opened ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
 }
 
 PastedImage::Source source(const QJsonObject& told, const fs::path& picture) {
@@ -56,7 +59,7 @@ PastedImage::Source source(const QJsonObject& told, const fs::path& picture) {
     const QString value = told["value"_L1].toString();
     if (kind == u"vector") return PastedImage::RasterizedVector{value};
     if (kind == u"bitmap") return PastedImage::Bitmap{value};
-    return PastedImage::File{value.isEmpty() ? picture : fs::path(QFile::encodeName(value).toStdString())};
+    return PastedImage::File{value.isEmpty() ? picture : pathOf(value)};
 }
 
 QImage preview(const QImage& image) {
@@ -70,8 +73,8 @@ QImage preview(const QImage& image) {
 }
 
 bool write(const fs::path& folder, const char* name, const QByteArray& bytes) {
-    auto file = platform::PendingFile::create(folder);
-    return file && file->write(std::as_bytes(std::span(bytes.constData(), bytes.size()))) && file->placeAs(name);
+    auto file = platform::PendingFile::holding(folder, bytes);
+    return file && file->placeAs(name);
 }
 
 bool copy(const fs::path& from, const fs::path& folder, const char* name) {
@@ -80,15 +83,23 @@ bool copy(const fs::path& from, const fs::path& folder, const char* name) {
 }
 
 std::string contentName(const fs::path& file) {
-    QFile contents(file);
+    QFile contents;
     QCryptographicHash hash(QCryptographicHash::Sha1);
-    return contents.open(QIODevice::ReadOnly) && hash.addData(&contents) ? hash.result().toHex().toStdString()
-                                                                         : std::string();
+    const bool hashed = platform::openForReading(contents, file) && hash.addData(&contents);
+    return hashed ? hash.result().toHex().toStdString() : std::string();
 }
 
-/// Being made or taken away.
-bool isHidden(const fs::path& entry) {
-    return entry.filename().native().starts_with('.');
+/// The folders of the entries, those that are being made or taken away left out: the newest first.
+std::vector<fs::path> newestFirst(const fs::path& history) {
+    std::vector<std::pair<fs::file_time_type, fs::path>> dated;
+    for (fs::path& entry : platform::visibleEntries(history)) {
+        std::error_code failed;
+        dated.emplace_back(fs::last_write_time(entry, failed), std::move(entry));
+    }
+    std::ranges::sort(dated, std::greater());
+    std::vector<fs::path> entries;
+    for (auto& [time, entry] : dated) entries.push_back(std::move(entry));
+    return entries;
 }
 
 } // namespace
@@ -97,18 +108,12 @@ PasteHistory::PasteHistory(const fs::path& cacheFolder)
     : m_folder(cacheFolder.empty() ? fs::path() : cacheFolder / "quillary" / "history") {}
 
 std::vector<PasteHistory::Entry> PasteHistory::entries() const {
-    std::vector<std::pair<fs::file_time_type, Entry>> found;
-    std::error_code failed;
-    for (const auto& folder : fs::directory_iterator(m_folder, failed)) {
-        if (isHidden(folder.path())) continue;
-        const QJsonObject known = factsIn(folder.path());
-        if (!known.isEmpty())
-            found.push_back({folder.last_write_time(failed), {folder.path(), known["name"_L1].toString()}});
-    }
-    std::ranges::sort(found, std::greater(), &std::pair<fs::file_time_type, Entry>::first);
     std::vector<Entry> newest;
-    for (auto& [time, entry] : found)
-        if (newest.size() < most) newest.push_back(std::move(entry));
+    for (const fs::path& folder : newestFirst(m_folder)) {
+        const QJsonObject known = factsIn(folder);
+        if (!known.isEmpty()) newest.push_back({folder, known["name"_L1].toString()});
+        if (newest.size() == most) break;
+    }
     return newest;
 }
 
@@ -147,21 +152,13 @@ std::expected<PastedImage, ImageIntakeError> PasteHistory::read(const Entry& ent
 
 int PasteHistory::clear() const {
     int count = 0;
-    std::error_code failed;
-    std::vector<fs::path> all;
-    for (const auto& folder : fs::directory_iterator(m_folder, failed))
-        if (!isHidden(folder.path())) all.push_back(folder.path());
-    for (const fs::path& entry : all) count += discard(entry);
+    for (const fs::path& entry : platform::visibleEntries(m_folder)) count += discard(entry);
     return count;
 }
 
 void PasteHistory::prune() const {
-    std::vector<std::pair<fs::file_time_type, fs::path>> kept;
-    std::error_code failed;
-    for (const auto& folder : fs::directory_iterator(m_folder, failed))
-        if (!isHidden(folder.path())) kept.emplace_back(folder.last_write_time(failed), folder.path());
-    std::ranges::sort(kept, std::greater());
-    for (std::size_t i = most; i < kept.size(); ++i) discard(kept[i].second);
+    const std::vector<fs::path> kept = newestFirst(m_folder);
+    for (std::size_t i = most; i < kept.size(); ++i) discard(kept[i]);
     platform::removeAbandonedFiles(m_folder);
 }
 

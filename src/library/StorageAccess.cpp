@@ -1,21 +1,17 @@
 #include "library/AppSettings.h"
 #include "library/Storage.h"
 #include "platform/Bookmarks.h"
+#include "platform/OpenFolder.h"
 #include "platform/SettingsStore.h"
 
 #include <QVariantList>
+#include <algorithm>
 
 namespace quillary {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-bool canBeListed(const fs::path& folder) {
-    std::error_code failed;
-    const fs::directory_iterator opened(folder, failed);
-    return !failed;
-}
 
 /// Where a link leads, followed as far as that can be seen; none when it leads nowhere.
 std::optional<fs::path> targetOf(const fs::path& alias) {
@@ -29,16 +25,14 @@ std::optional<fs::path> targetOf(const fs::path& alias) {
 /// Calls for every link below a folder, links not followed; hidden entries are passed over.
 template <typename Visit>
 void forEachLink(const fs::path& folder, const std::stop_token& stop, Visit visit) {
-    std::error_code failed;
-    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed)) {
+    for (const fs::path& entry : platform::visibleEntries(folder)) {
         if (stop.stop_requested()) return;
-        if (at->path().filename().native().starts_with('.')) continue;
         std::error_code gone;
-        const auto status = at->symlink_status(gone);
+        const auto status = fs::symlink_status(entry, gone);
         if (fs::is_symlink(status))
-            visit(at->path());
+            visit(entry);
         else if (fs::is_directory(status))
-            forEachLink(at->path(), stop, visit);
+            forEachLink(entry, stop, visit);
     }
 }
 
@@ -71,7 +65,7 @@ void Storage::grantAccess(const fs::path& folder) {
 
 std::optional<fs::path> Storage::resolvedDirectory(const fs::path& alias) const {
     const auto target = targetOf(alias);
-    if (!target || m_bookmarks.needsGrant(*target) || !canBeListed(*target)) return {};
+    if (!target || m_bookmarks.needsGrant(*target) || !platform::OpenFolder::open(*target)) return {};
     return target;
 }
 

@@ -3,10 +3,10 @@
 #include "library/LibraryCopy.h"
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
+#include "platform/OpenFolder.h"
 #include "platform/PendingFile.h"
 
 #include <cerrno>
-#include <chrono>
 #include <set>
 
 namespace quillary {
@@ -27,15 +27,13 @@ public:
     /// are left out.
     void addFolder(const fs::path& folder) {
         folders.push_back(folder);
-        std::error_code failed;
-        for (fs::directory_iterator at(m_from / folder, failed), end; !failed && at != end; at.increment(failed)) {
-            const fs::path name = at->path().filename();
-            if (name.native().starts_with('.')) continue;
+        for (const fs::path& entry : platform::visibleEntries(m_from / folder)) {
+            const fs::path name = entry.filename();
             std::error_code gone;
-            const auto status = at->symlink_status(gone);
+            const auto status = fs::symlink_status(entry, gone);
             if (!fs::is_directory(status)) {
                 if (fs::is_regular_file(status) || fs::is_symlink(status)) addFile(folder / name);
-            } else if (fs::canonical(at->path(), gone) != m_excluded) {
+            } else if (fs::canonical(entry, gone) != m_excluded) {
                 addFolder(folder / name);
             }
         }
@@ -72,13 +70,7 @@ std::expected<void, platform::FileError> copyBytes(const fs::path& file, const f
                                                    const std::stop_token& stop) {
     auto pending = platform::PendingFile::create(to.parent_path());
     if (!pending) return std::unexpected(pending.error());
-    if (const auto copied = pending->copyFrom(file, {}, stop); !copied) return copied;
-    std::error_code failed;
-    const auto modified = fs::last_write_time(file, failed);
-    if (!failed)
-        pending->setModified(std::chrono::time_point_cast<std::chrono::system_clock::duration>(
-            std::chrono::file_clock::to_sys(modified)));
-    if (const auto synced = pending->sync(); !synced) return synced;
+    if (const auto copied = pending->copyWhole(file, {}, stop); !copied) return copied;
     return pending->placeAs(to.filename());
 }
 
@@ -94,8 +86,8 @@ QString CopyResult::summary() const {
 Storage::Copied Storage::copyFile(const fs::path& file, const fs::path& folder, const fs::path& whole,
                                   std::stop_token stop) {
     const fs::path to = folder / file.filename();
+    if (platform::isTaken(to)) return Copied::skipped;
     std::error_code failed;
-    if (fs::exists(fs::symlink_status(to, failed))) return Copied::skipped;
     const bool link = fs::is_symlink(fs::symlink_status(file, failed));
     const auto copied = link ? copyLink(file, to, whole) : copyBytes(file, to, stop);
     if (!copied) return copied.error().code == EEXIST ? Copied::skipped : Copied::failed;

@@ -3,6 +3,7 @@
 #include "base/Try.h"
 #include "library/AppSettings.h"
 #include "library/Storage.h"
+#include "platform/FileAttributes.h"
 #include "platform/SettingsStore.h"
 
 #include <QStringDecoder>
@@ -122,8 +123,7 @@ std::expected<fs::path, StorageError> Storage::move(const fs::path& file, const 
     const fs::path folder = appending(collection.value_or(QString()), shelf);
     if (shelf.filename() == relativeFolder(Folder::recent) && folder != shelf)
         return std::unexpected(StorageError::platform(translate("Storage", "Recent has no collections.")));
-    std::error_code failed;
-    if (!fs::exists(fs::symlink_status(path, failed)))
+    if (!platform::isTaken(path))
         return std::unexpected(
             StorageError::platform(translate("Storage", "Could not move %1: %2")
                                        .arg(shown(path.filename()), platform::FileError{ENOENT}.description())));
@@ -140,8 +140,7 @@ std::expected<fs::path, StorageError> Storage::rename(const fs::path& file, cons
     if (!extension.empty() && wanted.trimmed().endsWith(ending, Qt::CaseInsensitive))
         wanted = wanted.trimmed().chopped(ending.size());
     const NumberedName names(sanitize(wanted).toStdString(), extension);
-    std::error_code failed;
-    if (names.at(1) == path.filename().native() && fs::exists(fs::symlink_status(path, failed))) return path;
+    if (names.at(1) == path.filename().native() && platform::isTaken(path)) return path;
     return moveWithStar(path, path.parent_path(), names);
 }
 

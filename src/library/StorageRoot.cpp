@@ -1,11 +1,12 @@
 #include "base/Text.h"
-#include "base/Try.h"
 #include "library/AppSettings.h"
 #include "library/Storage.h"
 #include "platform/Bookmarks.h"
 #include "platform/Desktop.h"
+#include "platform/OpenFolder.h"
 #include "platform/SettingsStore.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quillary {
@@ -25,24 +26,6 @@ bool isThere(const fs::path& path) {
     return fs::exists(path, failed);
 }
 
-bool canBeOpened(const fs::path& folder) {
-    std::error_code failed;
-    const fs::directory_iterator opened(folder, failed);
-    return !failed;
-}
-
-bool isHidden(const fs::path& path) {
-    return path.filename().native().starts_with('.');
-}
-
-std::vector<fs::path> visibleEntries(const fs::path& folder) {
-    std::vector<fs::path> entries;
-    std::error_code failed;
-    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
-        if (!isHidden(at->path())) entries.push_back(at->path());
-    return entries;
-}
-
 void ensureLayout(const fs::path& root) {
     for (const fs::path& folder : Storage::layout()) {
         // A folder that cannot be made is told by the first operation that needs it.
@@ -52,20 +35,18 @@ void ensureLayout(const fs::path& root) {
 
 /// Under its own name or not at all: what is in the way stays, and so does the entry.
 void moveInto(const fs::path& folder, const fs::path& entry) {
-    std::error_code failed;
-    if (fs::exists(fs::symlink_status(folder / entry.filename(), failed))) return;
-    (void)platform::moveToFreeName(entry, folder, NumberedName::ofFileName(entry.filename().native()));
+    (void)platform::moveTo(entry, folder / entry.filename());
 }
 
 /// Earlier layouts kept images directly in "Library" and blocks directly below the root.
 void migrateLayoutIfNeeded(const fs::path& root) {
     ensureLayout(root);
     const std::array<fs::path, 4> shelves{"Images", "Videos", "Audio", "Blocks"};
-    for (const fs::path& entry : visibleEntries(root / "Library"))
+    for (const fs::path& entry : platform::visibleEntries(root / "Library"))
         if (std::ranges::find(shelves, entry.filename()) == shelves.end())
             moveInto(root / Storage::relativeFolder(Storage::Folder::images), entry);
     const fs::path oldBlocks = root / "Blocks";
-    for (const fs::path& entry : visibleEntries(oldBlocks)) moveInto(root / Storage::blocksFolder(), entry);
+    for (const fs::path& entry : platform::visibleEntries(oldBlocks)) moveInto(root / Storage::blocksFolder(), entry);
     std::error_code notEmpty;
     if (fs::is_directory(fs::symlink_status(oldBlocks, notEmpty))) fs::remove(oldBlocks, notEmpty);
 }
@@ -95,7 +76,7 @@ fs::path Storage::defaultRoot() const {
 Storage::Opened Storage::openRootForThisRun() {
     if (!m_migrated.contains(*m_rootForThisRun) && !platform::createFolders(*m_rootForThisRun))
         return std::unexpected(StorageError::noRoot());
-    if (!canBeOpened(*m_rootForThisRun)) return std::unexpected(StorageError::noRoot());
+    if (!platform::OpenFolder::open(*m_rootForThisRun)) return std::unexpected(StorageError::noRoot());
     return m_rootForThisRun;
 }
 
@@ -151,7 +132,7 @@ std::expected<fs::path, StorageError> Storage::root() {
 
 std::expected<void, StorageError> Storage::tryRoot(const fs::path& folder) {
     const fs::path root = withRootName(standardized(folder));
-    if (!platform::createFolders(root / relativeFolder(Folder::images)) || !canBeOpened(root))
+    if (!platform::createFolders(root / relativeFolder(Folder::images)) || !platform::OpenFolder::open(root))
         return std::unexpected(StorageError::noRoot());
     return {};
 }

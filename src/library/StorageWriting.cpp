@@ -11,6 +11,7 @@
 namespace quillary {
 
 namespace fs = std::filesystem;
+using platform::regularFileSize;
 
 namespace {
 
@@ -22,20 +23,12 @@ StorageError couldNotWrite(const fs::path& folder, const NumberedName& names, co
     return StorageError::couldNotWrite(folder / names.at(1), error.description());
 }
 
-std::optional<std::uintmax_t> sizeOf(const fs::path& file) {
-    std::error_code failed;
-    if (!fs::is_regular_file(file, failed)) return {};
-    const auto size = fs::file_size(file, failed);
-    return failed ? std::nullopt : std::optional(size);
-}
-
 /// The first file of the sequence that `matches`; the search ends at the first free name.
 template <typename Matches>
 std::optional<fs::path> existing(const fs::path& folder, const NumberedName& names, Matches matches) {
     for (unsigned n = 1;; ++n) {
         fs::path candidate = folder / names.at(n);
-        std::error_code failed;
-        if (!fs::exists(fs::symlink_status(candidate, failed))) return {};
+        if (!platform::isTaken(candidate)) return {};
         if (matches(candidate)) return candidate;
     }
 }
@@ -72,10 +65,8 @@ std::expected<Storage::Prepared, StorageError> Storage::prepare(const PastedImag
     const auto failed = [&](const platform::FileError& error) {
         return std::unexpected(couldNotWrite(path, pngName(image.name), error));
     };
-    auto file = platform::PendingFile::create(path);
+    auto file = platform::PendingFile::holding(path, png);
     if (!file) return failed(file.error());
-    if (const auto written = file->write(std::as_bytes(std::span(png.constData(), png.size()))); !written)
-        return failed(written.error());
     file->setAttribute(sourceAttribute, image.formatLabel.toLower().toStdString());
     if (image.sourceBytes) file->setAttribute(sourceSizeAttribute, std::to_string(*image.sourceBytes));
     for (const auto& [name, value] : platform::attributesOf(image.webOrigin)) file->setAttribute(name, value);
@@ -101,9 +92,10 @@ std::expected<fs::path, StorageError> Storage::write(const PastedImage& image, F
 std::expected<fs::path, StorageError> Storage::copyToRecent(const fs::path& png, const QString& name) {
     const fs::path path = TRY(folderFor(Folder::recent, {}));
     const NumberedName names = pngName(name);
-    const auto size = sizeOf(png);
-    const auto same = existing(
-        path, names, [&](const fs::path& there) { return size && sizeOf(there) == size && sameBytes(png, there); });
+    const auto size = regularFileSize(png);
+    const auto same = existing(path, names, [&](const fs::path& there) {
+        return size && regularFileSize(there) == size && sameBytes(png, there);
+    });
     if (same) {
         platform::stampNow(*same);
         return *same;
@@ -121,13 +113,14 @@ std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::pa
                                                                     const std::optional<QString>& collection,
                                                                     const platform::PendingFile::Progress& progress,
                                                                     std::stop_token stop) {
-    const auto size = sizeOf(file);
+    const auto size = regularFileSize(file);
     if (!size)
         return std::unexpected(
             StorageError::platform(translate("Storage", "Could not read %1.").arg(shown(file.filename()))));
     const fs::path path = TRY(folderFor(folder, collection));
     const NumberedName names = NumberedName::ofFileName(file.filename().native());
-    if (const auto same = existing(path, names, [&](const fs::path& there) { return sizeOf(there) == size; })) {
+    if (const auto same =
+            existing(path, names, [&](const fs::path& there) { return regularFileSize(there) == size; })) {
         platform::stampNow(*same);
         return Stored{*same, true};
     }
@@ -146,14 +139,14 @@ std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::pa
 }
 
 bool Storage::alreadySaved(const fs::path& file, Folder folder, const std::optional<QString>& collection) {
-    const auto size = sizeOf(file);
+    const auto size = regularFileSize(file);
     const auto root = this->root();
     if (!size || !root) return false;
     const fs::path path = appending(collection.value_or(QString()), *root / relativeFolder(folder));
     const auto holds = [&](const fs::path& there) {
         const auto source = sourceSize(there);
         if (source && static_cast<std::uintmax_t>(*source) == *size) return true;
-        if (sizeOf(there) != size) return false;
+        if (regularFileSize(there) != size) return false;
         return !source || sameBytes(file, there);
     };
     if (existing(path, pngName(shownStem(file)), holds)) return true;

@@ -4,7 +4,6 @@
 #include <QString>
 #include <QStringList>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace quillary {

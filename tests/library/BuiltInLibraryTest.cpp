@@ -58,6 +58,13 @@ TEST(BuiltInLibraryTest, setsAndTheirIcons) {
     EXPECT_TRUE(BuiltInLibrary({}).sets().empty());
 }
 
+TEST(BuiltInLibraryTest, noTwoIconsShareAName) {
+    std::set<fs::path> names;
+    for (const LibraryItem& item : BuiltInLibrary(BuiltInLibrary::installedFolder()).items())
+        EXPECT_TRUE(names.insert(item.url.stem()).second) << item.url.native();
+    EXPECT_FALSE(names.empty());
+}
+
 class RasterizedIconTest : public LibraryTest {};
 
 TEST_F(RasterizedIconTest, isMadeOnceAndAgainWhenTheIconIsNewer) {

@@ -1,12 +1,9 @@
 #include "cutout/BackgroundRemover.h"
 
-#include "base/Text.h"
 #include "base/Translation.h"
 #include "base/Try.h"
 #include "cutout/RowBands.h"
 #include "cutout/matte/TileFilter.h"
-
-#include <QColorSpace>
 
 namespace quillary::BackgroundRemover {
 

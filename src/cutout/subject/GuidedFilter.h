@@ -7,8 +7,8 @@ namespace quillary::subject {
 /// Lets a mask follow the edges of a picture: in each window the mask is expressed as a linear function of the
 /// picture's colours, fitted by least squares, and the functions of all windows around a pixel are averaged.
 ///
-/// The functions are found at the size of `guide` and `mask` (colours 0 … 1, mask 0 … 1, the same size); `apply`
-/// evaluates them on the picture at any larger size.
+/// The functions are found at the size of `guide` and `mask` (colours 0 … 1, mask 0 … 1, the same size); they may be
+/// evaluated on the picture at any larger size.
 class GuidedFilter {
 public:
     /// `radius` of the window in pixels; `smoothness` is the variance of colour below which nothing counts as an edge.

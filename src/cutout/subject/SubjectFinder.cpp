@@ -139,32 +139,8 @@ std::vector<float> histogram(const cv::Mat_<cv::Vec3f>& lab, const Mask& mask) {
     return counts;
 }
 
-Evidence evidenceFor(const cv::Mat_<cv::Vec3f>& lab, const Mask& mask, float contrast) {
-    Evidence evidence{.contrast = contrast};
-    evidence.area = static_cast<float>(cv::countNonZero(mask)) / static_cast<float>(mask.total());
-
-    float outline = 0;
-    float atBorder = 0;
-    for (int y = 0; y < mask.rows; ++y)
-        for (int x = 0; x < mask.cols; ++x) {
-            if (!mask(y, x)) continue;
-            if (x == 0 || y == 0 || x == mask.cols - 1 || y == mask.rows - 1)
-                ++atBorder;
-            else if (!mask(y, x - 1) || !mask(y, x + 1) || !mask(y - 1, x) || !mask(y + 1, x))
-                ++outline;
-        }
-    const float length = outline + atBorder;
-    evidence.roughness =
-        length * length / (4 * static_cast<float>(CV_PI) * evidence.area * static_cast<float>(mask.total()));
-    evidence.borderContact = atBorder / std::max(1.0F, outline + atBorder);
-
-    evidence.spanned = std::max(spannedAcross(mask), spannedAcross(Mask(mask.t())));
-
-    const std::vector<float> inside = histogram(lab, mask);
-    const std::vector<float> outside = histogram(lab, Mask(~mask));
-    for (std::size_t i = 0; i < inside.size(); ++i) evidence.colorOverlap += std::sqrt(inside[i] * outside[i]);
-
-    // Means of the two sides in windows along the outline.
+/// How far the mean colours of the two sides are from each other in windows along the outline, Lab units.
+float contrastAlongEdge(const cv::Mat_<cv::Vec3f>& lab, const Mask& mask) {
     constexpr int reach = 4;
     cv::Mat_<float> share;
     cv::Mat_<cv::Vec3f> within;
@@ -189,7 +165,34 @@ Evidence evidenceFor(const cv::Mat_<cv::Vec3f>& lab, const Mask& mask, float con
             sum += cv::norm(within(y, x) / in - (all(y, x) - within(y, x)) / (1 - in));
             ++count;
         }
-    evidence.edgeContrast = count > 0 ? static_cast<float>(sum / count) : 0;
+    return count > 0 ? static_cast<float>(sum / count) : 0;
+}
+
+Evidence evidenceFor(const cv::Mat_<cv::Vec3f>& lab, const Mask& mask, float contrast) {
+    Evidence evidence{.contrast = contrast};
+    evidence.area = static_cast<float>(cv::countNonZero(mask)) / static_cast<float>(mask.total());
+
+    float outline = 0;
+    float atBorder = 0;
+    for (int y = 0; y < mask.rows; ++y)
+        for (int x = 0; x < mask.cols; ++x) {
+            if (!mask(y, x)) continue;
+            if (x == 0 || y == 0 || x == mask.cols - 1 || y == mask.rows - 1)
+                ++atBorder;
+            else if (!mask(y, x - 1) || !mask(y, x + 1) || !mask(y - 1, x) || !mask(y + 1, x))
+                ++outline;
+        }
+    const float length = outline + atBorder;
+    evidence.roughness =
+        length * length / (4 * static_cast<float>(CV_PI) * evidence.area * static_cast<float>(mask.total()));
+
+    evidence.spanned = std::max(spannedAcross(mask), spannedAcross(Mask(mask.t())));
+
+    const std::vector<float> inside = histogram(lab, mask);
+    const std::vector<float> outside = histogram(lab, Mask(~mask));
+    for (std::size_t i = 0; i < inside.size(); ++i) evidence.colorOverlap += std::sqrt(inside[i] * outside[i]);
+
+    evidence.edgeContrast = contrastAlongEdge(lab, mask);
     return evidence;
 }
 

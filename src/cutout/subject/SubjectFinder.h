@@ -8,14 +8,13 @@ namespace quillary::subject {
 
 /// What tells a subject from a patch of background that was taken for one.
 struct Evidence {
-    float contrast = 0;      ///< of the strongest patch against the background, Lab units
-    float area = 0;          ///< share of the picture
-    float borderContact = 0; ///< share of the mask's outline that lies on the picture's border
-    float colorOverlap = 0;  ///< of the colours inside and outside, 0 … 1: the same colours give 1
-    float unity = 0;         ///< share of the kept parts in all that stood out at first
-    float spanned = 0;       ///< how evenly the mask goes through from one side to the other, 0 … 1: a band gives 1
-    float roughness = 0;     ///< of the outline: 1 is a disc
-    float edgeContrast = 0;  ///< of the colours on both sides of the outline, Lab units
+    float contrast = 0;     ///< of the strongest patch against the background, Lab units
+    float area = 0;         ///< share of the picture
+    float colorOverlap = 0; ///< of the colours inside and outside, 0 … 1: the same colours give 1
+    float unity = 0;        ///< share of the kept parts in all that stood out at first
+    float spanned = 0;      ///< how evenly the mask goes through from one side to the other, 0 … 1: a band gives 1
+    float roughness = 0;    ///< of the outline: 1 is a disc
+    float edgeContrast = 0; ///< of the colours on both sides of the outline, Lab units
 
     bool isConvincing() const;
 };

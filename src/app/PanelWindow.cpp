@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "base/Text.h"
+#include "cli/ImageFile.h"
 #include "library/ui/ThumbnailProvider.h"
 #include "panel/FolderChooser.h"
 #include "panel/QuillaryViewController.h"
@@ -14,7 +15,6 @@
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QImage>
 #include <QMetaEnum>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -160,7 +160,7 @@ private:
         m_quiet = busy ? 0 : m_quiet + 1;
         if (m_quiet < quietTicks && m_waited.elapsed() < longestWait) return;
         m_tick.stop();
-        const bool done = m_window.grabWindow().save(shown(m_file), "PNG");
+        const bool done = cli::writePng(m_window.grabWindow(), m_file).has_value();
         if (!done) std::fprintf(stderr, "Could not write %s.\n", m_file.c_str());
         QGuiApplication::exit(done ? 0 : 1);
     }

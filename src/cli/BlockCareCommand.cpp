@@ -70,11 +70,9 @@ class BlockPortable final : public Command {
         const fs::path parent = m_folder.value_or(fs::current_path(gone));
         const BlockExport::Portable made = TRY(pack(store, parent, output));
         if (output.json()) {
-            QJsonArray media;
-            for (const fs::path& file : made.media) media.append(jsonPath(file));
             output.document(QJsonObject{{QStringLiteral("folder"), jsonPath(made.folder)},
                                         {QStringLiteral("path"), jsonPath(made.document)},
-                                        {QStringLiteral("media"), media}});
+                                        {QStringLiteral("media"), jsonPaths(made.media)}});
         } else {
             output.line(shown(made.folder));
         }

@@ -1,8 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/Completion.h"
 
-#include <cstdio>
-
 namespace quillary::cli {
 
 namespace {
@@ -13,9 +11,9 @@ class CompletionCommand final : public Command {
         m_program = &grammar.root();
     }
 
-    std::expected<ExitStatus, CommandError> run(const CommandServices&, Output&) override {
+    std::expected<ExitStatus, CommandError> run(const CommandServices&, Output& output) override {
         const Shell shell = m_shell == u"zsh" ? Shell::zsh : m_shell == u"fish" ? Shell::fish : Shell::bash;
-        std::fputs(completionScript(shell, *m_program).c_str(), stdout);
+        output.bytes(QByteArray::fromStdString(completionScript(shell, *m_program)));
         return ExitStatus::done;
     }
 

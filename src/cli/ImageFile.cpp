@@ -71,14 +71,13 @@ std::expected<void, CommandError> writePng(const QImage& image, const fs::path& 
     const QByteArray png = pngData(image);
     if (png.isEmpty()) return std::unexpected(StorageError::couldNotEncodePNG());
 
-    const auto told = [&](const platform::FileError& error) { return couldNotWrite(target, error.description()); };
-    auto pending = platform::PendingFile::create(target.parent_path());
-    if (!pending) return std::unexpected(told(pending.error()));
-    const auto written =
-        pending->write(std::as_bytes(std::span(png.constData(), static_cast<std::size_t>(png.size()))));
-    if (!written) return std::unexpected(told(written.error()));
-    const auto replaced = pending->replace(target);
-    if (!replaced) return std::unexpected(told(replaced.error()));
+    const auto write = [&]() -> std::expected<void, platform::FileError> {
+        auto pending = TRY(platform::PendingFile::holding(target.parent_path(), png));
+        TRY(pending.sync());
+        return pending.replace(target);
+    };
+    if (const auto written = write(); !written)
+        return std::unexpected(couldNotWrite(target, written.error().description()));
     return {};
 }
 

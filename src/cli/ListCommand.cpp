@@ -13,7 +13,6 @@
 #include "values/CollectionNode.h"
 
 #include <QDateTime>
-#include <algorithm>
 
 namespace quillary::cli {
 

@@ -112,6 +112,12 @@ QJsonValue jsonPath(const std::filesystem::path& path) {
     return shown(path);
 }
 
+QJsonArray jsonPaths(const std::vector<std::filesystem::path>& paths) {
+    QJsonArray array;
+    for (const auto& path : paths) array.append(jsonPath(path));
+    return array;
+}
+
 QJsonValue jsonText(const std::optional<QString>& text) {
     return text ? QJsonValue(*text) : QJsonValue();
 }

@@ -60,6 +60,7 @@ private:
 
 /// A path as a JSON value.
 QJsonValue jsonPath(const std::filesystem::path& path);
+QJsonArray jsonPaths(const std::vector<std::filesystem::path>& paths);
 /// A text or null.
 QJsonValue jsonText(const std::optional<QString>& text);
 

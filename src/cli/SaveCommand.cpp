@@ -12,12 +12,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-QJsonArray paths(const std::vector<fs::path>& files) {
-    QJsonArray array;
-    for (const fs::path& file : files) array.append(jsonPath(file));
-    return array;
-}
-
 QJsonObject described(const BatchResult& result) {
     QJsonArray failures;
     for (const auto& failure : result.failures)
@@ -25,8 +19,8 @@ QJsonObject described(const BatchResult& result) {
                                     {QStringLiteral("message"), failure.message}});
     return {
         {QStringLiteral("summary"), result.summary()},
-        {QStringLiteral("saved"), paths(result.saved)},
-        {QStringLiteral("duplicates"), paths(result.duplicates)},
+        {QStringLiteral("saved"), jsonPaths(result.saved)},
+        {QStringLiteral("duplicates"), jsonPaths(result.duplicates)},
         {QStringLiteral("failures"), failures},
     };
 }

@@ -5,7 +5,6 @@
 #include <QStringList>
 #include <QStringView>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace quillary::cli {

@@ -10,12 +10,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-QJsonArray paths(const std::vector<fs::path>& files) {
-    QJsonArray array;
-    for (const fs::path& file : files) array.append(jsonPath(file));
-    return array;
-}
-
 class Transform final : public Command {
     void declare(Grammar& grammar) override {
         std::vector<std::string> operations;
@@ -34,8 +28,8 @@ class Transform final : public Command {
         for (const fs::path& file : untouched)
             output.problem(QStringLiteral("“%1” could not be rewritten and is as it was.").arg(shown(file)));
         if (output.json())
-            output.document(QJsonObject{{QStringLiteral("rewritten"), paths(rewritten)},
-                                        {QStringLiteral("untouched"), paths(untouched)}});
+            output.document(QJsonObject{{QStringLiteral("rewritten"), jsonPaths(rewritten)},
+                                        {QStringLiteral("untouched"), jsonPaths(untouched)}});
         else
             for (const fs::path& file : rewritten) output.line(shown(file));
         return untouched.empty() ? ExitStatus::done : ExitStatus::failed;

@@ -1,7 +1,6 @@
 #include "ui/PictureScaling.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 namespace quillary::PictureScaling {

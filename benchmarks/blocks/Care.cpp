@@ -1,15 +1,9 @@
 // Exports of a 25 MB clip against parsing it once, and a look at the media of 1,000 blocks.
-#include "LargeClip.h"
+#include "ClipLibrary.h"
 #include "PlainXml.h"
-#include "blocks/ArrangementStore.h"
 #include "blocks/BlockChecks.h"
 #include "blocks/BlockExport.h"
-#include "library/Storage.h"
-#include "support/FakeBookmarks.h"
-#include "support/FakeDesktop.h"
-#include "support/FakeSettingsStore.h"
 #include "support/Rounds.h"
-#include "support/TemporaryFolder.h"
 
 using namespace quillary;
 using namespace quillary::test;
@@ -17,33 +11,28 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int assets = 12'000;
 constexpr int blocks = 1'000;
 constexpr int assetsPerBlock = 10;
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const TemporaryFolder folder;
-    FakeSettingsStore settings;
-    FakeBookmarks bookmarks;
-    FakeDesktop desktop(folder / "home");
-    Storage storage(settings, bookmarks, desktop);
-    ArrangementStore store(storage);
-    for (int n = 1; n <= assets; ++n) writeFile(folder / "media" / (std::to_string(n) + ".mov"), "media");
-    const QByteArray xml = benchmark::largeClip(assets, folder / "media");
+    benchmark::ClipLibrary library;
+    ArrangementStore& store = library.store;
+    const QByteArray xml = benchmark::largeClip(library.assets, library.media());
     const auto large = store.save(xml, {}, {});
     benchmark::require(large.has_value(), "cannot save");
 
     const auto write = [&](BlockExport::Format format) {
         const auto written = BlockExport::write(
-            store, {.block = large->url, .format = format, .output = folder / ("out." + std::to_string(int(format)))});
+            store,
+            {.block = large->url, .format = format, .output = library.folder / ("out." + std::to_string(int(format)))});
         benchmark::require(written.has_value(), "cannot export");
     };
     benchmark::Rounds exports("export, 12,000 assets", benchmark::Rounds::options(argc, argv));
     exports.add("libxml2 parse, XPath, serialise", [&] {
         const benchmark::PlainXml plain(xml);
-        benchmark::require(plain.found("//asset") == assets && plain.serialized() > 0, "not parsed");
+        benchmark::require(plain.found("//asset") == library.assets && plain.serialized() > 0, "not parsed");
     });
     exports.add("FCPXML 1.10", [&] { write(BlockExport::Format::fcpxml110); });
     exports.add("OpenTimelineIO", [&] { write(BlockExport::Format::otio); });
@@ -51,13 +40,13 @@ int main(int argc, char** argv) {
     benchmark::require(store.remove(large->url).has_value(), "cannot remove");
 
     std::vector<fs::path> files;
-    const QByteArray small = benchmark::largeClip(assetsPerBlock, folder / "media");
+    const QByteArray small = benchmark::largeClip(assetsPerBlock, library.media());
     for (int n = 0; n < blocks; ++n) {
         const auto block = store.save(small, QString::number(n), {});
         benchmark::require(block.has_value(), "cannot save");
         files.push_back(block->url);
     }
-    const fs::path root = *storage.root();
+    const fs::path root = *library.storage.root();
     BlockChecks kept;
     const auto look = [&](BlockChecks& checks) {
         std::size_t there = 0;

@@ -1,38 +1,19 @@
 // Saving a clip of 25 MB with 12,000 assets whose media are in the library already, against libxml2 alone; and the
 // memory it takes.
-#include "LargeClip.h"
+#include "ClipLibrary.h"
 #include "PlainXml.h"
-#include "blocks/ArrangementStore.h"
-#include "library/Storage.h"
-#include "support/FakeBookmarks.h"
-#include "support/FakeDesktop.h"
-#include "support/FakeSettingsStore.h"
 #include "support/Rounds.h"
-#include "support/TemporaryFolder.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
 
 using namespace quillary;
-using namespace quillary::test;
-namespace fs = std::filesystem;
-
-namespace {
-
-constexpr int assets = 12'000;
-
-} // namespace
 
 int main(int argc, char** argv) {
-    const TemporaryFolder folder;
-    FakeSettingsStore settings;
-    FakeBookmarks bookmarks;
-    FakeDesktop desktop(folder / "home");
-    Storage storage(settings, bookmarks, desktop);
-    ArrangementStore store(storage);
-    for (int n = 1; n <= assets; ++n) writeFile(folder / "media" / (std::to_string(n) + ".mov"), "media");
-    const QByteArray xml = benchmark::largeClip(assets, folder / "media");
+    benchmark::ClipLibrary library;
+    ArrangementStore& store = library.store;
+    const QByteArray xml = benchmark::largeClip(library.assets, library.media());
     const auto first = store.save(xml, {}, {});
     benchmark::require(first.has_value(), "cannot save");
     std::printf("document: %.1f MB\n", static_cast<double>(xml.size()) / 1e6);
@@ -44,7 +25,7 @@ int main(int argc, char** argv) {
     benchmark::Rounds rounds("save, 12,000 assets", benchmark::Rounds::options(argc, argv));
     rounds.add("libxml2 parse, XPath, serialise", [&] {
         const benchmark::PlainXml plain(xml);
-        benchmark::require(plain.found("//asset") == assets && plain.found("//effect") == 1, "not found");
+        benchmark::require(plain.found("//asset") == library.assets && plain.found("//effect") == 1, "not found");
         benchmark::require(plain.serialized() > 0, "not serialised");
     });
     rounds.add("ArrangementStore::save", save);

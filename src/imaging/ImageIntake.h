@@ -52,10 +52,6 @@ QString suggestedName(platform::Pasteboard& pasteboard);
 /// The format label of a type: its usual extension in upper case, else the last component of its identifier.
 QString shortName(const QString& typeIdentifier);
 
-/// The pixel size of a vector of `size` points: never below its size in points, sides rounded half away from zero.
-/// Absent when the size is not positive or not representable.
-std::optional<QSize> rasterSize(QSizeF size, int longEdge);
-
 } // namespace ImageIntake
 
 } // namespace quillary

@@ -1,9 +1,7 @@
 #include "imaging/ImageIntake.h"
-#include "imaging/RasterSize.h"
 #include "platform/UniformTypes.h"
 
 #include <QRegularExpression>
-#include <limits>
 
 namespace quillary::ImageIntake {
 
@@ -28,13 +26,6 @@ QString shortName(const QString& typeIdentifier) {
     if (!extension.isEmpty()) return extension.toUpper();
     static const QRegularExpression separator(QStringLiteral("[./]"));
     return typeIdentifier.mid(typeIdentifier.lastIndexOf(separator) + 1).toUpper();
-}
-
-std::optional<QSize> rasterSize(QSizeF size, int longEdge) {
-    const auto pixels = RasterRule{RasterRule::Kind::enlarge, longEdge}(size.width(), size.height());
-    constexpr int largest = std::numeric_limits<int>::max();
-    if (!pixels || pixels->width > largest || pixels->height > largest) return std::nullopt;
-    return QSize(static_cast<int>(pixels->width), static_cast<int>(pixels->height));
 }
 
 } // namespace quillary::ImageIntake

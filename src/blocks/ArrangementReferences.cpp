@@ -109,11 +109,6 @@ std::optional<QByteArray> ArrangementStore::xml(const fs::path& block) {
     return bytes ? std::optional(*std::move(bytes)) : std::nullopt;
 }
 
-std::optional<fs::path> ArrangementStore::findMedia(const QByteArray& uid) {
-    const auto root = m_storage.root();
-    return root && !uid.isEmpty() ? FinalCutElements(*root).find(uid, {}) : std::nullopt;
-}
-
 namespace {
 
 /// The one media file of a document that is a single clip.

@@ -9,7 +9,6 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QImage>
-#include <QStringList>
 #include <expected>
 #include <filesystem>
 #include <optional>
@@ -48,8 +47,6 @@ public:
     std::vector<Arrangement> blocks();
     /// The files of all blocks, newest first, unread.
     std::vector<std::filesystem::path> files();
-    /// Every collection folder, empty ones too, ascending.
-    QStringList collections();
     /// False when the folder cannot be made.
     bool createCollection(const QString& path);
 
@@ -91,8 +88,6 @@ public:
     /// What `singleMediaFile` would copy: the file that the document names. Absent as there.
     static std::optional<std::filesystem::path> mediaOfSingleClip(QByteArrayView xml);
 
-    /// The library's copy of an asset.
-    std::optional<std::filesystem::path> findMedia(const QByteArray& uid);
 
     // --- Moving the library ---------------------------------------------------------------------------------------
 

@@ -88,7 +88,6 @@ public:
     /// What `singleMediaFile` would copy: the file that the document names. Absent as there.
     static std::optional<std::filesystem::path> mediaOfSingleClip(QByteArrayView xml);
 
-
     // --- Moving the library ---------------------------------------------------------------------------------------
 
     /// Points the stored blocks at the media of the library as it lies now: references into "Final Cut Elements" of

@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (const auto picture = BitmapDecoder::decode(bytes)) check(*picture);
     if (const auto picture = BitmapDecoder::decodeAsStored(bytes)) check(*picture);
     const auto file = folder.path() / "picture";
-    test::writeFile(file, {reinterpret_cast<const char*>(data), size});
+    test::writeFile(file, std::string_view(reinterpret_cast<const char*>(data), size));
     const auto small = BitmapDecoder::thumbnail(file, side);
     fuzz::require(small.picture.width() <= side && small.picture.height() <= side, "thumbnails are small");
     return 0;

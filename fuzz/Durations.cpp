@@ -14,7 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using Path = std::filesystem::path;
     static const std::array<FileLocation, 3> sounds{Path("/a.wav"), Path("/b \xc3\xbc.mp3"), Path("/c")};
     const AudioDurationCache cache(folder.path());
-    test::writeFile(folder.path() / ".audio-durations.json", {reinterpret_cast<const char*>(data), size});
+    test::writeFile(folder.path() / ".audio-durations.json",
+                    std::string_view(reinterpret_cast<const char*>(data), size));
     const auto known = cache.load(sounds);
     for (const auto& [url, seconds] : known)
         fuzz::require(std::isfinite(seconds) && seconds >= 0, "lengths are numbers");

@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const test::TemporaryFolder folder;
     const auto file = folder.path() / "media";
-    test::writeFile(file, {reinterpret_cast<const char*>(data), size});
+    test::writeFile(file, std::string_view(reinterpret_cast<const char*>(data), size));
     checkLength(audioLength(file));
     checkLength(videoLength(file));
     constexpr int count = 50;

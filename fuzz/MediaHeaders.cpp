@@ -23,7 +23,7 @@ void check(std::optional<double> seconds) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const test::TemporaryFolder folder;
     const auto path = folder.path() / "media";
-    test::writeFile(path, {reinterpret_cast<const char*>(data), size});
+    test::writeFile(path, std::string_view(reinterpret_cast<const char*>(data), size));
     const auto file = HeaderFile::open(path);
     if (!file) return 0;
     if (const auto wave = waveHeader(*file)) {

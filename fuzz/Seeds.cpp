@@ -18,7 +18,7 @@ namespace {
 constexpr auto again = fs::copy_options::recursive | fs::copy_options::overwrite_existing;
 
 void seed(const fs::path& file, const QByteArray& bytes) {
-    writeFile(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    writeFile(file, bytes);
 }
 
 /// No toolkit writes it: four by two pixels of two colours, one of them transparent.

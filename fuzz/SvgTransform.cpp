@@ -8,7 +8,7 @@ using namespace quillary;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const test::TemporaryFolder folder;
     const auto file = folder.path() / "drawing.svg";
-    test::writeFile(file, {reinterpret_cast<const char*>(data), size});
+    test::writeFile(file, std::string_view(reinterpret_cast<const char*>(data), size));
     bool taken = ImageTransform::apply(ImageTransform::Operation::rotateLeft, file);
     fuzz::require(taken || std::filesystem::file_size(file) == size, "what is not taken stays as it is");
     for (const auto operation : ImageTransform::allOperations) {

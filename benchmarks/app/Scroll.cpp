@@ -62,7 +62,7 @@ public:
         const int before = m_swapped;
         const double start = worked();
         m_grid.setProperty("contentY", to);
-        PanelStage::comesTrue([&] { return m_swapped > before; });
+        quillary::test::comesTrue([&] { return m_swapped > before; });
         // As an event loop of the program's own does.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         m_work.push_back(worked() - start);
@@ -88,20 +88,20 @@ void list(PanelStage& stage, PanelModel::LibraryKind kind, const quillary::Shelf
     stage.model.setTab(PanelModel::Tab::library);
     stage.model.setLibraryKind(kind);
     stage.model.refreshShelves();
-    PanelStage::comesTrue([&] { return shelf.count() == files; });
+    quillary::test::comesTrue([&] { return shelf.count() == files; });
 }
 
 QQuickItem* gridOf(PanelStage& stage) {
     // Pages that were shown before stay.
-    for (auto* grid : stage.root->findChildren<QQuickItem*>(QStringLiteral("tiles")))
+    for (auto* grid : stage.view->findChildren<QQuickItem*>(QStringLiteral("tiles")))
         if (grid->isVisible()) return grid;
     return nullptr;
 }
 
 void images(PanelStage& stage, int files) {
-    fill(*stage.storage.root() / "Library/Images", files);
+    fill(stage.root() / "Library/Images", files);
     list(stage, PanelModel::LibraryKind::images, *stage.model.imagesShelf(), files);
-    PanelStage::wait(1500);
+    quillary::test::wait(1500);
     auto* const grid = gridOf(stage);
     if (!grid) return;
     std::printf("%d images, resident %.0f MiB as the shelf stands\n", files, occupied("VmRSS"));
@@ -134,7 +134,7 @@ void scrollWhileReading(PanelStage& stage, const char* what, double step) {
 }
 
 void sounds(PanelStage& stage, int files) {
-    const auto folder = *stage.storage.root() / "Library/Audio";
+    const auto folder = stage.root() / "Library/Audio";
     std::filesystem::create_directories(folder);
     // Compressed ones without a table, so that their lengths take a while.
     const auto original = folder / "Sound 0.mp3";
@@ -149,9 +149,9 @@ void sounds(PanelStage& stage, int files) {
             std::filesystem::last_write_time(entry, std::filesystem::file_time_type::clock::now());
         shelf.setAudioSort(sorted ? AudioShelf::AudioSort::longest : AudioShelf::AudioSort::recent);
         list(stage, PanelModel::LibraryKind::audio, shelf, files);
-        PanelStage::comesTrue([&] { return shelf.durationsRemaining() > 0; });
+        quillary::test::comesTrue([&] { return shelf.durationsRemaining() > 0; });
         scrollWhileReading(stage, sorted ? "by length, lengths being read" : "newest first, lengths being read", 24);
-        PanelStage::comesTrue([&] { return shelf.durationsRemaining() == 0; });
+        quillary::test::comesTrue([&] { return shelf.durationsRemaining() == 0; });
     }
     scrollWhileReading(stage, "two rows a frame, at rest", 92);
 }

@@ -10,6 +10,7 @@
 #include "platform/Desktop.h"
 #include "platform/FileChooser.h"
 #include "platform/FileManager.h"
+#include "platform/Heap.h"
 #include "platform/Instance.h"
 #include "platform/ItemProvider.h"
 
@@ -185,6 +186,7 @@ platform::StartRequest startRequest(const PanelOptions& options) {
 }
 
 void preparePanelApplication(const PanelOptions& options) {
+    platform::giveFreedMemoryBack();
     const bool display = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (options.screenshot && !display && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

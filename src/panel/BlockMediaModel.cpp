@@ -27,12 +27,19 @@ int urgency(const BlockHealth::Media& media) {
 
 } // namespace
 
+std::vector<BlockMediaModel::Row> BlockMediaModel::rowsOf(const BlockHealth& health) {
+    std::vector<Row> rows;
+    for (const BlockHealth::Media& media : health.media) rows.push_back({rows.size(), media});
+    std::ranges::stable_sort(rows, std::less(), [](const Row& row) { return urgency(row.media); });
+    return rows;
+}
+
 void BlockMediaModel::show(const BlockHealth& health, const std::filesystem::path& root) {
-    beginResetModel();
+    if (health.block != m_health.block || root != m_root) takeOver(m_rows, {}, std::equal_to());
     m_health = health;
     m_root = root;
-    std::ranges::stable_sort(m_health.media, std::less(), urgency);
-    endResetModel();
+    takeOver(m_rows, rowsOf(health),
+             [](const Row& a, const Row& b) { return a.place == b.place && a.media.name == b.media.name; });
     Q_EMIT changed();
 }
 
@@ -56,7 +63,7 @@ QString BlockMediaModel::shownFolder(const std::filesystem::path& file) const {
 
 QVariant BlockMediaModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-    const BlockHealth::Media& media = m_health.media[static_cast<std::size_t>(index.row())];
+    const BlockHealth::Media& media = m_rows[static_cast<std::size_t>(index.row())].media;
     if (role == NameRole) return media.name;
     if (role == StateRole) return static_cast<int>(media.state);
     if (role != TellingRole) return {};

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "blocks/BlockHealth.h"
-
-#include <QAbstractListModel>
-#include <QtQmlIntegration>
+#include "panel/RowListModel.h"
 
 namespace quillary {
 
 /// The media of one block as its sheet lists them, those that need care first. Main thread.
-class BlockMediaModel : public QAbstractListModel {
+class BlockMediaModel : public quillary::RowListModel { // qualified: the QML type system looks it up by this name
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("given by the shelf")
@@ -26,9 +24,10 @@ public:
     Q_ENUM(State)
     enum Role { NameRole = Qt::UserRole, StateRole, TellingRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    using RowListModel::RowListModel;
 
-    /// In place of the block before. Folders below `root`, that of the library, are told from there.
+    /// In place of the block before; of the same block only what differs changes. Folders below `root`, that of the
+    /// library, are told from there.
     void show(const BlockHealth& health, const std::filesystem::path& root);
     const BlockHealth& health() const { return m_health; }
 
@@ -36,7 +35,7 @@ public:
     QString summary() const;
     int missing() const { return static_cast<int>(m_health.count(BlockHealth::State::missing)); }
     int moved() const { return static_cast<int>(m_health.count(BlockHealth::State::moved)); }
-    int count() const { return static_cast<int>(m_health.media.size()); }
+    int count() const { return static_cast<int>(m_rows.size()); }
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count(); }
     QVariant data(const QModelIndex& index, int role) const override;
@@ -46,9 +45,16 @@ Q_SIGNALS:
     void changed();
 
 private:
+    struct Row {
+        std::size_t place; ///< in the document
+        BlockHealth::Media media;
+        bool operator==(const Row&) const = default;
+    };
+    static std::vector<Row> rowsOf(const BlockHealth& health);
     QString shownFolder(const std::filesystem::path& file) const;
 
     BlockHealth m_health;
+    std::vector<Row> m_rows;
     std::filesystem::path m_root;
 };
 

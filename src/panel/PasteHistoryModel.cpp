@@ -10,7 +10,7 @@ namespace quillary {
 
 PasteHistoryModel::PasteHistoryModel(AppSettings& settings, const std::filesystem::path& cacheFolder, QThreadPool& work,
                                      QObject* parent)
-    : QAbstractListModel(parent), m_settings(settings), m_store(cacheFolder), m_reading(work) {}
+    : RowListModel(parent), m_settings(settings), m_store(cacheFolder), m_reading(work) {}
 
 int PasteHistoryModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : count();
@@ -44,35 +44,16 @@ const PasteHistory::Entry* PasteHistoryModel::at(int row) const {
 
 void PasteHistoryModel::refresh() {
     m_reading.run([store = m_store](const std::stop_token&) { return store.entries(); },
-                  [this](std::vector<PasteHistory::Entry> entries) { show(std::move(entries)); });
+                  [this](const std::vector<PasteHistory::Entry>& entries) { show(entries); });
 }
 
 void PasteHistoryModel::clear() {
     m_reading.run([store = m_store](const std::stop_token&) { return store.clear(); }, [this](int) { refresh(); });
 }
 
-/// Rows that stay are not touched, so that a drag from one of them goes on.
-void PasteHistoryModel::show(std::vector<PasteHistory::Entry> entries) {
+void PasteHistoryModel::show(const std::vector<PasteHistory::Entry>& entries) {
     if (entries == m_entries) return;
-    for (int row = count() - 1; row >= 0; --row) {
-        if (std::ranges::find(entries, m_entries[static_cast<std::size_t>(row)]) != entries.end()) continue;
-        beginRemoveRows({}, row, row);
-        m_entries.erase(m_entries.begin() + row);
-        endRemoveRows();
-    }
-    for (int row = 0; row < static_cast<int>(entries.size()); ++row) {
-        const auto& wanted = entries[static_cast<std::size_t>(row)];
-        const auto there = std::find(m_entries.begin() + row, m_entries.end(), wanted);
-        if (there == m_entries.end()) {
-            beginInsertRows({}, row, row);
-            m_entries.insert(m_entries.begin() + row, wanted);
-            endInsertRows();
-        } else if (const int from = static_cast<int>(there - m_entries.begin()); from != row) {
-            beginMoveRows({}, from, from, {}, row);
-            std::rotate(m_entries.begin() + row, there, there + 1);
-            endMoveRows();
-        }
-    }
+    takeOver(m_entries, entries, std::equal_to());
     Q_EMIT countChanged();
 }
 

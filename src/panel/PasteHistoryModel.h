@@ -2,8 +2,8 @@
 
 #include "base/Background.h"
 #include "library/PasteHistory.h"
+#include "panel/RowListModel.h"
 
-#include <QAbstractListModel>
 #include <QtQml/qqml.h>
 
 namespace quillary {
@@ -11,7 +11,7 @@ namespace quillary {
 class AppSettings;
 
 /// The strip of pictures that were staged last, the newest first. Main thread; files are read and written elsewhere.
-class PasteHistoryModel : public QAbstractListModel {
+class PasteHistoryModel : public quillary::RowListModel { // qualified: the QML type system looks it up by this name
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("given by the model")
@@ -46,7 +46,7 @@ Q_SIGNALS:
     void enabledChanged();
 
 private:
-    void show(std::vector<PasteHistory::Entry> entries);
+    void show(const std::vector<PasteHistory::Entry>& entries);
 
     AppSettings& m_settings;
     PasteHistory m_store;

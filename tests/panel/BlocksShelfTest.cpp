@@ -225,8 +225,11 @@ TEST_F(BlocksShelfTest, TellsWhichMediaAreWrongAndUsesFoundFiles) {
     EXPECT_EQ(media.data(media.index(1), BlockMediaModel::StateRole), static_cast<int>(BlockMediaModel::State::Moved));
     EXPECT_EQ(media.data(media.index(1), BlockMediaModel::TellingRole), u"Found in Library/Audio/Final Cut Elements"_s);
     EXPECT_TRUE(media.summary().startsWith(u"6 files · ") && media.summary().endsWith(u"FCPXML 1.13"));
+    const QPersistentModelIndex kept(media.index(4));
+    const QVariant keptName = kept.data(BlockMediaModel::NameRole);
     shelf().care()->useFoundFiles();
     EXPECT_TRUE(comesTrue([&] { return media.moved() == 0 && !shelf().care()->looking(); }));
+    EXPECT_TRUE(kept.isValid() && kept.data(BlockMediaModel::NameRole) == keptName) << "the place in the list is lost";
     EXPECT_EQ(note(), u"“Opening” uses the files that were found");
     EXPECT_EQ(media.missing(), 1);
 }

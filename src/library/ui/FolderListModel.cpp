@@ -38,7 +38,7 @@ QString symbolOf(Place place) {
 
 } // namespace
 
-FolderListModel::FolderListModel(QObject* parent) : QAbstractListModel(parent) {
+FolderListModel::FolderListModel(QObject* parent) : RowListModel(parent) {
     m_update.setSingleShot(true);
     m_update.setInterval(0);
     connect(&m_update, &QTimer::timeout, this, &FolderListModel::update);
@@ -120,33 +120,9 @@ std::vector<Row> FolderListModel::targets() const {
 }
 
 void FolderListModel::update() {
-    std::vector<Row> now = rows();
-    const auto same = &Row::sameFolder;
-    const auto head = std::ranges::mismatch(m_rows, now, same).in1 - m_rows.begin();
-    const auto shorter = static_cast<std::ptrdiff_t>(std::min(m_rows.size(), now.size()));
-    std::ptrdiff_t tail = 0;
-    while (tail < shorter - head && m_rows.end()[-1 - tail].sameFolder(now.end()[-1 - tail])) ++tail;
-
-    const bool otherCount = m_rows.size() != now.size();
-    const auto oldEnd = static_cast<int>(m_rows.size()) - static_cast<int>(tail);
-    const auto newEnd = static_cast<int>(now.size()) - static_cast<int>(tail);
-    const auto first = static_cast<int>(head);
-    if (oldEnd > first) {
-        beginRemoveRows({}, first, oldEnd - 1);
-        m_rows.erase(m_rows.begin() + first, m_rows.begin() + oldEnd);
-        endRemoveRows();
-    }
-    if (newEnd > first) {
-        beginInsertRows({}, first, newEnd - 1);
-        m_rows.insert(m_rows.begin() + first, now.begin() + first, now.begin() + newEnd);
-        endInsertRows();
-    }
-    for (std::size_t row = 0; row < now.size(); ++row) {
-        if (m_rows[row] == now[row]) continue;
-        m_rows[row] = std::move(now[row]);
-        Q_EMIT dataChanged(index(static_cast<int>(row)), index(static_cast<int>(row)));
-    }
-    if (otherCount) Q_EMIT countChanged();
+    const auto before = m_rows.size();
+    takeOver(m_rows, rows(), &Row::sameFolder);
+    if (m_rows.size() != before) Q_EMIT countChanged();
 }
 
 int FolderListModel::rowCount(const QModelIndex& parent) const {

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "panel/RowListModel.h"
 #include "panel/Shelf.h"
 
-#include <QAbstractListModel>
 #include <QPointer>
 #include <QTimer>
 
 namespace quillary {
 
-/// The places of a shelf that a user can pick, with their counts, kept up to date in steps that leave the
-/// other rows alone. A collection counts what lies in its sub-collections too. Main thread.
-class FolderListModel : public QAbstractListModel {
+/// The places of a shelf that a user can pick, with their counts. A collection counts what lies in its sub-collections
+/// too. Main thread.
+class FolderListModel : public quillary::RowListModel { // qualified: the QML type system looks it up by this name
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(quillary::Shelf* shelf READ shelf WRITE setShelf NOTIFY shelfChanged REQUIRED FINAL)

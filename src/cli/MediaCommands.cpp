@@ -2,6 +2,7 @@
 #include "base/Try.h"
 #include "cli/Commands.h"
 #include "cli/ImageFile.h"
+#include "cli/MediaHundredths.h"
 #include "cli/ProgressBar.h"
 #include "media/ClipFrames.h"
 #include "media/MediaLength.h"
@@ -44,7 +45,10 @@ class Peaks final : public Command {
         const int count = m_count ? TRY(numberIn<int>(*m_count, "--count")) : media::waveformPeaks;
         if (count < 1 || count > most)
             return std::unexpected(CommandError::usage(QStringLiteral("--count takes 1 to %1.").arg(most)));
-        const auto peaks = media::readPeaks(m_file, count);
+        BatchProgress progress;
+        std::optional<ProgressBar> bar(std::in_place, progress, output);
+        const auto peaks = media::readPeaks(m_file, count, {}, hundredths(progress).report);
+        bar.reset();
         if (!peaks) return std::unexpected(CommandError(media::description(peaks.error())));
         if (output.json()) {
             QJsonArray array;

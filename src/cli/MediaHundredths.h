@@ -5,11 +5,11 @@
 
 namespace quillary::cli {
 
-/// How far a copy of media is, in hundredths.
+/// How far media are copied or read, in hundredths.
 inline MediaProgress hundredths(BatchProgress& progress) {
+    constexpr int whole = 100;
+    progress.total = whole;
     return {[&progress](std::uint64_t done, std::uint64_t total) {
-        constexpr int whole = 100;
-        progress.total = whole;
         progress.done = total > 0 ? static_cast<int>(done * whole / total) : whole;
     }};
 }

@@ -51,6 +51,7 @@ int rounded(float distance) {
 
 PeakLoop::PeakLoop(std::int64_t expectedSamples, int count)
     : m_buckets(static_cast<std::size_t>(std::max(count, 1)))
+    , m_expected(expectedSamples)
     , m_samplesPerBucket(std::max<std::int64_t>(expectedSamples, std::ssize(m_buckets)) / std::ssize(m_buckets))
     , m_bucketLeft(m_samplesPerBucket) {}
 

@@ -17,6 +17,10 @@ public:
     /// when rounded to 16 bits. Interleaved samples are one plane.
     void add(std::span<const float* const> planes, std::size_t length);
 
+    /// Samples that came, of how many that were expected.
+    std::int64_t seen() const { return m_seen; }
+    std::int64_t expected() const { return m_expected; }
+
     /// One value from 0 to 1 for every stretch that was filled, at least one when there was any sample; the loudest is
     /// 1 unless all are next to silent. Ends the loop.
     std::vector<float> finish();
@@ -27,6 +31,7 @@ private:
     void closeBucket();
 
     std::vector<float> m_buckets;
+    std::int64_t m_expected;
     std::int64_t m_samplesPerBucket;
     std::int64_t m_seen = 0;
     std::int64_t m_bucketLeft; ///< samples until the next border

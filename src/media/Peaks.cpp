@@ -6,6 +6,7 @@
 #include "media/PeakLoop.h"
 #include "media/headers/WaveHeader.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 
@@ -20,7 +21,14 @@ bool isPlain(const WaveHeader& wave) {
     return wave.integers && wave.bits == 16 && std::endian::native == std::endian::little;
 }
 
-PeakList plainPeaks(const HeaderFile& file, const WaveHeader& wave, int count, std::stop_token stop) {
+void tell(const PeaksReport& report, const PeakLoop& loop) {
+    if (!report) return;
+    const auto done = static_cast<std::uint64_t>(loop.seen());
+    report(done, std::max(done, static_cast<std::uint64_t>(loop.expected())));
+}
+
+PeakList plainPeaks(const HeaderFile& file, const WaveHeader& wave, int count, const std::stop_token& stop,
+                    const PeaksReport& report) {
     const std::uint64_t length = wave.frames() * static_cast<std::uint64_t>(wave.frameBytes);
     PeakLoop loop(static_cast<std::int64_t>(length / sizeof(std::int16_t)), count);
     for (std::uint64_t at = 0; at < length;) {
@@ -30,18 +38,19 @@ PeakList plainPeaks(const HeaderFile& file, const WaveHeader& wave, int count, s
         if (bytes.empty()) break; // it became shorter meanwhile
         loop.add({reinterpret_cast<const std::int16_t*>(bytes.data()), bytes.size() / sizeof(std::int16_t)});
         at += bytes.size();
+        tell(report, loop);
     }
     return loop.finish();
 }
 
 } // namespace
 
-PeakList readPeaks(const std::filesystem::path& file, int count, std::stop_token stop) {
+PeakList readPeaks(const std::filesystem::path& file, int count, std::stop_token stop, const PeaksReport& report) {
     {
         const auto header = TRY(HeaderFile::open(file));
         if (const auto wave = waveHeader(header)) {
             if (wave->frames() == 0) return std::vector<float>();
-            if (isPlain(*wave)) return plainPeaks(header, *wave, count, stop);
+            if (isPlain(*wave)) return plainPeaks(header, *wave, count, stop, report);
         }
     }
     const double seconds = TRY(audioLength(file, stop));
@@ -60,6 +69,7 @@ PeakList readPeaks(const std::filesystem::path& file, int count, std::stop_token
             loop.add(samples.integers);
         else
             loop.add(samples.planes, samples.planeLength);
+        tell(report, loop);
     }
 }
 

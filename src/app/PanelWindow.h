@@ -33,7 +33,8 @@ enum class RunUntil { closed, firstFrame, firstTiles };
 /// What a start with these options asks of a panel that is open already.
 platform::StartRequest startRequest(const PanelOptions& options);
 
-/// Chooses renderer and platform for the panel, and how its heap gives memory back. Before the application object is made.
+/// Chooses renderer and platform for the panel, and how its heap gives memory back. Before the application object is
+/// made.
 void preparePanelApplication(const PanelOptions& options);
 
 /// Opens the panel in a window of its own and runs until it is closed. Returns the exit status: 0, or 1 when the panel

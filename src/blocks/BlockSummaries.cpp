@@ -10,13 +10,14 @@ namespace fs = std::filesystem;
 
 const BlockSummaries::Document& BlockSummaries::document(const LibraryItem& item) {
     std::error_code failed;
-    const auto size = fs::file_size(item.url.path(), failed);
-    Document& kept = m_documents[item.url];
+    const fs::path url = item.url;
+    const auto size = fs::file_size(url, failed);
+    Document& kept = m_documents[url.native()];
     const bool unchanged = kept.listing > 0 && kept.modified == item.modified && kept.size == size;
     if (!unchanged) {
         kept = {item.modified, size};
         ++m_documentsRead;
-        if (const auto read = FCPXMLDocument::read(item.url)) kept.summary = ArrangementStore::summarize(*read);
+        if (const auto read = FCPXMLDocument::read(url)) kept.summary = ArrangementStore::summarize(*read);
     }
     kept.listing = m_listing;
     return kept;

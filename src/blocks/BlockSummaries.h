@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -29,7 +30,8 @@ private:
     };
     const Document& document(const LibraryItem& item);
 
-    std::unordered_map<FileLocation, Document> m_documents;
+    /// By path: a location would keep the names of the whole folder, as they were when it was listed.
+    std::unordered_map<std::string, Document> m_documents;
     unsigned m_listing = 0;
     int m_documentsRead = 0;
 };

@@ -1,6 +1,8 @@
 #include "media/AudioDurationCache.h"
 
 #include "media/MediaLength.h"
+#include "platform/FileAttributes.h"
+#include "platform/OpenFile.h"
 #include "platform/PendingFile.h"
 
 #include <QFile>
@@ -8,7 +10,6 @@
 #include <QJsonObject>
 #include <algorithm>
 #include <cmath>
-#include <sys/stat.h>
 
 namespace quillary {
 
@@ -23,15 +24,16 @@ bool isText(const std::filesystem::path& url) {
 } // namespace
 
 QByteArray AudioDurationCache::key(const std::filesystem::path& url) {
-    struct stat status {};
-    const qint64 seconds = ::stat(url.c_str(), &status) == 0 ? status.st_mtim.tv_sec : 0;
-    return QByteArray::fromStdString(url.native()) + '\x01' + QByteArray::number(seconds);
+    const auto stamp = platform::fileStamp(url);
+    const auto seconds = stamp ? std::chrono::floor<std::chrono::seconds>(stamp->modified) : std::chrono::sys_seconds();
+    return QByteArray::fromStdString(url.native()) + '\x01' +
+           QByteArray::number(qint64(seconds.time_since_epoch().count()));
 }
 
 AudioDurationCache::Durations AudioDurationCache::load(std::span<const FileLocation> urls) const {
     Durations found;
-    QFile file(m_file);
-    if (!file.open(QIODevice::ReadOnly)) return found;
+    QFile file;
+    if (!platform::openForReading(file, m_file)) return found;
     const QJsonObject known = QJsonDocument::fromJson(file.readAll()).object();
     if (known.isEmpty()) return found;
     for (const FileLocation& url : urls) {
@@ -43,8 +45,7 @@ AudioDurationCache::Durations AudioDurationCache::load(std::span<const FileLocat
     return found;
 }
 
-AudioDurationCache::Durations AudioDurationCache::read(std::span<const FileLocation> urls,
-                                                       std::stop_token stop) {
+AudioDurationCache::Durations AudioDurationCache::read(std::span<const FileLocation> urls, std::stop_token stop) {
     Durations found;
     for (const FileLocation& url : urls) {
         if (stop.stop_requested()) break;
@@ -60,10 +61,8 @@ bool AudioDurationCache::save(const Durations& durations) const {
         if (isText(path) && std::isfinite(seconds)) object.insert(QString::fromUtf8(key(path)), seconds);
     }
     const QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Compact);
-    auto pending = platform::PendingFile::create(m_file.parent_path());
-    return pending &&
-           pending->write(std::as_bytes(std::span(text.constData(), static_cast<std::size_t>(text.size())))) &&
-           pending->replace(m_file);
+    auto pending = platform::PendingFile::holding(m_file.parent_path(), text);
+    return pending && pending->replace(m_file);
 }
 
 } // namespace quillary

@@ -1,6 +1,7 @@
 #include "media/PeakCache.h"
 
 #include "base/FileUrl.h"
+#include "platform/OpenFolder.h"
 #include "platform/PendingFile.h"
 
 #include <QCryptographicHash>
@@ -64,8 +65,8 @@ void PeakCache::write(const fs::path& url, const FileState& state, int count, co
 void PeakCache::prune(std::size_t most) const {
     std::error_code failed;
     std::vector<std::pair<fs::file_time_type, fs::path>> entries;
-    for (const auto& entry : fs::directory_iterator(m_folder, failed))
-        entries.emplace_back(entry.last_write_time(failed), entry.path());
+    for (const fs::path& entry : platform::visibleEntries(m_folder))
+        entries.emplace_back(fs::last_write_time(entry, failed), entry);
     if (entries.size() <= most) return;
     const auto end = entries.begin() + static_cast<std::ptrdiff_t>(entries.size() - most);
     std::ranges::nth_element(entries, end);

@@ -9,6 +9,7 @@
 #include "platform/Clipboard.h"
 #include "platform/FileAttributes.h"
 #include "platform/FileManager.h"
+#include "platform/OpenFile.h"
 
 #include <QFile>
 
@@ -21,8 +22,8 @@ namespace {
 /// A PNG file's own bytes, or those of the picture made of another; empty for what is no picture.
 QByteArray pngOf(const fs::path& file, int longEdge, const std::stop_token& stop) {
     if (!Storage::isReadableImage(file)) return {};
-    QFile contents(file);
-    if (contents.open(QIODevice::ReadOnly) && contents.peek(8) == "\x89PNG\r\n\x1a\n") return contents.readAll();
+    QFile contents;
+    if (platform::openForReading(contents, file) && contents.peek(8) == "\x89PNG\r\n\x1a\n") return contents.readAll();
     const auto image = ImageIntake::read(file, longEdge, stop);
     return image ? pngData(image->image, stop) : QByteArray();
 }

@@ -1,5 +1,6 @@
 #include "panel/ListingCache.h"
 
+#include "platform/OpenFile.h"
 #include "platform/PendingFile.h"
 
 #include <QCryptographicHash>
@@ -78,8 +79,8 @@ fs::path ListingCache::fileFor(const fs::path& shelf) const {
 }
 
 std::optional<ShelfListing::Contents> ListingCache::read(const fs::path& shelf) const {
-    QFile file(fileFor(shelf));
-    if (m_folder.empty() || !file.open(QIODevice::ReadOnly) || file.size() > largestFile) return {};
+    QFile file;
+    if (m_folder.empty() || !platform::openForReading(file, fileFor(shelf)) || file.size() > largestFile) return {};
     QDataStream in(file.readAll());
     in.setVersion(QDataStream::Qt_6_4);
     quint64 begin = 0;
@@ -116,8 +117,7 @@ void ListingCache::write(const fs::path& shelf, const ShelfListing::Contents& co
         out << bytesOf(item.url.path().lexically_relative(shelf)) << qint64(item.modified.time_since_epoch().count())
             << item.collection << item.sourceFormat;
     if (!platform::createFolders(m_folder)) return;
-    auto pending = platform::PendingFile::create(m_folder);
-    if (pending && pending->write(std::as_bytes(std::span(bytes.constData(), bytes.size()))))
+    if (auto pending = platform::PendingFile::holding(m_folder, bytes))
         static_cast<void>(pending->replace(fileFor(shelf)));
 }
 

@@ -48,7 +48,7 @@ void tell(const PastedImage& image, Output& output) {
     std::vector<Output::Row> rows{
         {QStringLiteral("Name"), image.name},
         {QStringLiteral("Size"),
-         QStringLiteral("%1 × %2 pixels").arg(image.pixelSize.width()).arg(image.pixelSize.height())},
+         QStringLiteral("%1 × %2 pixels").arg(image.pixelSize.toSize().width()).arg(image.pixelSize.toSize().height())},
         {QStringLiteral("Format"), image.formatLabel},
         {QStringLiteral("Alpha"), image.hasAlphaChannel ? QStringLiteral("yes") : QStringLiteral("no")},
         {QStringLiteral("Source"), image.provenance()},

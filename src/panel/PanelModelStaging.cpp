@@ -270,7 +270,7 @@ QString PanelModel::stagedName() const {
 QString PanelModel::stagedDimensions() const {
     const auto* image = std::get_if<PastedImage>(&m_state);
     if (!image) return {};
-    const QSizeF size = m_showCutout && hasCutout() ? QSizeF(m_cutout.size()) : image->pixelSize;
+    const QSize size = m_showCutout && hasCutout() ? m_cutout.size() : image->pixelSize.toSize();
     return QStringLiteral("%1 × %2").arg(size.width()).arg(size.height());
 }
 

@@ -32,15 +32,15 @@ TEST_F(PanelModelTest, StartsFromTheSettings) {
 }
 
 TEST_F(PanelModelTest, PastesWhatTheClipboardHolds) {
-    clipboard.board->put(u"image/png"_s, pngData(picture(30, 20)));
+    clipboard.board->put(u"image/png"_s, pngData(picture(1'200'000, 1)));
     model->handlePaste();
     EXPECT_TRUE(model->staging());
     EXPECT_EQ(model->stage(), PanelModel::Stage::empty) << "the old state stays until the new one is there";
     settle();
     EXPECT_EQ(model->stage(), PanelModel::Stage::loaded);
-    EXPECT_EQ(model->stagedDimensions(), u"30 × 20"_s);
+    EXPECT_EQ(model->stagedDimensions(), u"1200000 × 1"_s);
     EXPECT_EQ(model->stagedProvenance(), u"Clipboard bitmap · image/png"_s);
-    EXPECT_EQ(model->displayImage().size(), QSize(30, 20));
+    EXPECT_EQ(model->displayImage().size(), QSize(1'200'000, 1));
 
     clipboard.board = std::make_shared<FakePasteboard>();
     model->paste();

@@ -1,6 +1,7 @@
 #include "imaging/BitmapDecoder.h"
 
 #include "samples/Pictures.h"
+#include "support/TemporaryFolder.h"
 
 #include <QColorSpace>
 #include <QImageWriter>
@@ -116,6 +117,13 @@ TEST(BitmapDecoder, SurvivesBombs) {
     constexpr quint32 huge = 50'000;
     EXPECT_FALSE(BitmapDecoder::decode(test::pngHeader(huge, huge)));
     EXPECT_FALSE(BitmapDecoder::decode(test::pngHeader(0x7fffffff, 0x7fffffff)));
+    // A frame of 60,000 by 60,000 on a canvas of nine by nine.
+    const QByteArray gif =
+        QByteArray::fromHex("47494638396109000900800000000000ffffff2c0000000060ea60ea0002048c8f1900003b");
+    EXPECT_FALSE(BitmapDecoder::decode(gif));
+    const test::TemporaryFolder folder;
+    test::writeFile(folder / "a.gif", gif.toStdString());
+    EXPECT_TRUE(BitmapDecoder::thumbnail(folder / "a.gif", 220).picture.isNull());
     // What is wrong with the profile may or may not cost the picture.
     constexpr qsizetype bomb = qsizetype(1) << 28;
     const auto read = BitmapDecoder::decode(test::pngWithProfileBomb(bomb));

@@ -1,5 +1,6 @@
 #include "imaging/codecs/Codecs.h"
 
+#include "imaging/RasterSize.h"
 #include "imaging/codecs/PixelRows.h"
 
 #include <algorithm>
@@ -197,6 +198,9 @@ public:
         if (!loader) return Failure::unsupported;
         const Image original = whole(from.get(), VIPS_FAIL_ON_NONE);
         if (!original) return failed(loader);
+        // A few bytes can claim more than there is memory, and some loaders take it at their word.
+        if (!isDrawable(vips_image_get_width(original.get()), vips_image_get_height(original.get())))
+            return Failure::broken;
         const bool jpeg = std::string_view(loader).find("Jpeg") != std::string_view::npos;
         Image image = jpeg ? reducedJpeg(from.get(), original, longestSide) : reducedPicture(from.get(), longestSide);
         return image ? opened(std::move(image), original) : failed(loader);

@@ -1,4 +1,5 @@
-// The panel as it starts, on the library given, gone at its first frame ("first") or when the first tiles stand ("tiles").
+// The panel as it starts, on the library given, gone at its first frame ("first") or when the first tiles stand
+// ("tiles").
 #include "app/PanelWindow.h"
 #include "imaging/Thumbnail.h"
 #include "platform/Bookmarks.h"

@@ -22,7 +22,8 @@ QByteArray asset(int number, const std::filesystem::path& media) {
            R"(" start="90000/2500s" duration="12512/2500s" hasVideo="1" format="r1" hasAudio="1" videoSources="1" audioSources="1" audioChannels="2" audioRate="48000">
             <media-rep kind="original-media" sig=")" +
            uid(number) + R"(" src=")" + fileUrl(media / (n.toStdString() + ".mov")) + R"(">
-                <bookmark>)" + QByteArray(bookmarkBytes, 'Q') + R"(</bookmark>
+                <bookmark>)" +
+           QByteArray(bookmarkBytes, 'Q') + R"(</bookmark>
             </media-rep>
             <metadata>
                 <md key="com.apple.proapps.studio.rawToLogConversion" value="0"/>

@@ -52,7 +52,8 @@ int main(int argc, char** argv) {
         ShelfIndex fresh(root / Storage::blocksFolder(), Storage::blockExtensions, false);
         fresh.refresh();
         const auto listed = BlockSummaries().read(*fresh.items());
-        benchmark::require(listed.size() == blocks && listed.front().summary.layers.size() == 2 * assetsPerBlock, "not listed");
+        benchmark::require(listed.size() == blocks && listed.front().summary.layers.size() == 2 * assetsPerBlock,
+                           "not listed");
     });
     rounds.add("next refresh", [&] { benchmark::require(refresh() == blocks, "not listed"); });
     rounds.print();

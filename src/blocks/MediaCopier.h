@@ -62,7 +62,7 @@ private:
     std::uint64_t m_done = 0;
     std::uint64_t m_total = 0;
     std::vector<std::pair<Source, std::filesystem::path>> m_announced;
-    std::unordered_set<std::string> m_cleared; ///< folders without what killed writers left
+    std::unordered_set<std::string> m_cleared;            ///< folders without what killed writers left
     std::unordered_map<std::string, std::string> m_given; ///< copies of this document, with their sources
 };
 

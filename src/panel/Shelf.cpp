@@ -86,10 +86,8 @@ void Shelf::takeOver(ShelfListing::Contents found) {
 
 void Shelf::settleFilter() {
     const bool settles = std::exchange(m_settles, false);
-    if (m_selectAfterRefresh) {
-        setCollectionFilter(CollectionFilter::named(*std::exchange(m_selectAfterRefresh, {})));
-        return;
-    }
+    if (const auto made = std::exchange(m_selectAfterRefresh, {}))
+        return setCollectionFilter(CollectionFilter::named(*made));
     const auto* named = std::get_if<CollectionFilter::Named>(&m_collectionFilter.value);
     if (!named || collections().contains(named->path)) return;
     if (settles || !collectionFolders().contains(named->path)) setCollectionFilter(CollectionFilter::all());

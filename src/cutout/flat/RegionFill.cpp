@@ -72,7 +72,8 @@ private:
             if (y < 0 || y >= m_height) return row;
             for (std::size_t i = 0; i < words; ++i) {
                 const std::size_t at = m_open.index(y) + i;
-                row[i] = m_open[at] & (m_open[at] << 1 | m_open[at - 1] >> 63) & (m_open[at] >> 1 | m_open[at + 1] << 63);
+                row[i] =
+                    m_open[at] & (m_open[at] << 1 | m_open[at - 1] >> 63) & (m_open[at] >> 1 | m_open[at + 1] << 63);
             }
             return row;
         };

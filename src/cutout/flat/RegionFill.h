@@ -6,8 +6,8 @@
 
 namespace quillary::cutout {
 
-// Parts of a set of pixels that hang together by steps left, right, up and down. `open` holds the set; the part is taken
-// out of it and returned. Both end early, with less than the whole part, when a stop is requested.
+// Parts of a set of pixels that hang together by steps left, right, up and down. `open` holds the set; the part is
+// taken out of it and returned. Both end early, with less than the whole part, when a stop is requested.
 
 /// What hangs together with the picture's border. The work goes word by word; a small list
 /// remembers words that are still to be followed, and a rescan finds what the list had no room for, so that beside the

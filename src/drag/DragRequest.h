@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 #include <optional>
 
 namespace quillary {

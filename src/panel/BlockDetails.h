@@ -5,7 +5,7 @@
 
 #include <QList>
 #include <QObject>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 namespace quillary {
 

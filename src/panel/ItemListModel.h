@@ -3,7 +3,7 @@
 #include "values/LibraryItem.h"
 
 #include <QAbstractListModel>
-#include <QtQmlIntegration>
+#include <QtQmlIntegration/qqmlintegration.h>
 #include <functional>
 #include <memory>
 #include <vector>

@@ -81,8 +81,9 @@ public:
         if (!m_watch || !m_root || isReplaced()) return readAll();
         takeChanges();
         if (m_everything) return readAll();
-        if (m_dirty.empty() && m_restless.empty()) return false;
+        if (m_dirty.empty() && m_restless.empty() && m_growing.empty()) return false;
         m_dirty.insert(m_restless.begin(), m_restless.end());
+        m_dirty.insert(m_growing.begin(), m_growing.end());
         bool changed = false;
         while (ShelfNode* next = shallowest()) {
             m_dirty.erase(next);
@@ -92,6 +93,7 @@ public:
         return changed;
     }
 
+    bool growing() const { return !m_growing.empty(); }
     int descriptor() const { return m_watch ? m_watch->descriptor() : -1; }
     const std::shared_ptr<const LibraryItems>& items() const { return m_items; }
 
@@ -117,11 +119,16 @@ public:
             m_restless.insert(&node);
         else
             m_restless.erase(&node);
+        if (node.holdsBack())
+            m_growing.insert(&node);
+        else
+            m_growing.erase(&node);
     }
 
     void leaves(ShelfNode& node) override {
         m_dirty.erase(&node);
         m_restless.erase(&node);
+        m_growing.erase(&node);
         unwatch(node);
     }
 
@@ -143,6 +150,7 @@ private:
         m_watched.clear();
         m_dirty.clear();
         m_restless.clear();
+        m_growing.clear();
         if (m_watch) m_watch->read();
     }
 
@@ -167,12 +175,12 @@ private:
         using Kind = FolderWatch::Change::Kind;
         if (!change.name.empty()) node.changed.insert(change.name);
         if (change.kind == Kind::created)
-            node.incoming.insert_or_assign(change.name, false);
+            node.incoming.insert_or_assign(change.name, ShelfNode::Incoming());
         else if (change.kind == Kind::settled)
             node.incoming.erase(change.name);
         else if (const auto at = node.incoming.find(change.name);
                  change.kind == Kind::modified && at != node.incoming.end())
-            at->second = true;
+            at->second.written = true;
         else if (change.kind == Kind::attributes)
             node.allChanged = true;
         if (change.kind != Kind::gone) {
@@ -207,6 +215,7 @@ private:
     std::unordered_multimap<int, ShelfNode*> m_watched;
     std::unordered_set<ShelfNode*> m_dirty;    ///< changed on disk
     std::unordered_set<ShelfNode*> m_restless; ///< not watched, or with links that are not
+    std::unordered_set<ShelfNode*> m_growing;  ///< with new files that are held back
     bool m_everything = false;
     bool m_readOnce = false;
 };
@@ -228,6 +237,9 @@ std::int64_t ShelfIndex::countFiles(const std::filesystem::path& folder, std::sp
 
 bool ShelfIndex::refresh() {
     return m_state->refresh();
+}
+bool ShelfIndex::growing() const {
+    return m_state->growing();
 }
 int ShelfIndex::descriptor() const {
     return m_state->descriptor();

@@ -3,6 +3,7 @@
 #include "values/LibraryItem.h"
 
 #include <QStringList>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -18,8 +19,8 @@ namespace quillary {
 /// followed, except one that leads to a folder on its own path, and at most four folder links deep. Items are newest
 /// first, equal dates in the order of the walk. What cannot be read is empty.
 ///
-/// A file that another program is still writing is held back until it is closed, where the system tells; one that was
-/// listed before stays.
+/// A new file that another program is still writing is held back, where the system tells of it, until it is closed or
+/// stops growing; one that was listed before stays. The second comes with time alone: see `growing`.
 ///
 /// One object per shelf, used by one thread at a time.
 class ShelfIndex {
@@ -39,6 +40,10 @@ public:
     /// Becomes readable when something changed on disk, and stays so until the next refresh; -1 when nothing is
     /// watched. May be asked, and waited on, from another thread than the one that refreshes.
     int descriptor() const;
+
+    /// Whether the last refresh held files back. Nothing may be told of them any more: refresh again after a while.
+    bool growing() const;
+    static constexpr std::chrono::milliseconds growingTime{400};
 
     /// Shared and immutable: a later refresh makes a new list.
     std::shared_ptr<const LibraryItems> items() const;

@@ -38,11 +38,17 @@ bool sameContents(const ShelfNode::File& a, const ShelfNode::File& b) {
     return a.modified == b.modified && a.format == b.format;
 }
 
-/// A writer that was idle for long, or one that was mistaken for one, holds nothing back.
-bool isIncoming(const ShelfNode& node, std::string_view name, FileDate modified) {
+/// Whether a new file is still growing. Neither a date that is set nor a writer that idles keeps it back.
+bool isGrowing(ShelfNode& node, std::string_view name, std::uint64_t size) {
     const auto entry = node.incoming.find(name);
-    if (entry == node.incoming.end() || !entry->second) return false;
-    return modified > std::chrono::system_clock::now() - std::chrono::minutes(1);
+    if (entry == node.incoming.end()) return false;
+    ShelfNode::Incoming& file = entry->second;
+    if (!file.written && size > 0) return false;
+    const auto now = ShelfNode::Incoming::Clock::now();
+    if (file.size == size) return now - file.since < ShelfWalk::stillness;
+    file.size = size;
+    file.since = now;
+    return true;
 }
 
 bool isListed(const FileLocation::Folder& text, const std::vector<ShelfNode::File>& files, std::string_view name) {
@@ -163,6 +169,7 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
     bool different = false;
     node.restless = false;
     node.files.reserve(m_entries.list.size());
+    std::vector<std::string_view> held;
     std::array<char, 64> value{};
     for (const OpenFolder::Entry& entry : m_entries.list) {
         const char* name = m_entries.name(entry);
@@ -191,13 +198,16 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
         node.restless = node.restless || isLink;
         // A file that may not be asked is one without a date.
         if (!status || (isLink && status->kind != Kind::file) || !wanted(text)) continue;
-        if (isIncoming(node, text, status->modified) && !isListed(*oldText, oldFiles, text)) continue;
+        if (isGrowing(node, text, status->size) && !isListed(*oldText, oldFiles, text)) {
+            held.push_back(text);
+            continue;
+        }
         const auto format = formatNumber(folder.attribute(name, m_sourceFormat, value));
         const ShelfNode::File file{entry.offset, entry.length, format, status->modified};
         different = different || before == known.end() || !sameContents(*before->second, file);
         node.files.push_back(file);
     }
-    std::erase_if(node.incoming, [](const auto& entry) { return !entry.second; });
+    std::erase_if(node.incoming, [&](const auto& entry) { return std::ranges::find(held, entry.first) == held.end(); });
     return different || node.files.size() != oldFiles.size();
 }
 

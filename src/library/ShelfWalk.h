@@ -4,6 +4,8 @@
 #include "values/LibraryItem.h"
 
 #include <QString>
+#include <chrono>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -37,11 +39,20 @@ struct ShelfNode {
     std::vector<std::unique_ptr<ShelfNode>> folders;
 
     std::set<std::string, std::less<>> changed; ///< entries that were reported since the last reading
-    /// Entries that were made and not closed by a writer since, and whether they were written to: those are not whole.
-    std::map<std::string, bool, std::less<>> incoming;
+    /// An entry that was made and not closed by a writer since. It may be growing still, or be whole long since: only
+    /// its size tells.
+    struct Incoming {
+        using Clock = std::chrono::steady_clock;
+        bool written = false;
+        std::optional<std::uint64_t> size = {}; ///< when it was read last; none: it was not read yet
+        Clock::time_point since = {};           ///< when that size was first seen
+    };
+    std::map<std::string, Incoming, std::less<>> incoming;
     bool allChanged = true;
 
     bool unchanged(std::string_view entry) const { return !allChanged && !changed.contains(entry); }
+    /// Whether an entry is held back, so that the folder must be read again soon.
+    bool holdsBack() const { return !incoming.empty(); }
 };
 
 /// Hears what becomes of the nodes of a walk, so that they can be watched.
@@ -58,6 +69,9 @@ public:
 /// Reads folders into nodes.
 class ShelfWalk {
 public:
+    /// A new file whose size stays the same for this long is whole, whoever still holds it open.
+    static constexpr std::chrono::milliseconds stillness{800};
+
     struct Depth {
         bool recursive = true;
         bool details = true; ///< dates and formats; without them files are only named

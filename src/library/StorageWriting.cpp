@@ -131,10 +131,10 @@ std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::pa
     if (!copy) return failed(copy.error());
     if (const auto copied = copy->copyFrom(file, progress, std::move(stop)); !copied) return failed(copied.error());
     if (const auto synced = copy->sync(); !synced) return failed(synced.error());
+    copy->setModified(std::chrono::system_clock::now());
     auto placed = copy->place(names);
     if (!placed) return failed(placed.error());
     platform::clearQuarantine(*placed);
-    platform::stampNow(*placed);
     return Stored{*std::move(placed), false};
 }
 

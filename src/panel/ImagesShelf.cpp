@@ -72,7 +72,7 @@ void ImagesShelf::listRecent() {
             if (!found) return;
             m_recent = *std::move(found);
             if (m_showsRecent) updateVisible();
-            m_recentWatch.watch(m_recent.descriptor);
+            m_recentWatch.watch(m_recent.descriptor, m_recent.growing);
             Q_EMIT listed();
         });
 }

@@ -80,7 +80,7 @@ void Shelf::takeOver(ShelfListing::Contents found) {
     settleFilter();
     takenOver();
     updateVisible();
-    m_watch.watch(m_contents.descriptor);
+    m_watch.watch(m_contents.descriptor, m_contents.growing);
     Q_EMIT listed();
 }
 

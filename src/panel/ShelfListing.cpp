@@ -49,7 +49,8 @@ std::optional<ShelfListing::Contents> ShelfListing::refresh(Storage& storage) {
     Contents contents{.root = m_root,
                       .items = SearchableItems(m_index->items()),
                       .collectionFolders = m_index->collectionFolders(),
-                      .descriptor = m_index->descriptor()};
+                      .descriptor = m_index->descriptor(),
+                      .growing = m_index->growing()};
     summarize(contents);
     if (m_cache && changed) m_cache->write(m_root / m_folder, contents);
     return contents;

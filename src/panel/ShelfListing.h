@@ -31,6 +31,7 @@ public:
         int unfiled = 0;
         QStringList formats = {}; ///< the source formats present, ascending
         int descriptor = -1;      ///< becomes readable when the shelf changes; -1 when it is not watched
+        bool growing = false;     ///< files are held back that may be whole soon, with nothing told
         bool whole = true;        ///< false: remembered, the newest files with the numbers of all
     };
 

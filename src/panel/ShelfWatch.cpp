@@ -1,5 +1,7 @@
 #include "panel/ShelfWatch.h"
 
+#include "library/ShelfIndex.h"
+
 #include <chrono>
 #include <unistd.h>
 #include <utility>
@@ -7,6 +9,12 @@
 namespace quillary {
 
 using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto burst = 200ms;
+
+} // namespace
 
 /// A descriptor of our own, so that a listing that is made anew meanwhile pulls nothing away.
 class ShelfWatch::Copy {
@@ -22,20 +30,20 @@ public:
 
 ShelfWatch::ShelfWatch(std::function<void()> changed, QObject* parent) : QObject(parent) {
     m_burst.setSingleShot(true);
-    m_burst.setInterval(200ms);
     connect(&m_burst, &QTimer::timeout, this, std::move(changed));
 }
 
 ShelfWatch::~ShelfWatch() = default;
 
-void ShelfWatch::watch(int descriptor) {
+void ShelfWatch::watch(int descriptor, bool growing) {
     m_notifier.reset();
+    if (growing) m_burst.start(ShelfIndex::growingTime);
     m_copy = descriptor < 0 ? nullptr : std::make_unique<Copy>(descriptor);
     if (!m_copy || m_copy->number < 0) return;
     m_notifier = std::make_unique<QSocketNotifier>(m_copy->number, QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
         m_notifier->setEnabled(false);
-        m_burst.start();
+        m_burst.start(burst);
     });
 }
 

@@ -15,8 +15,9 @@ public:
     explicit ShelfWatch(std::function<void()> changed, QObject* parent = nullptr);
     ~ShelfWatch() override;
 
-    /// Watches the descriptor that a listing gave, -1 for none. It stays the caller's.
-    void watch(int descriptor);
+    /// Watches the descriptor that a listing gave, -1 for none. It stays the caller's. Files that are `growing` are a
+    /// change by themselves, a while later.
+    void watch(int descriptor, bool growing);
 
 private:
     class Copy;

@@ -53,6 +53,7 @@ public:
     struct Status {
         Kind kind = Kind::other; ///< never a link
         std::chrono::sys_time<std::chrono::nanoseconds> modified;
+        std::uint64_t size = 0; ///< bytes
     };
 
     /// Absent when it is no folder or may not be opened.

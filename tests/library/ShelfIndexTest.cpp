@@ -190,9 +190,29 @@ TEST_F(ShelfIndexTest, holdsBackWhatIsStillBeingWritten) {
     incoming.close();
     EXPECT_TRUE(kept.refresh());
     EXPECT_EQ(shown(kept), (std::set<std::string>{"new.png", "old.png"}));
+    EXPECT_FALSE(kept.growing());
     fs::create_hard_link(shelf / "old.png", shelf / "placed.png");
     kept.refresh();
     EXPECT_EQ(shown(kept).size(), 3U) << "a file that is placed whole shows at once";
+}
+
+TEST_F(ShelfIndexTest, takesBackItsSuspicionByItself) {
+    file("old.png");
+    ShelfIndex kept = index();
+    kept.refresh();
+    std::ofstream stuck(shelf / "stuck.png");
+    stuck << "all there is" << std::flush;
+    std::ofstream begun(shelf / "Sub.png");
+    fs::create_directories(shelf / "Folder");
+    kept.refresh();
+    EXPECT_EQ(shown(kept), std::set<std::string>{"old.png"});
+    while (kept.growing()) {
+        EXPECT_FALSE(hasNews(kept)) << "nothing is told any more";
+        std::this_thread::sleep_for(ShelfIndex::growingTime);
+        kept.refresh();
+    }
+    EXPECT_EQ(shown(kept), (std::set<std::string>{"Sub.png", "old.png", "stuck.png"}));
+    EXPECT_FALSE(kept.refresh());
 }
 
 TEST_F(ShelfIndexTest, readsEverythingAgainWhenChangesWereLost) {

@@ -130,10 +130,10 @@ void OpenFolder::read(Entries& entries) const {
 std::optional<OpenFolder::Status> OpenFolder::status(const char* name) const {
     struct stat status {};
     if (::fstatat(m_descriptor, name, &status, 0) != 0) {
-        if (errno == EACCES || errno == EOVERFLOW) return Status{Kind::other, decltype(Status::modified)::min()};
+        if (errno == EACCES || errno == EOVERFLOW) return Status{Kind::other, decltype(Status::modified)::min(), 0};
         return {};
     }
-    return Status{kindOf(status.st_mode), modifiedOf(status)};
+    return Status{kindOf(status.st_mode), modifiedOf(status), static_cast<std::uint64_t>(status.st_size)};
 }
 
 std::string_view OpenFolder::attribute(const char* name, const AttributeName& attribute,

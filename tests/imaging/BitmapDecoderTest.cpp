@@ -112,6 +112,15 @@ TEST(BitmapDecoder, RefusesWhatIsCutShort) {
     }
 }
 
+TEST(BitmapDecoder, AsksNoForeignLoaderAboutBytesOfNoBitmap) {
+    // A complete compressed stream with more behind it: something that inflates it until all is read never ends.
+    const QByteArray stream = QByteArray::fromHex("1f8b08000000000000034bcc4a0300c241243503000000") + QByteArray(150, 'x');
+    EXPECT_EQ(BitmapDecoder::decode(stream).error(), BitmapDecoder::Error::unreadable);
+    const test::TemporaryFolder folder;
+    test::writeFile(folder / "a.png", stream);
+    EXPECT_TRUE(BitmapDecoder::thumbnail(folder / "a.png", 220).picture.isNull());
+}
+
 TEST(BitmapDecoder, SurvivesBombs) {
     const std::clock_t start = std::clock(); // of the processor, which others may keep busy
     constexpr quint32 huge = 50'000;

@@ -137,6 +137,18 @@ private:
     Header m_header;
 };
 
+/// Whether the first bytes are those of a format that the library is used for. Asked before the library is: to find a
+/// loader it hands the bytes to every one it has, blocked ones too, and one of them never comes back from some files.
+bool hasKnownSignature(std::span<const std::uint8_t> start) {
+    using namespace std::string_view_literals;
+    const std::string_view bytes(reinterpret_cast<const char*>(start.data()), start.size());
+    constexpr std::array first{"\xff\xd8\xff"sv, "\x89PNG\r\n\x1a\n"sv, "GIF8"sv,    "II*\0"sv,
+                               "MM\0*"sv,        "II+\0"sv,             "MM\0+"sv};
+    if (std::ranges::any_of(first, [&](std::string_view signature) { return bytes.starts_with(signature); })) return true;
+    if (bytes.starts_with("RIFF"sv)) return bytes.substr(std::min<std::size_t>(8, bytes.size())).starts_with("WEBP"sv);
+    return bytes.substr(std::min<std::size_t>(4, bytes.size())).starts_with("ftyp"sv);
+}
+
 /// Formats whose other readers would show the rest of a damaged picture: here its failure is final.
 bool failureIsFinal(const char* loader) {
     constexpr std::array strict{"Png", "Jpeg", "Webp", "Heif", "Gif"};
@@ -208,7 +220,11 @@ public:
 
 private:
     static const char* loaderOf(const Input& from) {
-        const char* loader = from ? vips_foreign_find_load_source(from.get()) : nullptr;
+        constexpr std::size_t enough = 12;
+        unsigned char* start = nullptr;
+        const gint64 size = from ? vips_source_sniff_at_most(from.get(), &start, enough) : 0;
+        const bool known = size > 0 && hasKnownSignature({start, static_cast<std::size_t>(size)});
+        const char* loader = known ? vips_foreign_find_load_source(from.get()) : nullptr;
         vips_error_clear();
         return loader;
     }

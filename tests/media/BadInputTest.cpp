@@ -85,6 +85,10 @@ TEST_F(BadInputTest, EveryFileHasItsReason) {
              // A list of other files is no sound: none of them is opened.
              {written("list.wav", "ffconcat version 1.0\nfile flac.wav\n"), unknown, unknown, unknown, unknown},
              {written("list.mp3", "#EXTM3U\n#EXTINF:1,\nflac.wav\n"), unknown, unknown, unknown, unknown},
+             // Nor is a session on the network, for which sockets would be opened.
+             {written("session.mp3", "v=0\r\no=- 0 0 IN IP4 127.0.0.1\r\ns=x\r\nc=IN IP4 127.0.0.1\r\nt=0 0\r\n"
+                                     "m=audio 5004 RTP/AVP 0\r\n"),
+              unknown, unknown, unknown, unknown},
              // Codecs that nobody knows.
              {written("codec.m4a", replaced(replaced(readFile(m4a), "mp4a", "zzza"), "esds", "zzzz")), fine, noDecoder,
               noVideo, noVideo},

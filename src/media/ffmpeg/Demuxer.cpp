@@ -14,6 +14,26 @@ namespace {
 
 constexpr int readAhead = 256 * 1024;
 
+/// Containers that sounds and clips come in. The library knows hundreds more; some of them stand for other places, such as
+/// a session description, for which it opens sockets by itself.
+constexpr const char* containers = "mov,wav,w64,aiff,caf,flac,mp3,aac,ac3,eac3,au,amr,avi,mxf,hevc,h264,dv,matroska,"
+                                   "ogg,mpegts,mpeg,mpegvideo,asf,flv";
+
+class Options {
+public:
+    Options() {
+        av_dict_set(&m_entries, "format_whitelist", containers, 0);
+        av_dict_set(&m_entries, "protocol_whitelist", "none", 0);
+    }
+    Options(const Options&) = delete;
+    Options& operator=(const Options&) = delete;
+    ~Options() { av_dict_free(&m_entries); }
+    AVDictionary** entries() { return &m_entries; }
+
+private:
+    AVDictionary* m_entries = nullptr;
+};
+
 /// Playlists and the like name other files, which are never opened.
 int refuseToOpen(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**) {
     return AVERROR(EPERM);
@@ -74,8 +94,9 @@ std::expected<void, MediaError> Demuxer::openInput(TrackKind kind) {
     m_context->interrupt_callback = {overdue, this};
     m_context->flags |= AVFMT_FLAG_CUSTOM_IO;
     restartClock();
+    Options options;
     // A failure frees the context.
-    if (const int error = avformat_open_input(&m_context, nullptr, nullptr, nullptr); error < 0)
+    if (const int error = avformat_open_input(&m_context, nullptr, nullptr, options.entries()); error < 0)
         return std::unexpected(brokeOff(error) ? MediaError::unreadable : MediaError::unknownKind);
     const AVMediaType type = kind == TrackKind::sound ? AVMEDIA_TYPE_AUDIO : AVMEDIA_TYPE_VIDEO;
     m_track = trackOf(m_context, type);

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <span>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -48,11 +50,28 @@ bool FrameScaling::scale(const AVFrame& from, int longestSide, Frame& into) {
            into.height;
 }
 
-void readTurn(const AVStream& track, int (&turn)[4]) {
+namespace {
+
+/// Side data of a track, which newer libraries keep with its codec's parameters.
+std::span<const std::uint8_t> sideData(const AVStream& track, AVPacketSideDataType type) {
+#if LIBAVCODEC_VERSION_INT >= AV_VERSION_INT(60, 31, 100)
+    const AVCodecParameters& codec = *track.codecpar;
+    const auto* const data = av_packet_side_data_get(codec.coded_side_data, codec.nb_coded_side_data, type);
+    return data ? std::span<const std::uint8_t>(data->data, data->size) : std::span<const std::uint8_t>();
+#else
     std::size_t size = 0;
-    const auto* const matrix =
-        reinterpret_cast<const std::int32_t*>(av_stream_get_side_data(&track, AV_PKT_DATA_DISPLAYMATRIX, &size));
-    if (!matrix || size < 9 * sizeof(std::int32_t)) return;
+    const std::uint8_t* const data = av_stream_get_side_data(&track, type, &size);
+    return {data, data ? size : 0};
+#endif
+}
+
+} // namespace
+
+void readTurn(const AVStream& track, int (&turn)[4]) {
+    std::array<std::int32_t, 9> matrix{};
+    const auto data = sideData(track, AV_PKT_DATA_DISPLAYMATRIX);
+    if (data.size() < sizeof matrix) return;
+    std::memcpy(matrix.data(), data.data(), sizeof matrix);
     constexpr std::int32_t one = 1 << 16;
     constexpr std::int32_t tolerance = one / 100;
     const std::array<std::int32_t, 4> entries{matrix[0], matrix[1], matrix[3], matrix[4]};

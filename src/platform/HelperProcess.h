@@ -32,11 +32,13 @@ struct HelperProcess {
 
 struct HelperLimits {
     std::chrono::seconds processorTime;
-    std::uint64_t addressSpace; ///< bytes; not applied in sanitized builds, which need terabytes of it
+    /// Bytes of private memory that it may write to, and of any file; what is only reserved does not count, since some
+    /// libraries reserve more than there is. The first is not applied in sanitized builds, which need terabytes.
+    std::uint64_t memory;
 };
 
 /// To be called first in the helper: sets the limits, lets it die with its parent, leave no core dump, write no file
-/// that grows past `HelperLimits::addressSpace`, and never gain a right.
+/// that grows past `HelperLimits::memory`, and never gain a right.
 void confineThisProcess(const HelperLimits& limits);
 
 } // namespace quillary::platform

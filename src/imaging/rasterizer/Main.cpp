@@ -12,7 +12,7 @@ namespace {
 using namespace quillary;
 using namespace quillary::rasterizer;
 
-constexpr std::uint64_t addressSpace = std::uint64_t(4) << 30;
+constexpr std::uint64_t memory = std::uint64_t(4) << 30;
 
 std::optional<int> number(std::string_view text) {
     int value = 0;
@@ -43,7 +43,7 @@ int main(int argumentCount, char** argumentValues) {
     const auto edge = number(words[3]);
     const auto seconds = number(words[4]);
     if (!edge || !seconds) return wrongUse;
-    platform::confineThisProcess({std::chrono::seconds(*seconds), addressSpace});
+    platform::confineThisProcess({std::chrono::seconds(*seconds), memory});
 
     const auto kind = words[2] == "fit" ? RasterRule::Kind::fit : RasterRule::Kind::enlarge;
     auto canvas = Canvas::of(pixelDescriptor, {kind, *edge});

@@ -112,9 +112,9 @@ void confineThisProcess(const HelperLimits& limits) {
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_CPU, static_cast<std::uint64_t>(limits.processorTime.count()));
-    limit(RLIMIT_FSIZE, limits.addressSpace);
+    limit(RLIMIT_FSIZE, limits.memory);
 #if !defined(__SANITIZE_ADDRESS__)
-    limit(RLIMIT_AS, limits.addressSpace);
+    limit(RLIMIT_DATA, limits.memory);
 #endif
 }
 

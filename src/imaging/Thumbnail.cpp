@@ -22,14 +22,26 @@ int longerSide(QSize size) {
     return std::max(size.width(), size.height());
 }
 
+/// Files and entries of the cache may have an alpha channel that no pixel uses; a tile asks whether there is one.
+QImage withoutIdleAlpha(QImage image) {
+    if (!image.hasAlphaChannel()) return image;
+    image = std::move(image).convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        if (std::any_of(row, row + image.width(), [](QRgb pixel) { return qAlpha(pixel) != 255; })) return image;
+    }
+    return std::move(image).convertToFormat(QImage::Format_RGB32);
+}
+
 /// An entry of the cache at the size of a tile's picture. The original's shape, where it is known, decides the sides.
 QImage scaledDown(const ThumbnailCache::Entry& entry, int longestSide) {
     const QSize have = entry.picture.size();
     const bool known = !entry.original.isEmpty() && longerSide(entry.original) >= longerSide(have);
     const QSize whole = known ? entry.original : have;
-    if (longerSide(have) <= longestSide) return entry.picture;
+    QImage picture = withoutIdleAlpha(entry.picture);
+    if (longerSide(have) <= longestSide) return picture;
     const auto size = RasterRule{RasterRule::Kind::fit, longestSide}(whole.width(), whole.height());
-    return entry.picture.scaled(static_cast<int>(size->width), static_cast<int>(size->height), Qt::IgnoreAspectRatio,
+    return picture.scaled(static_cast<int>(size->width), static_cast<int>(size->height), Qt::IgnoreAspectRatio,
                                 Qt::SmoothTransformation);
 }
 

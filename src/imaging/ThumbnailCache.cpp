@@ -79,17 +79,6 @@ QImage matching(const fs::path& entry, int most, const fs::path& file, const Thu
     return same ? picture : QImage();
 }
 
-/// Others write an alpha channel whether it is used or not.
-QImage withoutIdleAlpha(QImage image) {
-    if (!image.hasAlphaChannel()) return image;
-    image = std::move(image).convertToFormat(QImage::Format_ARGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        if (std::any_of(row, row + image.width(), [](QRgb pixel) { return qAlpha(pixel) != 255; })) return image;
-    }
-    return std::move(image).convertToFormat(QImage::Format_RGB32);
-}
-
 /// For the owner alone, as the standard wants it.
 bool make(const fs::path& folder) {
     std::error_code failed;
@@ -137,7 +126,7 @@ std::optional<ThumbnailCache::Entry> ThumbnailCache::read(const fs::path& file, 
     if (picture.isNull()) return {};
     const QSize original(picture.text(QString::fromLatin1(widthKey)).toInt(),
                          picture.text(QString::fromLatin1(heightKey)).toInt());
-    return Entry{withoutIdleAlpha(std::move(picture)), original};
+    return Entry{std::move(picture), original};
 }
 
 void ThumbnailCache::write(const fs::path& file, const FileState& state, Size size, const Entry& entry) const {

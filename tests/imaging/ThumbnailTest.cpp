@@ -108,6 +108,21 @@ TEST_F(ThumbnailTest, KeepsWhatItMadeForAllPrograms) {
     EXPECT_EQ(afresh(url).pixelColor(10, 10), QColor(Qt::red));
 }
 
+TEST_F(ThumbnailTest, LooksTheSameFromTheCache) {
+    const auto filled = [](int alpha) {
+        QImage image(300, 200, QImage::Format_RGBA8888);
+        image.fill(QColor(200, 30, 60, alpha));
+        return test::encoded(image, "PNG");
+    };
+    for (const auto& [name, alpha] : {std::pair("opaque.png", 255), {"clear.png", 100}}) {
+        const fs::path url = file(name, filled(alpha));
+        const QImage first = afresh(url);
+        EXPECT_EQ(first.hasAlphaChannel(), alpha < 255) << name << ": a tile insets what has one";
+        EXPECT_EQ(afresh(url).convertToFormat(first.format()), first) << name;
+        EXPECT_EQ(afresh(url).hasAlphaChannel(), first.hasAlphaChannel()) << name;
+    }
+}
+
 TEST(ThumbnailCacheTest, NamesEntriesAsOtherProgramsDo) {
     const test::TemporaryFolder folder;
     const ThumbnailCache cache(folder.path());

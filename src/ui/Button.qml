@@ -48,7 +48,8 @@ T.Button {
     }
 
     ToolTip {
+        hushed: control.down
+        shown: control.hovered
         text: control.help
-        shown: control.hovered && !control.down
     }
 }

@@ -41,7 +41,8 @@ T.Button {
         shown: control.visualFocus
     }
     ToolTip {
+        hushed: control.down
+        shown: control.hovered
         text: control.help
-        shown: control.hovered && !control.down
     }
 }

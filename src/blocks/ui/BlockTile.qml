@@ -18,7 +18,6 @@ ShelfItem {
 
     Accessible.description: qsTr("%1. %2").arg(details.subtitle).arg(spokenProblem + (details.usesGlidemark ? qsTr("Glidemark preset") : help))
     help: qsTr("Drag a block onto the timeline, then ⇧⌘G to break it apart")
-    helpY: pictureHeight + 20
     picture: ground
 
     onHoveredChanged: if (hovered)

@@ -9,7 +9,6 @@ ShelfItem {
     readonly property real pictureHeight: grid.pictureHeight
 
     help: qsTr("Drag into Final Cut · click to select")
-    helpY: pictureHeight + 14
     picture: thumbnail
 
     Checkerboard {
@@ -29,7 +28,7 @@ ShelfItem {
         opacity: status === Image.Ready ? 1 : 0
         smooth: true
         source: "image://thumbnail/" + tile.url + "?" + tile.stamp
-        sourceSize.height: 198
+        sourceSize.height: 167
         sourceSize.width: 220
         width: tile.width
 
@@ -63,6 +62,6 @@ ShelfItem {
         small: true
         text: tile.name
         width: tile.width
-        y: tile.pictureHeight + 4
+        y: tile.pictureHeight + 3
     }
 }

@@ -75,10 +75,10 @@ Item {
                 id: over
             }
             ToolTip {
-                shown: over.hovered && handle.carries && !source.dragging
+                above: true
+                hushed: source.dragging
+                shown: over.hovered && handle.carries
                 text: handle.help
-                x: 0
-                y: -height - 4
             }
         }
         Button {

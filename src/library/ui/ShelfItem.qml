@@ -19,8 +19,6 @@ Item {
     /// What a drag shows; its name without one.
     property Item picture: null
     property string help: ""
-    /// Where the tool tip stands.
-    property real helpY: height - 8
     /// Whether a drag can start anywhere on it.
     property bool dragsAnywhere: true
     readonly property bool focusShown: grid.activeFocus && grid.currentIndex === index
@@ -83,6 +81,6 @@ Item {
     Loader {
         id: tip
 
-        y: item.helpY
+        anchors.fill: parent
     }
 }

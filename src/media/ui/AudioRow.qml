@@ -170,7 +170,8 @@ ShelfItem {
             id: over
         }
         ToolTip {
-            shown: over.hovered && !source.dragging
+            hushed: source.dragging
+            shown: over.hovered
             text: qsTr("Drag into Final Cut")
         }
     }

@@ -38,11 +38,10 @@ Item {
         id: pointer
     }
     ToolTip {
+        above: true
         shown: pointer.hovered
         text: facts.model.stagedOrigin
         width: Math.min(implicitWidth, facts.width)
-        x: 0
-        y: -height - 4
     }
     Badge {
         id: badge

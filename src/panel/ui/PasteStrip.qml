@@ -81,9 +81,10 @@ ListView {
         ToolTip {
             id: hint
 
-            shown: over.hovered && !source.dragging
+            above: true
+            hushed: source.dragging
+            shown: over.hovered
             text: qsTr("%1 · click to stage again, or drag it out").arg(entry.name)
-            y: -height - 4
         }
     }
 

@@ -18,6 +18,8 @@ QtObject {
     readonly property color control: dark ? "#333338" : "#DEDEE4"
     readonly property color controlHover: dark ? "#3C3C42" : "#D4D4DB"
     readonly property color controlPressed: dark ? "#2A2A2E" : "#C8C8D0"
+    /// Between the parts of a control.
+    readonly property color controlLine: dark ? "#4A4A52" : "#C4C4CC"
     readonly property color segment: dark ? "#3A3A40" : "#FFFFFF"
     readonly property color sheet: dark ? "#26262A" : "#FBFBFC"
     readonly property color hairline: dark ? "#2A2A2E" : "#D8D8DE"

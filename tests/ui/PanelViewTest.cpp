@@ -157,8 +157,15 @@ TEST_F(CutoutViewTest, IsMadeChosenAndTrimmedByKeyboard) {
     ASSERT_TRUE(cutsOut());
     EXPECT_EQ(focusedName(), "Cut Out Again") << "the control that moves keeps the keyboard";
     ASSERT_TRUE(tabTo("Edge"));
-    for (int step = 0; step < 10; ++step) press(Qt::Key_Left);
-    EXPECT_EQ(stage.model.edgeRefine(), 0);
+    for (const auto& [key, strength] : {std::pair(Qt::Key_End, 1.0), {Qt::Key_PageDown, 0.8}, {Qt::Key_PageUp, 1.0},
+                                        {Qt::Key_Home, 0.0}, {Qt::Key_Right, 0.05}, {Qt::Key_Left, 0.0}}) {
+        press(key);
+        EXPECT_NEAR(stage.model.edgeRefine(), strength, 1e-9) << key;
+    }
+    EXPECT_NEAR(part("edge")->property("value").toDouble(), 0, 1e-9);
+    stage.model.setEdgeRefine(0.5);
+    EXPECT_NEAR(part("edge")->property("value").toDouble(), 0.5, 1e-9) << "goes on following the model";
+    stage.model.setEdgeRefine(0);
     ASSERT_TRUE(tabTo("Cutout"));
     press(Qt::Key_Left);
     EXPECT_FALSE(stage.model.showCutout());
@@ -170,6 +177,24 @@ TEST_F(CutoutViewTest, IsMadeChosenAndTrimmedByKeyboard) {
     press(Qt::Key_Down);
     press(Qt::Key_Return);
     ASSERT_TRUE(comesTrue([&] { return stage.model.cutoutMethod() == PanelModel::CutoutMethod::subject; }));
+}
+
+TEST_F(CutoutViewTest, TheSplitButtonHasOneChevron) {
+    auto* button = part<QQuickItem>("removeBackground");
+    const auto chevrons = [&] {
+        int drawn = 0;
+        QList<QQuickItem*> items = button->childItems();
+        for (int at = 0; at < items.size(); ++at) {
+            items += items[at]->childItems();
+            drawn += items[at]->isVisible() && items[at]->property("name") == QLatin1String("chevron.down");
+        }
+        return drawn;
+    };
+    EXPECT_EQ(chevrons(), 1);
+    auto* opener = part<QQuickItem>("cutoutMethod");
+    QTest::mouseMove(&stage.window, opener->mapToScene({opener->width() / 2, 10}).toPoint());
+    ASSERT_TRUE(comesTrue([&] { return opener->property("hovered").toBool(); }));
+    EXPECT_EQ(chevrons(), 1);
 }
 
 TEST_F(CutoutViewTest, IsStoppedByItsButtonAndByEscape) {
@@ -246,6 +271,19 @@ TEST(NameFieldTest, CommitsOnReturnAndOnLosingTheFocusAlone) {
     type("typing");
     field->setProperty("name", QStringLiteral("from outside"));
     EXPECT_EQ(draft(), "typing");
+}
+
+TEST(LayerStackTest, DrawsABarForEachLayer) {
+    PanelStage stage;
+    for (const int layers : {1, 4, 6, 10}) {
+        const auto stack = stage.make("Blocks/LayerStack", {{QStringLiteral("bars"), QVariant::fromValue(QList<int>(layers, 1))}});
+        ASSERT_TRUE(stack) << stage.errors.toStdString();
+        stack->setSize({96, 47}); // what a tile of a narrow panel leaves
+        EXPECT_TRUE(comesTrue([&] { return stack->property("shown").toInt() == layers; }, 1000)) << layers;
+        const QQuickItem* column = stack->childItems().value(0);
+        EXPECT_LE(column->height(), 47) << layers;
+        EXPECT_EQ(stack->property("barHeight").toInt(), layers < 4 ? 9 : layers < 7 ? 6 : 3) << layers;
+    }
 }
 
 TEST(EdgeLabelTest, TellsOffFromTighter) {

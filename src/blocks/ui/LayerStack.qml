@@ -3,21 +3,32 @@ import QtQuick
 import Quillary.Controls
 
 /// A drawing of a block's layers: one thin rounded bar for each, the highest on top, aligned to the leading edge. Where
-/// there are too many for its height the bars get thinner, and the rest is left out.
+/// there are many for its height they move together and then get thinner; what does not fit even so is left out.
 Item {
     id: stack
 
     /// The kind of each layer, from the top down: title, graphic, clip, anything else.
     required property list<int> bars
-    /// With bars 9 high and 4 apart.
-    readonly property bool compact: bars.length * 13 - 4 > height
-    readonly property int barHeight: compact ? 6 : 9
-    readonly property int gap: compact ? 3 : 4
-    readonly property int fitting: Math.max(1, Math.floor((height + gap) / (barHeight + gap)))
-    readonly property int shown: Math.min(bars.length, fitting)
+    /// Height and distance of the bars, from the roomiest form on.
+    readonly property list<int> heights: [9, 6, 6, 4, 3]
+    readonly property list<int> gaps: [4, 3, 2, 2, 1]
+    readonly property int form: {
+        let at = 0;
+        while (at < heights.length - 1 && fitting(at) < bars.length)
+            ++at;
+        return at;
+    }
+    readonly property int barHeight: heights[form]
+    readonly property int gap: gaps[form]
+    readonly property int shown: Math.min(bars.length, fitting(form))
     readonly property list<color> colors: [Theme.layerTitle, Theme.layerGraphic, Theme.layerClip, Theme.secondary]
     /// Shares of the width, so that neighbours differ.
     readonly property list<real> lengths: [0.62, 0.84, 1, 0.4]
+
+    /// How many bars of a form there is room for.
+    function fitting(at: int): int {
+        return Math.max(1, Math.floor((height + gaps[at]) / (heights[at] + gaps[at])));
+    }
 
     Accessible.ignored: true
 
@@ -34,7 +45,7 @@ Item {
 
                 color: stack.colors[kind]
                 height: stack.barHeight
-                radius: 3
+                radius: Math.min(3, height / 2)
                 width: Math.round(stack.width * (stack.lengths[kind] - 0.08 * (index % 3)))
             }
         }

@@ -12,10 +12,10 @@ Button {
     property bool brief: false
     readonly property string caption: model.hasCutout ? qsTr("Cut Out Again") : qsTr("Remove Background")
 
-    chevron: "chevron.down"
     enabled: !model.staging
     help: brief ? caption : ""
     objectName: "removeBackground"
+    rightPadding: opener.width + 3
     spokenName: caption
     symbol: "scissors"
     text: brief ? "" : caption
@@ -51,7 +51,14 @@ Button {
         contentItem: Symbol {
             color: control.ink
             name: "chevron.down"
-            visible: opener.hovered
+        }
+
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.controlLine
+            height: 14
+            visible: !opener.hovered
+            width: 1
         }
     }
     Menu {

@@ -16,6 +16,7 @@ Item {
     readonly property string where: {
         switch (shelf.place) {
         case Shelf.Place.Collection:
+            return qsTr(" in %1").arg(shelf.placePath.split(" / ").pop());
         case Shelf.Place.BuiltIn:
             return qsTr(" in %1").arg(shelf.placePath);
         case Shelf.Place.Unfiled:

@@ -8,6 +8,7 @@ T.AbstractButton {
 
     required property string symbol
     required property string label
+    /// Below zero it is not shown.
     required property int count
     required property bool accented
     readonly property color ink: accented ? Theme.accentText : Theme.text
@@ -31,7 +32,7 @@ T.AbstractButton {
             anchors.left: parent.left
             anchors.leftMargin: 31
             anchors.right: parent.right
-            anchors.rightMargin: 14 + 8 * row.count.toString().length
+            anchors.rightMargin: row.count < 0 ? 9 : 14 + 8 * row.count.toString().length
             color: row.ink
             elide: Text.ElideMiddle
             height: parent.height
@@ -40,10 +41,11 @@ T.AbstractButton {
         Label {
             anchors.right: parent.right
             anchors.rightMargin: 9
+            color: row.accented ? Theme.accentText : row.hovered ? Theme.softText : Theme.secondary
             height: parent.height
-            secondary: true
             small: true
             text: row.count
+            visible: row.count >= 0
         }
     }
 }

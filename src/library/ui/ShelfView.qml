@@ -65,31 +65,55 @@ Item {
         everything: view.everything
         shelf: view.shelf
     }
-    FolderGrid {
-        id: folders
+    NoteLine {
+        id: note
 
         anchors.left: filters.left
         anchors.right: filters.right
-        anchors.rightMargin: -6
         anchors.top: context.bottom
-        anchors.topMargin: Theme.gap
+        anchors.topMargin: visible ? 5 : 0
         height: visible ? implicitHeight : 0
-        mostRows: view.height > 520 ? 5 : 3
-        shelf: view.shelf
-        visible: view.shelf.search.trim().length === 0 && view.shelf.loaded && !(view.nothingSaved && view.shelf.collections.length === 0 && count < 2)
+        ink: view.shelf.noteIsProblem ? Theme.warning : Theme.good
+        symbol: view.shelf.noteIsProblem ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
+        text: view.shelf.note
+    }
+    /// Over the head of the grid, and moves with it.
+    Item {
+        anchors.left: filters.left
+        anchors.right: filters.right
+        anchors.rightMargin: -Theme.smallGap
+        anchors.top: grid.top
+        clip: true
+        height: Math.max(0, Math.min(folders.y + folders.height, grid.height))
+        z: 1
+
+        FolderGrid {
+            id: folders
+
+            height: implicitHeight
+            mostRows: view.height > 520 ? 5 : 3
+            shelf: view.shelf
+            visible: view.shelf.search.trim().length === 0 && view.shelf.loaded && !(view.nothingSaved && view.shelf.collections.length === 0 && count < 2)
+            width: parent.width
+            y: grid.headY + 3
+
+            onActiveFocusChanged: if (activeFocus)
+                grid.showHead()
+        }
     }
     TileGrid {
         id: grid
 
         objectName: "tiles"
-        anchors.bottom: note.top
+        anchors.bottom: line.top
         anchors.left: filters.left
         anchors.leftMargin: -leftMargin
         anchors.right: filters.right
         anchors.rightMargin: -gap
-        anchors.top: folders.bottom
-        anchors.topMargin: folders.visible ? 0 : 4
+        anchors.top: note.bottom
+        anchors.topMargin: 4
         delegate: view.delegate
+        headHeight: folders.visible ? folders.height + 2 : 0
         shelf: view.shelf
 
         onMenuRequested: (row, at) => view.openMenu(row, at)
@@ -100,24 +124,17 @@ Item {
 
         readonly property bool recent: view.shelf.place === Shelf.Place.Recent
 
-        anchors.fill: grid
+        anchors.bottom: grid.bottom
+        anchors.left: grid.left
+        anchors.right: grid.right
+        anchors.top: grid.top
+        anchors.topMargin: grid.headHeight
         hint: view.nothingSaved ? view.emptyHint : ""
         line: view.nothingSaved ? view.emptyLine : view.shelf.filtered ? "" : recent ? qsTr("Everything you drag out is kept here") : view.emptyPlaceLine
         symbol: view.nothingSaved ? view.emptySymbol : view.shelf.filtered ? "magnifyingglass" : recent ? "clock.arrow.circlepath" : "folder"
         title: view.nothingSaved ? view.emptyTitle : view.shelf.filtered ? qsTr("Nothing matches") : qsTr("Nothing here yet")
         visible: view.empty
         widest: 290
-    }
-    NoteLine {
-        id: note
-
-        anchors.bottom: line.top
-        anchors.left: filters.left
-        anchors.right: filters.right
-        height: visible ? 26 : 0
-        ink: view.shelf.noteIsProblem ? Theme.warning : Theme.good
-        symbol: view.shelf.noteIsProblem ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
-        text: view.shelf.note
     }
     Item {
         id: line

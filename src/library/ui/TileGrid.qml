@@ -17,9 +17,14 @@ GridView {
     property int mostWidth: 110
     property int gap: 10
     /// Height of a tile's picture as a part of its width.
-    property real aspect: 0.9
+    property real aspect: 0.76
     /// Below the picture; in a list the height of a row.
-    property int captionHeight: 22
+    property int captionHeight: 19
+    /// What stands above the first row and scrolls away with it, such as the folders; the owner shows it at `headY`.
+    property real headHeight: 0
+    readonly property real headY: originY - topMargin - contentY
+    /// Whether the head is seen whole: then it stays so when it grows.
+    property bool atHead: true
     readonly property int columns: list ? 1 : Math.max(1, Math.floor((width - leftMargin) / (leastWidth + gap)))
     readonly property real tileWidth: list ? width - leftMargin - gap : Math.min(mostWidth, Math.floor((width - leftMargin) / columns) - gap)
     readonly property real pictureHeight: list ? 0 : Math.round(tileWidth * aspect)
@@ -32,6 +37,9 @@ GridView {
     signal menuRequested(int row, point at)
     signal renameRequested(int row)
 
+    function showHead() {
+        contentY = originY - topMargin;
+    }
     function click(row: int, modifiers: int) {
         forceActiveFocus(Qt.MouseFocusReason);
         currentIndex = row;
@@ -85,6 +93,8 @@ GridView {
         case Qt.Key_Up:
             if (currentIndex >= columns || list)
                 go(currentIndex - columns, modifiers);
+            if (currentIndex < columns)
+                showHead();
             return true;
         case Qt.Key_Down:
             go(none ? 0 : currentIndex + columns, modifiers);
@@ -97,6 +107,7 @@ GridView {
             return true;
         case Qt.Key_Home:
             go(0, modifiers);
+            showHead();
             return true;
         case Qt.Key_End:
             go(count - 1, modifiers);
@@ -155,7 +166,12 @@ GridView {
     leftMargin: 3
     model: shelf.visible
     pixelAligned: true
-    topMargin: 3
+    topMargin: 3 + headHeight
+
+    onContentYChanged: atHead = headY >= 0
+    onTopMarginChanged: if (atHead)
+        showHead()
+    Component.onCompleted: showHead()
 
     Keys.forwardTo: keyTarget ? [keyTarget] : []
     Keys.onPressed: event => event.accepted = handle(event.key, event.modifiers, event.text)
@@ -164,6 +180,13 @@ GridView {
         visible: grid.contentHeight > grid.height
     }
 
+    Connections {
+        function onPlaceChanged() {
+            grid.showHead();
+        }
+
+        target: grid.shelf
+    }
     Timer {
         id: forgetting
 

@@ -129,6 +129,6 @@ ShelfItem {
         small: true
         text: tile.name
         width: tile.width
-        y: tile.pictureHeight + 4
+        y: tile.pictureHeight + 3
     }
 }

@@ -117,6 +117,91 @@ QByteArray pngWithProfileBomb(qsizetype size) {
     return png.insert(signature.size() + header(2, 2).size(), chunk("iCCP", bomb));
 }
 
+namespace {
+
+template <typename Number>
+QByteArray littleEndian(Number number) {
+    number = qToLittleEndian(number);
+    return QByteArray(reinterpret_cast<const char*>(&number), sizeof number);
+}
+
+/// An 8-bit lookup table from RGB to Lab in which red and green are swapped.
+QByteArray swappingTable() {
+    QByteArray table("mft1\0\0\0\0\3\3\2\0", 12);
+    for (int i = 0; i < 9; ++i) table += bigEndian(i % 4 == 0 ? 0x10000 : 0);
+    QByteArray linear;
+    for (int i = 0; i < 256; ++i) linear += static_cast<char>(i);
+    table += linear.repeated(3);
+    struct Lab {
+        int l, a, b;
+    };
+    // The corners of the sRGB cube, blue changing first, then what stands for red.
+    for (const Lab& corner : {Lab{0, 0, 0}, {30, 68, -112}, {54, 81, 70}, {60, 94, -61},
+                              Lab{88, -79, 81}, {91, -51, -15}, {98, -16, 93}, {100, 0, 0}}) {
+        table += static_cast<char>(corner.l * 255 / 100);
+        table += static_cast<char>(corner.a + 128);
+        table += static_cast<char>(corner.b + 128);
+    }
+    return table + linear.repeated(3);
+}
+
+QByteArray perceptualProfile() {
+    const QByteArray table = swappingTable();
+    const QByteArray tags = bigEndian(1) + "A2B0" + bigEndian(144) +
+                            bigEndian(static_cast<quint32>(table.size()));
+    QByteArray header(128, '\0');
+    header.replace(0, 4, bigEndian(static_cast<quint32>(144 + table.size())));
+    header.replace(8, 4, QByteArray("\2\0\0\0", 4));
+    header.replace(12, 12, "scnrRGB Lab ");
+    header.replace(36, 4, "acsp");
+    for (const auto& [at, value] : {std::pair{68, 0xf6d6U}, {72, 0x10000U}, {76, 0xd32dU}})
+        header.replace(at, 4, bigEndian(value));
+    return header + tags + table;
+}
+
+} // namespace
+
+QByteArray pngWithPerceptualProfile() {
+    constexpr qsizetype lengthOfSize = 4;
+    QImage red(1, 1, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    const QByteArray profile = QByteArray("p\0\0", 3) + qCompress(perceptualProfile()).mid(lengthOfSize);
+    return encoded(red, "PNG").insert(signature.size() + header(1, 1).size(), chunk("iCCP", profile));
+}
+
+QByteArray gzipped(const QByteArray& bytes) {
+    const QByteArray stream = qCompress(bytes);
+    // Without the length before it, the header of the format and the sum behind it.
+    return QByteArray("\x1f\x8b\x08\0\0\0\0\0\0\3", 10) + stream.sliced(6, stream.size() - 10) + littleEndian(crc(bytes)) +
+           littleEndian(static_cast<quint32>(bytes.size()));
+}
+
+QByteArray icon(const QList<QImage>& pictures) {
+    QByteArray folder = littleEndian(quint16(0)) + littleEndian(quint16(1)) + littleEndian(static_cast<quint16>(pictures.size()));
+    QByteArray contents;
+    const auto begin = static_cast<quint32>(folder.size() + 16 * pictures.size());
+    for (const QImage& picture : pictures) {
+        const QByteArray png = encoded(picture, "PNG");
+        folder += static_cast<char>(picture.width() & 0xff);
+        folder += static_cast<char>(picture.height() & 0xff);
+        folder += littleEndian(quint16(0)) + littleEndian(quint16(1)) + littleEndian(quint16(32)) +
+                  littleEndian(static_cast<quint32>(png.size())) + littleEndian(begin + static_cast<quint32>(contents.size()));
+        contents += png;
+    }
+    return folder + contents;
+}
+
+QByteArray appleIcon() {
+    const auto entry = [](const char* type, int side, QColor colour) {
+        QImage picture(side, side, QImage::Format_ARGB32);
+        picture.fill(colour);
+        const QByteArray png = encoded(picture, "PNG");
+        return type + bigEndian(static_cast<quint32>(png.size() + 8)) + png;
+    };
+    const QByteArray entries = entry("icp4", 16, Qt::black) + entry("ic07", 128, Qt::white) + entry("icp5", 32, Qt::black);
+    return "icns" + bigEndian(static_cast<quint32>(entries.size() + 8)) + entries;
+}
+
 QByteArray pdf(int width, int height) {
     const QByteArray w = QByteArray::number(width);
     const QByteArray h = QByteArray::number(height);

@@ -25,6 +25,16 @@ QByteArray pngHeader(quint32 width, quint32 height);
 /// A small PNG whose colour profile inflates to `size` bytes.
 QByteArray pngWithProfileBomb(qsizetype size);
 
+/// A PNG of one red pixel whose colour profile is a table for the perceptual intent alone; through it the pixel is green.
+QByteArray pngWithPerceptualProfile();
+
+QByteArray gzipped(const QByteArray& bytes);
+
+/// A Windows icon with these pictures, as PNG, in this order.
+QByteArray icon(const QList<QImage>& pictures);
+/// An Apple icon of 16 × 16 points, dark, and one of 128 × 128, light.
+QByteArray appleIcon();
+
 /// One page of so many points, its lower half red at half strength.
 QByteArray pdf(int width, int height);
 /// A page that needs a password.

@@ -102,21 +102,23 @@ bool isBitmapFormat(const QByteArray& format) {
     return std::ranges::any_of(known, [&](const char* name) { return format == name; });
 }
 
-/// An icon holds several sizes: the reader is set to the largest.
-QSize seekLargest(QImageReader& reader) {
-    QSize best = reader.size();
-    int bestIndex = 0;
+/// The largest picture that the file holds, the first of equal ones. An icon holds several, and not every format tells
+/// their sizes before they are read.
+QImage readLargest(QImageReader& reader) {
     const QByteArray format = reader.format();
-    if (format != "ico" && format != "icns") return best;
-    for (int index = 1; index < reader.imageCount(); ++index) {
-        if (!reader.jumpToImage(index)) break;
+    const bool icon = format == "ico" || format == "icns";
+    constexpr int most = 64;
+    const int count = icon ? std::clamp(reader.imageCount(), 1, most) : 1;
+    const auto area = [](QSize size) { return qint64(size.width()) * size.height(); };
+    QImage largest;
+    for (int index = 0; index < count; ++index) {
+        if (index > 0 && !reader.jumpToImage(index)) break;
         const QSize size = reader.size();
-        if (qint64(size.width()) * size.height() <= qint64(best.width()) * best.height()) continue;
-        best = size;
-        bestIndex = index;
+        if (size.isValid() && (!isDrawable(size.width(), size.height()) || area(size) <= area(largest.size()))) continue;
+        const QImage picture = reader.read();
+        if (area(picture.size()) > area(largest.size())) largest = picture;
     }
-    reader.jumpToImage(bestIndex);
-    return best;
+    return largest;
 }
 
 std::expected<QImage, Error> decodeWithToolkit(const Source& source) {
@@ -131,9 +133,7 @@ std::expected<QImage, Error> decodeWithToolkit(const Source& source) {
         if (!extension.empty()) reader.setFormat(QByteArray::fromStdString(extension.substr(1)).toLower());
     }
     if (!isBitmapFormat(reader.format()) || !reader.canRead()) return std::unexpected(Error::unreadable);
-    const QSize size = seekLargest(reader);
-    if (size.isValid() && !isDrawable(size.width(), size.height())) return std::unexpected(Error::unreadable);
-    QImage image = reader.read();
+    QImage image = readLargest(reader);
     if (image.isNull()) return std::unexpected(Error::unreadable);
     if (image.colorSpace().isValid() && image.colorSpace() != QColorSpace(QColorSpace::SRgb))
         image.convertToColorSpace(QColorSpace::SRgb);

@@ -101,6 +101,28 @@ TEST(BitmapDecoder, ConvertsOtherColourSpacesAndLeavesOurs) {
     EXPECT_LT(read.red(), 90);
 }
 
+TEST(BitmapDecoder, AsksForTheIntentThatAProfileHas) {
+    const QColor read = decoded(test::pngWithPerceptualProfile()).pixelColor(0, 0);
+    EXPECT_GT(read.green(), 200);
+    EXPECT_LT(read.red(), 80);
+}
+
+TEST(BitmapDecoder, TakesTheLargestPictureOfAnIcon) {
+    const QImage small = test::colourful(16, 16);
+    const QImage large = test::colourful(256, 256);
+    const test::TemporaryFolder folder;
+    for (const auto& [name, bytes, side] :
+         {std::tuple{"first.ico", test::icon({large, small}), 256}, {"last.ico", test::icon({small, large}), 256},
+          {"middle.ico", test::icon({small, test::colourful(48, 48), small}), 48},
+          {"apple.icns", test::appleIcon(), 128}}) {
+        EXPECT_EQ(decoded(bytes).size(), QSize(side, side)) << name;
+        test::writeFile(folder / name, bytes.toStdString());
+        EXPECT_EQ(BitmapDecoder::thumbnail(folder / name, 512).picture.size(), QSize(side, side)) << name;
+    }
+    EXPECT_EQ(decoded(test::icon({small, large})), large);
+    EXPECT_EQ(decoded(test::appleIcon()).pixelColor(5, 5), QColor(Qt::white));
+}
+
 TEST(BitmapDecoder, RefusesWhatIsCutShort) {
     const QImage picture = test::colourful(90, 90, QImage::Format_RGB32);
     for (const char* format : {"PNG", "JPEG", "TIFF", "WEBP"}) {

@@ -62,11 +62,20 @@ bool isCmyk(const Image& image) {
     return vips_image_get_interpretation(image.get()) == VIPS_INTERPRETATION_CMYK;
 }
 
-/// Through the embedded profile, or through the stock one for ink without a profile.
+/// Through the embedded profile, with the first intent that it has; without one, ink through the stock profile. Given both,
+/// the library would pass over a profile that lacks the intent.
 Image throughProfile(const Image& image) {
+    for (const VipsIntent intent : {VIPS_INTENT_RELATIVE, VIPS_INTENT_PERCEPTUAL, VIPS_INTENT_SATURATION}) {
+        if (colourProfile(image).empty()) break;
+        Image result = step([&](VipsImage** out) {
+            return vips_icc_transform(image.get(), out, "srgb", "embedded", TRUE, "intent", intent,
+                                      "black_point_compensation", TRUE, nullptr);
+        });
+        if (result) return result;
+    }
+    if (!isCmyk(image)) return {};
     return step([&](VipsImage** out) {
-        return vips_icc_transform(image.get(), out, "srgb", "embedded", TRUE, "input_profile",
-                                  isCmyk(image) ? "cmyk" : "srgb", "intent", VIPS_INTENT_RELATIVE,
+        return vips_icc_transform(image.get(), out, "srgb", "input_profile", "cmyk", "intent", VIPS_INTENT_RELATIVE,
                                   "black_point_compensation", TRUE, nullptr);
     });
 }

@@ -25,6 +25,7 @@ constexpr std::array knownTypes{
     KnownType{u"image/jpeg", u"public.jpeg", {"jpeg", "jpg", "jpe"}},
     KnownType{u"image/tiff", u"public.tiff", {"tiff", "tif"}},
     KnownType{u"image/svg+xml", u"public.svg-image", {"svg"}},
+    KnownType{u"image/svg+xml", u"image/svg+xml-compressed", {"svgz"}},
     KnownType{u"application/pdf", u"com.adobe.pdf", {"pdf"}},
     KnownType{u"image/gif", u"com.compuserve.gif", {"gif"}},
     KnownType{u"image/bmp", u"com.microsoft.bmp", {"bmp"}},

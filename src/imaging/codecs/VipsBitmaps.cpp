@@ -62,20 +62,32 @@ bool isCmyk(const Image& image) {
     return vips_image_get_interpretation(image.get()) == VIPS_INTERPRETATION_CMYK;
 }
 
-/// Through the embedded profile, with the first intent that it has; without one, ink through the stock profile. Given both,
-/// the library would pass over a profile that lacks the intent.
+/// Whether the profile's table of contents names the tag.
+bool hasTag(std::span<const std::byte> profile, std::string_view tag) {
+    constexpr std::size_t header = 128;
+    constexpr std::size_t entrySize = 12;
+    if (profile.size() < header + 4) return false;
+    const auto digit = [&](std::size_t at) { return std::to_integer<std::size_t>(profile[header + at]); };
+    const std::size_t claimed = digit(0) << 24 | digit(1) << 16 | digit(2) << 8 | digit(3);
+    const std::size_t count = std::min(claimed, (profile.size() - header - 4) / entrySize);
+    for (std::size_t i = 0; i < count; ++i)
+        if (std::memcmp(profile.data() + header + 4 + i * entrySize, tag.data(), tag.size()) == 0) return true;
+    return false;
+}
+
+/// The intent to ask a profile for: the relative one, unless the profile is a table for another. The library passes over
+/// a profile that lacks the intent.
+VipsIntent intentOf(std::span<const std::byte> profile) {
+    if (hasTag(profile, "A2B1") || hasTag(profile, "rXYZ")) return VIPS_INTENT_RELATIVE;
+    if (hasTag(profile, "A2B0")) return VIPS_INTENT_PERCEPTUAL;
+    return hasTag(profile, "A2B2") ? VIPS_INTENT_SATURATION : VIPS_INTENT_RELATIVE;
+}
+
+/// Through the embedded profile, or through the stock one for ink without a profile.
 Image throughProfile(const Image& image) {
-    for (const VipsIntent intent : {VIPS_INTENT_RELATIVE, VIPS_INTENT_PERCEPTUAL, VIPS_INTENT_SATURATION}) {
-        if (colourProfile(image).empty()) break;
-        Image result = step([&](VipsImage** out) {
-            return vips_icc_transform(image.get(), out, "srgb", "embedded", TRUE, "intent", intent,
-                                      "black_point_compensation", TRUE, nullptr);
-        });
-        if (result) return result;
-    }
-    if (!isCmyk(image)) return {};
     return step([&](VipsImage** out) {
-        return vips_icc_transform(image.get(), out, "srgb", "input_profile", "cmyk", "intent", VIPS_INTENT_RELATIVE,
+        return vips_icc_transform(image.get(), out, "srgb", "embedded", TRUE, "input_profile",
+                                  isCmyk(image) ? "cmyk" : "srgb", "intent", intentOf(colourProfile(image)),
                                   "black_point_compensation", TRUE, nullptr);
     });
 }

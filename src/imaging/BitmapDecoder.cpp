@@ -1,7 +1,9 @@
 #include "imaging/BitmapDecoder.h"
 
+#include "base/Text.h"
 #include "imaging/CodecModule.h"
 #include "imaging/RasterSize.h"
+#include "imaging/TgaReader.h"
 #include "imaging/codecs/Codecs.h"
 #include "imaging/png/Chunk.h"
 #include "imaging/reduced/ReducedPicture.h"
@@ -98,7 +100,7 @@ std::expected<QImage, Error> decodePicture(codecs::Picture& picture, std::stop_t
 /// The toolkit's readers that draw nothing but bitmaps.
 bool isBitmapFormat(const QByteArray& format) {
     static constexpr std::array known{"bmp", "cur", "gif", "icns", "ico",  "jpeg", "jpg",  "pbm", "pgm",
-                                      "png", "ppm", "tga", "tif",  "tiff", "wbmp", "webp", "xbm", "xpm"};
+                                      "png", "ppm", "tif", "tiff", "wbmp", "webp", "xbm",  "xpm"};
     return std::ranges::any_of(known, [&](const char* name) { return format == name; });
 }
 
@@ -194,6 +196,23 @@ void liftToolkitLimit() {
     Q_UNUSED(once)
 }
 
+/// A TGA by its name or by the mark at its end: it has no signature, and its first bytes look like a cursor's. Absent for
+/// all others.
+std::optional<QImage> tgaPicture(const Source& source) {
+    constexpr qint64 markSize = 18;
+    const auto* path = std::get_if<std::filesystem::path>(&source);
+    const auto from = device(source);
+    if (!from || from->isSequential()) return {};
+    if (!path || lowercaseExtension(*path) != "tga") {
+        if (!from->seek(std::max<qint64>(0, from->size() - markSize)) || !TgaReader::hasMark(from->read(markSize)))
+            return {};
+        from->seek(0);
+    }
+    constexpr qint64 largest = largestPixelCount * 4 + (1 << 20);
+    const QImage picture = from->size() > largest ? QImage() : TgaReader::read(from->readAll());
+    return picture.isNull() ? std::nullopt : std::optional(picture);
+}
+
 std::expected<QImage, Error> decodeWith(const Source& source, Colours colours, std::stop_token stop) {
     if (const auto* path = std::get_if<std::filesystem::path>(&source)) {
         std::error_code ignored;
@@ -202,6 +221,7 @@ std::expected<QImage, Error> decodeWith(const Source& source, Colours colours, s
     if (isEmptyPng(firstBytes(source))) return std::unexpected(Error::empty);
     if (const auto from = device(source); from && png::isDamaged(*from)) return std::unexpected(Error::unreadable);
 
+    if (auto picture = tgaPicture(source)) return *std::move(picture);
     if (codecs::Bitmaps* bitmaps = bitmapCodecs()) {
         auto opened = bitmaps->open(moduleSource(source));
         if (auto* picture = std::get_if<std::unique_ptr<codecs::Picture>>(&opened))

@@ -6,7 +6,10 @@
 #include <QString>
 #include <QStringList>
 #include <QtQmlIntegration/qqmlintegration.h>
+#include <filesystem>
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace quillary {
 
@@ -25,6 +28,9 @@ public:
     QStringList urls;
     /// For handlers in C++: what to carry instead of a file.
     std::optional<platform::ItemProvider> item;
+    /// For handlers in C++: files that are still being made, asked for once another program wants them
+    /// (platform::fileDragData).
+    std::function<std::vector<std::filesystem::path>()> lateFiles;
 };
 
 } // namespace quillary

@@ -102,6 +102,7 @@ void DragSourceNSView::reportHover(QHoverEvent* event) {
 DragSourceNSView::Load DragSourceNSView::requestedLoad() {
     DragRequest request;
     if (!url) Q_EMIT urlRequested(&request);
+    if (request.lateFiles) return {platform::fileDragData(std::move(request.lateFiles)), m_title};
     if (request.item) return {platform::itemDragData(*request.item), request.item->suggestedName().value_or(QString())};
     std::vector<std::filesystem::path> files;
     if (url)

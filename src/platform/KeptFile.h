@@ -28,6 +28,8 @@ public:
     KeptFile& operator=(KeptFile&& other) noexcept;
     ~KeptFile();
 
+    /// Where this process can read it for as long as this object lives, whatever becomes of its name.
+    std::filesystem::path readablePath() const;
     /// What was written to the file itself since then shows here too.
     Stamp stamp() const;
     /// Makes it the file at `target` again, in one step; what a link at `target` leads to is replaced. Afterwards that

@@ -51,13 +51,40 @@ private:
     std::vector<std::pair<QString, QByteArray>> m_offers;
 };
 
+/// A list of files that is made when it is asked for.
+class LateFiles final : public QMimeData {
+public:
+    explicit LateFiles(std::function<std::vector<std::filesystem::path>()> files) : m_files(std::move(files)) {}
+
+    bool hasFormat(const QString& type) const override { return type == uriList || type == announcedType(); }
+    QStringList formats() const override { return {announcedType()}; }
+
+protected:
+    QVariant retrieveData(const QString& type, QMetaType) const override;
+
+private:
+    std::function<std::vector<std::filesystem::path>()> m_files;
+};
+
 QByteArray urlList(const std::vector<std::filesystem::path>& files) {
     QByteArray list;
     for (const auto& file : files) list += fileUrl(file) + "\r\n";
     return list;
 }
 
+QVariant LateFiles::retrieveData(const QString& type, QMetaType) const {
+    if (!hasFormat(type)) return {};
+    // This object may go while they are waited for.
+    const auto files = m_files;
+    const QByteArray list = urlList(files());
+    return list.isEmpty() ? QVariant() : QVariant(list);
+}
+
 } // namespace
+
+std::unique_ptr<QMimeData> fileDragData(std::function<std::vector<std::filesystem::path>()> files) {
+    return std::make_unique<LateFiles>(std::move(files));
+}
 
 std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>& files) {
     auto data = std::make_unique<OfferData>();

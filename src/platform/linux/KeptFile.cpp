@@ -28,6 +28,10 @@ KeptFile::~KeptFile() {
     if (m_descriptor >= 0) ::close(m_descriptor);
 }
 
+fs::path KeptFile::readablePath() const {
+    return "/proc/self/fd/" + std::to_string(m_descriptor);
+}
+
 KeptFile::Stamp KeptFile::stamp() const {
     struct stat status {};
     if (::fstat(m_descriptor, &status) != 0) return {};
@@ -39,7 +43,7 @@ std::expected<void, FileError> KeptFile::putBack(const fs::path& target) const {
     const fs::path file = fs::canonical(target, failed);
     if (failed) return std::unexpected(FileError{failed.value()});
     auto pending = TRY(PendingFile::create(file.parent_path()));
-    TRY(pending.copyWhole("/proc/self/fd/" + std::to_string(m_descriptor)));
+    TRY(pending.copyWhole(readablePath()));
     return pending.replace(file);
 }
 

@@ -2,6 +2,7 @@
 
 #include "library/LibraryCopy.h"
 #include "library/StorageError.h"
+#include "platform/FileAttributes.h"
 #include "platform/PendingFile.h"
 #include "platform/Trash.h"
 #include "values/LibraryItem.h"
@@ -91,17 +92,16 @@ public:
 
     std::expected<Prepared, StorageError> prepare(const PastedImage& image, Folder folder,
                                                   const std::optional<QString>& collection, std::stop_token stop = {});
-    /// Places a prepared image under the first free name made from `name`.
-    std::expected<std::filesystem::path, StorageError> place(Prepared prepared, const QString& name);
+    /// The same in Recent from a PNG that was kept elsewhere, attributes included.
+    std::expected<Prepared, StorageError> prepareCopy(const std::filesystem::path& png, const QString& name,
+                                                      std::stop_token stop = {});
+    /// Places a prepared image under the first free name made from its own. In Recent the same bytes that lay there
+    /// under that name already (numbered ones included) only move to the top.
+    std::expected<std::filesystem::path, StorageError> place(Prepared prepared);
 
-    /// Writes the image as PNG under the first free name. The two steps above in one.
+    /// Writes the image as PNG, in the two steps above.
     std::expected<std::filesystem::path, StorageError> write(const PastedImage& image, Folder folder,
                                                              const std::optional<QString>& collection);
-
-    /// Places a copy of a PNG that was kept elsewhere, attributes included, under the first free name made from `name`
-    /// in Recent; the same picture that lies there already only moves to the top.
-    std::expected<std::filesystem::path, StorageError> copyToRecent(const std::filesystem::path& png,
-                                                                    const QString& name);
 
     struct Stored {
         std::filesystem::path url;
@@ -257,11 +257,20 @@ public:
 
 private:
     friend class Storage;
-    Prepared(platform::PendingFile file, std::filesystem::path folder)
-        : m_file(std::move(file)), m_folder(std::move(folder)) {}
+    Prepared(platform::PendingFile file, std::filesystem::path folder, NumberedName names)
+        : m_file(std::move(file)), m_folder(std::move(folder)), m_names(std::move(names)) {}
+    void lookForTwin();
+
+    /// A file of the same bytes under one of the names, as it was when it was found.
+    struct Twin {
+        std::filesystem::path file;
+        platform::FileStamp stamp;
+    };
 
     platform::PendingFile m_file;
     std::filesystem::path m_folder;
+    NumberedName m_names;
+    std::optional<Twin> m_twin;
 };
 
 } // namespace quillary

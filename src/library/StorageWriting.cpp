@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <vector>
 
 namespace quillary {
 
@@ -36,8 +37,17 @@ std::optional<fs::path> existing(const fs::path& folder, const NumberedName& nam
 bool sameBytes(const fs::path& a, const fs::path& b) {
     std::ifstream left(a, std::ios::binary);
     std::ifstream right(b, std::ios::binary);
-    return left && right &&
-           std::equal(std::istreambuf_iterator<char>(left), {}, std::istreambuf_iterator<char>(right), {});
+    if (!left || !right) return false;
+    constexpr std::size_t piece = 256 * 1024;
+    std::vector<char> leftBytes(piece);
+    std::vector<char> rightBytes(piece);
+    while (left && right) {
+        left.read(leftBytes.data(), piece);
+        right.read(rightBytes.data(), piece);
+        if (left.gcount() != right.gcount()) return false;
+        if (!std::equal(leftBytes.begin(), leftBytes.begin() + left.gcount(), rightBytes.begin())) return false;
+    }
+    return left.eof() && right.eof();
 }
 
 } // namespace
@@ -70,43 +80,55 @@ std::expected<Storage::Prepared, StorageError> Storage::prepare(const PastedImag
     file->setAttribute(sourceAttribute, image.formatLabel.toLower().toStdString());
     if (image.sourceBytes) file->setAttribute(sourceSizeAttribute, std::to_string(*image.sourceBytes));
     for (const auto& [name, value] : platform::attributesOf(image.webOrigin)) file->setAttribute(name, value);
+    Prepared prepared(*std::move(file), std::move(path), pngName(image.name));
+    if (folder == Folder::recent)
+        prepared.lookForTwin();
     // A drag waits for Recent; what is saved into the library is safe on disk before it gets its name.
-    if (folder != Folder::recent)
-        if (const auto synced = file->sync(); !synced) return failed(synced.error());
-    return Prepared(*std::move(file), std::move(path));
+    else if (const auto synced = prepared.m_file.sync(); !synced)
+        return failed(synced.error());
+    return prepared;
 }
 
-std::expected<fs::path, StorageError> Storage::place(Prepared prepared, const QString& name) {
-    const NumberedName names = pngName(name);
-    prepared.m_file.setModified(std::chrono::system_clock::now());
-    auto placed = prepared.m_file.place(names);
-    if (!placed) return std::unexpected(couldNotWrite(prepared.m_folder, names, placed.error()));
-    return *std::move(placed);
-}
-
-std::expected<fs::path, StorageError> Storage::write(const PastedImage& image, Folder folder,
-                                                     const std::optional<QString>& collection) {
-    return place(TRY(prepare(image, folder, collection)), image.name);
-}
-
-std::expected<fs::path, StorageError> Storage::copyToRecent(const fs::path& png, const QString& name) {
-    const fs::path path = TRY(folderFor(Folder::recent, {}));
-    const NumberedName names = pngName(name);
-    const auto size = regularFileSize(png);
-    const auto same = existing(path, names, [&](const fs::path& there) {
-        return size && regularFileSize(there) == size && sameBytes(png, there);
-    });
-    if (same) {
-        platform::stampNow(*same);
-        return *same;
-    }
+std::expected<Storage::Prepared, StorageError> Storage::prepareCopy(const fs::path& png, const QString& name,
+                                                                    std::stop_token stop) {
+    fs::path path = TRY(folderFor(Folder::recent, {}));
+    NumberedName names = pngName(name);
     const auto failed = [&](const platform::FileError& error) {
         return std::unexpected(couldNotWrite(path, names, error));
     };
     auto file = platform::PendingFile::create(path);
     if (!file) return failed(file.error());
-    if (const auto copied = file->copyFrom(png); !copied) return failed(copied.error());
-    return place(Prepared(*std::move(file), path), name);
+    if (const auto copied = file->copyFrom(png, {}, std::move(stop)); !copied) return failed(copied.error());
+    Prepared prepared(*std::move(file), std::move(path), std::move(names));
+    prepared.lookForTwin();
+    return prepared;
+}
+
+void Storage::Prepared::lookForTwin() {
+    const auto size = regularFileSize(readablePath());
+    const auto twin = existing(m_folder, m_names, [&](const fs::path& there) {
+        return size && regularFileSize(there) == size && sameBytes(readablePath(), there);
+    });
+    const auto stamp = twin ? platform::fileStamp(*twin) : std::nullopt;
+    m_twin = stamp ? std::optional(Twin{*twin, *stamp}) : std::nullopt;
+}
+
+std::expected<fs::path, StorageError> Storage::place(Prepared prepared) {
+    const auto changed = [&] { return platform::fileStamp(prepared.m_twin->file) != prepared.m_twin->stamp; };
+    if (prepared.m_twin && changed()) prepared.lookForTwin();
+    if (prepared.m_twin) {
+        platform::stampNow(prepared.m_twin->file);
+        return prepared.m_twin->file;
+    }
+    prepared.m_file.setModified(std::chrono::system_clock::now());
+    auto placed = prepared.m_file.place(prepared.m_names);
+    if (!placed) return std::unexpected(couldNotWrite(prepared.m_folder, prepared.m_names, placed.error()));
+    return *std::move(placed);
+}
+
+std::expected<fs::path, StorageError> Storage::write(const PastedImage& image, Folder folder,
+                                                     const std::optional<QString>& collection) {
+    return place(TRY(prepare(image, folder, collection)));
 }
 
 std::expected<Storage::Stored, StorageError> Storage::storeVerbatim(const fs::path& file, Folder folder,

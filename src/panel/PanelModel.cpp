@@ -60,13 +60,21 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_fileActions({with.clipboard, with.fileManager, with.work, [this] { return m_settings.vectorLongEdge(); },
                      [this](const QString& note) { shownShelf().setNote(note, Shelf::Tone::problem); }})
     , m_staging(with.work)
-    , m_export(with.work)
+    , m_dragFile(with.storage, with.work)
     , m_pasteHistory(with.settings, with.cacheFolder, with.work)
+    , m_pastedFile(with.storage, with.work)
     , m_recording(with.work)
     , m_saving(with.saves) {
     m_progressTick.setInterval(50ms);
     connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
     connect(&m_imagesShelf, &Shelf::noteChanged, this, &PanelModel::librarySaveNoteChanged);
+    connect(&m_dragFile, &DragFile::fileChanged, this, &PanelModel::stagedChanged);
+    for (const DragFile* file : {&m_dragFile, &m_pastedFile}) {
+        connect(file, &DragFile::named, this, &PanelModel::pruneRecentInBackground);
+        connect(file, &DragFile::failed, this,
+                [this](const QString& why) { m_imagesShelf.setNote(why, Shelf::Tone::problem); });
+    }
+    connect(&m_pastedFile, &DragFile::failed, &m_pasteHistory, &PasteHistoryModel::refresh);
     connect(&m_touchUp, &TouchUpModel::changed, this, &PanelModel::scheduleRefine);
     for (const MediaShelf* shelf : std::initializer_list<const MediaShelf*>{&m_videoShelf, &m_audioShelf})
         connect(shelf, &MediaShelf::compoundClipDropped, this,
@@ -108,11 +116,6 @@ Shelf& PanelModel::shownShelf() {
     const std::array<Shelf*, 4> shelves{&m_imagesShelf, &m_videoShelf, &m_audioShelf, &m_blocksShelf};
     // The Import tab shows the notes of the Images shelf.
     return m_tab == Tab::library ? *shelves[static_cast<std::size_t>(m_libraryKind)] : m_imagesShelf;
-}
-
-QStringList PanelModel::stagedFiles() {
-    const QString url = stagedFileUrl();
-    return url.isEmpty() ? QStringList() : QStringList{url};
 }
 
 ShelfCounts PanelModel::shelfCounts() const {

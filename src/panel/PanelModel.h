@@ -10,6 +10,7 @@
 #include "panel/BatchSave.h"
 #include "panel/BlockedAliases.h"
 #include "panel/BlocksShelf.h"
+#include "panel/DragFile.h"
 #include "panel/Favorites.h"
 #include "panel/FileActions.h"
 #include "panel/FolderChooser.h"
@@ -209,18 +210,20 @@ public:
     PasteHistoryModel* pasteHistory() { return &m_pasteHistory; }
     /// Stages a picture of the history again.
     Q_INVOKABLE void stageAgain(int row);
-    /// For a drag that begins now: the file: URL of a picture of the history, brought into Recent as any drag is. Empty
-    /// when there is none; the reason goes into the note.
-    Q_INVOKABLE QString pastedFileUrl(int row);
+    /// For a drag that begins now: a picture of the history, brought into Recent as any drag is. Nothing when there is
+    /// none; the reason goes into the note.
+    Q_INVOKABLE void offerPasted(quillary::DragRequest* request, int row);
 
     /// The picture that leaves the panel: the staged one, or its cut-out while that is shown.
     std::expected<PastedImage, ImageIntakeError> imageToExport() const;
-    /// The file of the staged image in Recent, written now unless it lies there already. Fast, because the picture was
-    /// encoded ahead. The error is a text for the user.
-    std::expected<std::filesystem::path, QString> fileOnDisk();
+    /// For a drag that begins now: the file of the staged image in Recent, which is still being made when it was staged
+    /// just now. Nothing while no image is staged; what fails later goes into the note.
+    Q_INVOKABLE void offerStaged(quillary::DragRequest* request);
+    /// The same file, waited for in an event loop of its own. None when it cannot be had; the note tells why.
+    std::optional<std::filesystem::path> fileOnDisk();
     QImage displayImage() const;
     std::optional<QString> resolutionWarning() const;
-    const std::optional<std::filesystem::path>& staged() const { return m_staged; }
+    std::optional<std::filesystem::path> staged() const { return m_dragFile.file(); }
     /// The Images shelf's note, which the Import tab shows too.
     const std::optional<QString>& librarySaveNote() const { return m_imagesShelf.note(); }
 
@@ -270,9 +273,9 @@ public:
     FileActions* fileActions() { return &m_fileActions; }
     FolderChooser* ownChooser() { return m_ownChooser; }
     /// Puts the staged image on the clipboard as a file, which is written into Recent as a drag writes it.
-    Q_INVOKABLE void copyStaged() { m_fileActions.copy(stagedFiles()); }
-    Q_INVOKABLE void copyStagedPath() { m_fileActions.copyPath(stagedFiles()); }
-    Q_INVOKABLE void showStagedInFiles() { m_fileActions.showInFiles(stagedFiles()); }
+    Q_INVOKABLE void copyStaged();
+    Q_INVOKABLE void copyStagedPath();
+    Q_INVOKABLE void showStagedInFiles();
     ShelfCounts shelfCounts() const;
 
     // --- Drops and batches ------------------------------------------------------------------------------------------
@@ -319,8 +322,6 @@ public:
     int importDone() const { return m_importProgress ? m_importProgress->done : 0; }
     int importTotal() const { return m_importProgress ? m_importProgress->total : 0; }
 
-    /// A file: URL for a drag that begins now, empty when there is none; the reason goes into the note.
-    Q_INVOKABLE QString stagedFileUrl();
     /// `editInIntake` of the image that the Images shelf shows under this file: URL.
     Q_INVOKABLE void editItem(const QString& itemUrl);
 
@@ -344,8 +345,6 @@ private:
 
     template <typename T>
     void write(T& property, T value, Observers observers);
-    template <typename T>
-    void writeIfDifferent(T& property, T value, Observers observers);
 
     /// Runs the maker in the background. What belongs to the image before is dropped at once, `state` follows when the
     /// new one is there; a newer load or `clear` makes it void.
@@ -354,10 +353,14 @@ private:
     void load(const Maker& make, Origin origin = Origin::outside);
     void fail(const QString& message, const std::optional<QString>& hint);
     void setState(State state);
-    void setStaged(std::optional<std::filesystem::path> url);
-    /// Encodes the picture to export and lays it ready in Recent, so that a drag only has to name it.
+    /// The picture to export, for any thread: with the edge that was asked for, also while that is being refined.
+    std::function<PastedImage(std::stop_token)> exported() const;
+    /// Has the picture to export encoded and laid ready in Recent, so that it only needs its name.
     void prepareExport();
-    void takePrepared(std::expected<Storage::Prepared, StorageError> prepared);
+    /// False when there is nothing to drag.
+    bool hasExport();
+    /// Of a picture that came from outside, once it is encoded.
+    DragFile::Listener recording(const PastedImage& image);
     void pruneRecentInBackground();
     void startRemoval(std::optional<Cutout::Method> method);
     void finishRemoval(Cutout::Expected removed);
@@ -369,14 +372,11 @@ private:
     /// Makes the shown cut-out from the raw one; may run on any thread.
     std::function<Refined(std::stop_token)> refinement() const;
     void setCutout(const Refined& refined);
-    /// Waits for a refinement that is under way, so that what leaves the panel is what it shows.
-    void settleRefine();
     void saveInBackground(std::function<std::expected<QString, QString>()> save);
 
     void stageDropped(const platform::ItemProvider& item);
     void keepBlocks(const std::vector<platform::ItemProvider>& clips);
     void finishBatch(const BatchResult& result);
-    QStringList stagedFiles();
     /// Whose notes the user sees now.
     Shelf& shownShelf();
     void showImportProgress();
@@ -390,7 +390,6 @@ private:
     State m_state = Empty{};
     Tab m_tab = Tab::intake;
     LibraryKind m_libraryKind = LibraryKind::images;
-    std::optional<std::filesystem::path> m_staged;
     CutoutState m_cutoutState = CutoutProgress::none;
     QImage m_cutout;
     std::optional<CutoutMethod> m_cutoutMethod;
@@ -415,13 +414,12 @@ private:
     BlockedAliases m_blockedAliases;
     FileActions m_fileActions;
     Background m_staging;
-    Background m_export;
+    DragFile m_dragFile; ///< of the picture that `imageToExport` gives
     PasteHistoryModel m_pasteHistory;
+    DragFile m_pastedFile; ///< of the picture of the history that was dragged last
     Background m_recording;
     bool m_unrecorded = false; ///< the staged image is to go into the history
-    quint64 m_exports = 0;     ///< how often a picture to export was prepared
     Background m_saving;
-    std::optional<Storage::Prepared> m_prepared; ///< belongs to the picture that `imageToExport` gives now
     std::stop_source m_closing;
     QTimer m_progressTick;
     std::deque<std::shared_ptr<BatchProgress>> m_batches; ///< the running one first

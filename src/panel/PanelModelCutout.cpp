@@ -74,14 +74,9 @@ std::function<PanelModel::Refined(std::stop_token)> PanelModel::refinement() con
 
 void PanelModel::scheduleRefine() {
     if (m_rawCutout.isNull()) return;
+    m_dragFile.discard();
     m_refineTask.run(refinement(), [this](const Refined& refined) { setCutout(refined); });
     Q_EMIT refiningChanged();
-}
-
-void PanelModel::settleRefine() {
-    if (!refining()) return;
-    m_refineTask.cancel();
-    setCutout(refinement()({}));
 }
 
 void PanelModel::setCutout(const Refined& refined) {
@@ -89,13 +84,13 @@ void PanelModel::setCutout(const Refined& refined) {
     m_cutoutFrame = refined.touched.frame;
     if (refined.base.cacheKey() != m_edgeBase.cacheKey())
         write(m_edgeBase, refined.base, &PanelModel::rawCutoutChanged);
-    setStaged({});
     // The first refinement after a removal ends it. A removal that began meanwhile goes on.
     const bool removed = cutoutProgress() == CutoutProgress::working && !m_removal.busy();
     write(m_showCutout, removed || m_showCutout, &PanelModel::displayImageChanged);
     if (removed) setCutoutState(CutoutProgress::ready);
     Q_EMIT refiningChanged();
-    prepareExport();
+    // A drag that began meanwhile has refined it for itself.
+    if (removed || m_dragFile.state() == DragFile::State::idle) prepareExport();
 }
 
 void PanelModel::setCutoutState(CutoutState state) {
@@ -109,7 +104,6 @@ void PanelModel::setEdgeRefine(double amount) {
 }
 
 void PanelModel::setShowCutout(bool on) {
-    setStaged({});
     write(m_showCutout, on, &PanelModel::displayImageChanged);
     prepareExport();
 }
@@ -120,7 +114,7 @@ void PanelModel::resetCutout() {
     m_cutout = {};
     m_cutoutMethod = {};
     m_cutoutNote.clear();
-    setStaged({});
+    m_dragFile.discard();
     m_edgeBase = {};
     write(m_rawCutout, {}, &PanelModel::rawCutoutChanged);
     setCutoutState(CutoutProgress::none);

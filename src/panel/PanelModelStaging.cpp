@@ -5,6 +5,7 @@
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
 #include "platform/Clipboard.h"
+#include "platform/KeptFile.h"
 
 #include <algorithm>
 
@@ -17,6 +18,10 @@ namespace {
 QString withoutSlashes(QString name) {
     name.replace(u'/', u'-').replace(u':', u'-');
     return name.trimmed();
+}
+
+QString urlOf(const fs::path& file) {
+    return QString::fromLatin1(fileUrl(file));
 }
 
 PanelModel::State stateOf(std::expected<PastedImage, ImageIntakeError> image) {
@@ -46,10 +51,6 @@ void PanelModel::fail(const QString& message, const std::optional<QString>& hint
     prepareExport();
 }
 
-void PanelModel::setStaged(std::optional<fs::path> url) {
-    writeIfDifferent(m_staged, std::move(url), &PanelModel::stagedChanged);
-}
-
 void PanelModel::handlePaste() {
     const bool blocks = m_tab == Tab::library && m_libraryKind == LibraryKind::blocks;
     // With a block selected the pasted picture is its poster, never a new staged image.
@@ -60,11 +61,8 @@ void PanelModel::handlePaste() {
 }
 
 void PanelModel::load(const Maker& make, Origin origin) {
-    setStaged({});
     m_imagesShelf.setNote(std::nullopt);
     resetCutout();
-    m_prepared.reset();
-    m_export.cancel();
     m_staging.run(make, [this, origin](State next) {
         setState(std::move(next));
         m_unrecorded = origin == Origin::outside && stage() == Stage::loaded;
@@ -108,7 +106,6 @@ void PanelModel::editItem(const QString& itemUrl) {
 
 void PanelModel::clear() {
     m_staging.cancel();
-    setStaged({});
     m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     setState(Empty{});
@@ -124,7 +121,6 @@ void PanelModel::renameCurrent(const QString& proposed) {
     PastedImage renamed = *image;
     renamed.name = name;
     setState(std::move(renamed));
-    setStaged({});
     prepareExport();
 }
 
@@ -156,48 +152,53 @@ void PanelModel::saveInBackground(std::function<std::expected<QString, QString>(
 
 void PanelModel::saveCurrentToLibrary() {
     if (stage() != Stage::loaded) return;
-    settleRefine();
     const bool cutout = m_showCutout && hasCutout();
-    saveInBackground([image = *imageToExport(), collection = m_imagesShelf.collectionFilter().collection(), cutout,
+    saveInBackground([make = exported(), collection = m_imagesShelf.collectionFilter().collection(), cutout,
                       &storage = m_storage]() -> std::expected<QString, QString> {
-        const auto written = storage.write(image, Storage::Folder::images, collection);
+        const auto written = storage.write(make({}), Storage::Folder::images, collection);
         if (!written) return std::unexpected(written.error().description());
         return cutout ? translate("Panel", "Cutout saved to your library")
                       : translate("Panel", "Saved to your library");
     });
 }
 
-void PanelModel::prepareExport() {
-    m_prepared.reset();
-    m_export.cancel();
-    const auto exported = imageToExport();
-    if (!exported) return;
-    using Ready = std::expected<Storage::Prepared, StorageError>;
-    const auto turn = ++m_exports;
-    if (!std::exchange(m_unrecorded, false) || !m_pasteHistory.enabled()) {
-        m_export.run(
-            [image = *exported, &storage = m_storage](std::stop_token stop) -> Ready {
-                return storage.prepare(image, Storage::Folder::recent, {}, stop);
-            },
-            [this](Ready prepared) { takePrepared(std::move(prepared)); });
-        return;
-    }
-    // The same bytes serve the history, and go there even when a newer picture follows at once.
-    m_recording.every(
-        [image = *exported, &storage = m_storage, history = m_pasteHistory.store()](const std::stop_token&) -> Ready {
-            Ready prepared = storage.prepare(image, Storage::Folder::recent, {});
-            history.keep(image, prepared ? prepared->readablePath() : fs::path());
-            return prepared;
-        },
-        [this, turn](Ready prepared) {
-            if (turn == m_exports) takePrepared(std::move(prepared));
-            m_pasteHistory.refresh();
-        });
+std::function<PastedImage(std::stop_token)> PanelModel::exported() const {
+    const auto image = imageToExport();
+    if (!image) return {};
+    if (!m_showCutout || !hasCutout() || !refining()) return [image = *image](const std::stop_token&) { return image; };
+    return [image = std::get<PastedImage>(m_state), refine = refinement()](const std::stop_token& stop) {
+        return image.cutOut(refine(stop).touched.image);
+    };
 }
 
-/// A failure is told when the drag tries again.
-void PanelModel::takePrepared(std::expected<Storage::Prepared, StorageError> prepared) {
-    if (prepared) m_prepared = std::move(*prepared);
+void PanelModel::prepareExport() {
+    m_dragFile.discard();
+    const auto make = exported();
+    if (!make) return;
+    const bool records = std::exchange(m_unrecorded, false) && m_pasteHistory.enabled();
+    m_dragFile.prepare(
+        [make, &storage = m_storage](const std::stop_token& stop) {
+            return storage.prepare(make(stop), Storage::Folder::recent, {}, stop);
+        },
+        records ? recording(std::get<PastedImage>(m_state)) : DragFile::Listener());
+}
+
+bool PanelModel::hasExport() {
+    if (stage() == Stage::loaded && m_dragFile.state() == DragFile::State::idle) prepareExport();
+    return stage() == Stage::loaded;
+}
+
+DragFile::Listener PanelModel::recording(const PastedImage& image) {
+    return [this, image](const fs::path& readable) {
+        auto opened = platform::KeptFile::open(readable);
+        const auto png = opened ? std::make_shared<platform::KeptFile>(*std::move(opened)) : nullptr;
+        m_recording.every(
+            [image, png, history = m_pasteHistory.store()](const std::stop_token&) {
+                history.keep(image, png ? png->readablePath() : fs::path());
+                return true;
+            },
+            [this](bool) { m_pasteHistory.refresh(); });
+    };
 }
 
 void PanelModel::stageAgain(int row) {
@@ -208,48 +209,40 @@ void PanelModel::stageAgain(int row) {
     });
 }
 
-QString PanelModel::pastedFileUrl(int row) {
+void PanelModel::offerPasted(DragRequest* request, int row) {
     const auto* entry = m_pasteHistory.at(row);
-    if (!entry) return {};
-    const auto file = m_storage.copyToRecent(entry->picture(), entry->name);
-    if (file) {
-        pruneRecentInBackground();
-        return QString::fromLatin1(fileUrl(*file));
-    }
-    m_imagesShelf.setNote(file.error().description(), Shelf::Tone::problem);
-    m_pasteHistory.refresh();
-    return {};
+    if (!entry) return;
+    m_pastedFile.prepare([picture = entry->picture(), name = entry->name, &storage = m_storage](
+                             const std::stop_token& stop) { return storage.prepareCopy(picture, name, stop); });
+    request->lateFiles = m_pastedFile.offer();
 }
 
-std::expected<fs::path, QString> PanelModel::fileOnDisk() {
-    settleRefine();
-    std::error_code ignored;
-    if (m_staged && fs::exists(*m_staged, ignored)) return *m_staged;
-    const auto exported = imageToExport();
-    if (!exported) return std::unexpected(exported.error().description());
+void PanelModel::offerStaged(DragRequest* request) {
+    if (hasExport()) request->lateFiles = m_dragFile.offer();
+}
 
-    std::expected<fs::path, StorageError> written = std::unexpected(StorageError::noRoot());
-    if (m_prepared) written = m_storage.place(*std::exchange(m_prepared, {}), exported->name);
-    m_export.cancel();
-    // Not encoded ahead, or its folder went away meanwhile: the long way.
-    if (!written) written = m_storage.write(*exported, Storage::Folder::recent, {});
-    if (!written) return std::unexpected(written.error().description());
-    setStaged(*written);
-    pruneRecentInBackground();
-    return *written;
+std::optional<fs::path> PanelModel::fileOnDisk() {
+    if (!hasExport()) return {};
+    const auto files = m_dragFile.offer()();
+    return files.empty() ? std::nullopt : std::optional(files.front());
+}
+
+void PanelModel::copyStaged() {
+    if (hasExport()) m_dragFile.whenNamed([this](const fs::path& file) { m_fileActions.copy({urlOf(file)}); });
+}
+
+void PanelModel::copyStagedPath() {
+    if (hasExport()) m_dragFile.whenNamed([this](const fs::path& file) { m_fileActions.copyPath({urlOf(file)}); });
+}
+
+void PanelModel::showStagedInFiles() {
+    if (hasExport()) m_dragFile.whenNamed([this](const fs::path& file) { m_fileActions.showInFiles({urlOf(file)}); });
 }
 
 void PanelModel::pruneRecentInBackground() {
     m_saving.every([&storage = m_storage,
                     limit = m_settings.recentLimit()](const std::stop_token&) { return storage.pruneRecent(limit); },
                    [this](int) { m_imagesShelf.refresh(); });
-}
-
-QString PanelModel::stagedFileUrl() {
-    const auto file = fileOnDisk();
-    if (file) return QString::fromLatin1(fileUrl(*file));
-    m_imagesShelf.setNote(file.error(), Shelf::Tone::problem);
-    return {};
 }
 
 QString PanelModel::failureMessage() const {

@@ -14,8 +14,14 @@ from pathlib import Path
 from urllib.parse import quote
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "support" / "desktop"))
-from panels import PanelTest, dropped_files, png, run_tests, url_of  # noqa: E402
+from panels import PanelTest, dropped_files, png, png_of, run_tests, url_of  # noqa: E402
 from session import wait_until  # noqa: E402
+
+
+def noisy_png(width, height):
+    """A picture that takes long to encode."""
+    rows = b"".join(b"\0" + os.urandom(3 * width) for _ in range(height))
+    return png_of(width, height, rows)
 
 
 class Road(PanelTest):
@@ -60,6 +66,19 @@ class Road(PanelTest):
         self.assertEqual(file.name, "Red card.png")
         self.assertEqual(self.facts(file, "pixelWidth", "pixelHeight"), (1200, 800))
         self.assertEqual(self.dragged("Red card"), file, "a second drag carries the same file")
+
+    def test_a_drag_at_once_brings_the_whole_picture_of_that_moment(self):
+        self.open_panel()
+        target = self.drop_target("--count", "2")
+        for name, (width, height) in {"Pasted Image": (3000, 2000), "Pasted Image 2": (2600, 2300)}.items():
+            self.copy("image/png", noisy_png(width, height))
+            self.key("ctrl+v")
+            self.wait_for_text(f"{width} × {height}")
+            # It is being encoded while the drag begins.
+            self.desktop.drag(self.middle(self.reader.placed("image", "Pasted Image")), (900, 250))
+            file, = dropped_files(target.wait_for("drop", 60))
+            self.assertEqual(file, self.root / "Recent" / f"{name}.png")
+            self.assertEqual(self.facts(file, "pixelWidth", "pixelHeight"), (width, height))
 
     def test_a_cutout_is_saved_and_dragged_in_place_of_its_picture(self):
         self.open_panel()

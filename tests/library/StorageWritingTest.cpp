@@ -19,7 +19,7 @@ TEST_F(StorageWritingTest, writesWholePicturesUnderFreeNames) {
         EXPECT_EQ(storage.write(pasted(u"Logo"_s), Folder::images, {}), images / name);
     EXPECT_EQ(storage.write(pasted(u" a/b "_s), Folder::images, u"Logos / New"_s), images / "Logos/New/a-b.png");
     EXPECT_EQ(storage.write(pasted(QString(100, u'x')), Folder::recent, {}), recent / (std::string(80, 'x') + ".png"));
-    EXPECT_EQ(storage.write(pasted(QString(100, u'x')), Folder::recent, {}),
+    EXPECT_EQ(storage.write(pasted(QString(100, u'x'), Qt::blue), Folder::recent, {}),
               recent / (std::string(80, 'x') + " 2.png"));
     EXPECT_EQ(storage.write(pasted(u"東"_s.repeated(100)), Folder::images, {})->filename().native().size(),
               80 * 3 + 4U);
@@ -44,17 +44,41 @@ TEST_F(StorageWritingTest, stampsWhatThePictureWasMadeFrom) {
 
 TEST_F(StorageWritingTest, aPreparedPictureIsNamedLastAndDatedThen) {
     auto first = *storage.prepare(pasted(u"early"_s), Folder::recent, {});
-    auto second = *storage.prepare(pasted(u"early"_s), Folder::recent, {});
+    auto second = *storage.prepare(pasted(u"early"_s, Qt::blue), Folder::recent, {});
     EXPECT_TRUE(everythingIn(recent).empty() || everythingIn(recent).begin()->starts_with("."));
-    EXPECT_EQ(storage.place(std::move(second), u"final"_s), recent / "final.png");
-    EXPECT_EQ(storage.place(std::move(first), u"final"_s), recent / "final 2.png");
+    EXPECT_EQ(storage.place(std::move(second)), recent / "early.png");
+    EXPECT_EQ(storage.place(std::move(first)), recent / "early 2.png");
     { const auto dropped = storage.prepare(pasted(u"dropped"_s), Folder::recent, {}); }
     EXPECT_EQ(everythingIn(recent).size(), 2U);
     EXPECT_EQ(storage.prepare({}, Folder::recent, {}).error(), StorageError::couldNotEncodePNG());
     auto late = *storage.prepare(pasted(u"late"_s), Folder::images, u"Gone"_s);
     fs::remove_all(images / "Gone");
-    EXPECT_EQ(storage.place(std::move(late), u"late"_s).error().description(),
+    EXPECT_EQ(storage.place(std::move(late)).error().description(),
               u"Could not write late.png: No such file or directory"_s);
+}
+
+TEST_F(StorageWritingTest, recentKeepsOnePictureOnce) {
+    using namespace std::chrono;
+    const auto old = fs::file_time_type::clock::now() - 24h;
+    const auto isNew = [](const fs::path& file) {
+        return fs::last_write_time(file) > fs::file_time_type::clock::now() - 1h;
+    };
+    for (const QColor& color : {QColor(Qt::red), QColor(Qt::blue)})
+        ASSERT_TRUE(storage.write(pasted(u"a"_s, color), Folder::recent, {}));
+    for (const char* name : {"a.png", "a 2.png"}) fs::last_write_time(recent / name, old);
+    auto ahead = *storage.prepare(pasted(u"a"_s, Qt::blue), Folder::recent, {});
+    EXPECT_EQ(storage.write(pasted(u"a"_s, Qt::blue), Folder::recent, {}), recent / "a 2.png");
+    EXPECT_TRUE(isNew(recent / "a 2.png"));
+    EXPECT_FALSE(isNew(recent / "a.png"));
+    EXPECT_EQ(storage.place(std::move(ahead)), recent / "a 2.png") << "also when it was moved up meanwhile";
+    EXPECT_EQ(storage.write(pasted(u"b"_s), Folder::recent, {}), recent / "b.png") << "under another name it is new";
+
+    auto gone = *storage.prepare(pasted(u"a"_s), Folder::recent, {});
+    fs::remove(recent / "a.png");
+    EXPECT_EQ(storage.place(std::move(gone)), recent / "a.png");
+    EXPECT_EQ(QImage(QString::fromStdString(recent / "a.png")).pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_EQ(storage.place(*storage.prepareCopy(recent / "b.png", u"a"_s)), recent / "a.png");
+    EXPECT_EQ(everythingIn(recent).size(), 3U);
 }
 
 TEST_F(StorageWritingTest, storesVerbatimOncePerContentSize) {

@@ -88,11 +88,16 @@ TEST_F(FilesForOthersTest, GoesBackToWhatWasPasted) {
     EXPECT_EQ(model->displayImage(), picture(20, 10));
     EXPECT_EQ(nameAt(0), u"one"_s);
 
-    EXPECT_EQ(model->pastedFileUrl(1), urlOf(root() / "Recent/two.png"));
-    EXPECT_EQ(model->pastedFileUrl(1), urlOf(root() / "Recent/two.png")) << "the same file again";
+    const auto dragged = [&](int row) {
+        DragRequest request;
+        model->offerPasted(&request, row);
+        return request.lateFiles ? request.lateFiles() : std::vector<fs::path>();
+    };
+    EXPECT_EQ(dragged(1), std::vector{root() / "Recent/two.png"});
+    EXPECT_EQ(dragged(1), std::vector{root() / "Recent/two.png"}) << "the same file again";
     EXPECT_EQ(QImage(QString::fromStdString(root() / "Recent/two.png")).pixelColor(3, 3), QColor(Qt::white));
     EXPECT_EQ(Storage::sourceFormat(root() / "Recent/two.png"), u"png"_s);
-    EXPECT_EQ(model->pastedFileUrl(7), QString());
+    EXPECT_TRUE(dragged(7).empty());
 
     model->editItem(urlOf(listed("own.png", picture(9, 9, Qt::green))));
     settle();

@@ -194,17 +194,20 @@ TEST_F(CutoutFlowTest, WhatIsShownIsSavedAndDragged) {
     EXPECT_EQ(drawn(*original).pixelColor(0, 0), QColor(Qt::white));
 
     model->setShowCutout(true);
+    DragRequest tighter;
     {
-        // The whole picture is not refined yet; the drag begins all the same with the edge that was asked for.
+        // The whole picture is not refined yet; drag and save begin all the same with the edge that was asked for.
         const Jam jam(work);
         model->setEdgeRefine(1);
-        const auto tighter = model->fileOnDisk();
-        EXPECT_EQ(tighter->filename(), "logo cutout 2.png");
-        EXPECT_EQ(drawn(*tighter), refined(1));
-        EXPECT_FALSE(model->refining());
+        model->offerStaged(&tighter);
+        model->saveCurrentToLibrary();
+        EXPECT_TRUE(model->refining());
     }
-    model->saveCurrentToLibrary();
+    const auto files = tighter.lateFiles();
+    EXPECT_EQ(files, std::vector{root() / "Recent/logo cutout 2.png"});
+    EXPECT_EQ(drawn(files.front()), refined(1));
     settle();
+    EXPECT_EQ(model->staged(), files.front()) << "what was refined for the drag is what is staged";
     EXPECT_EQ(model->librarySaveNote(), u"Cutout saved to your library"_s);
     EXPECT_EQ(drawn(root() / "Library/Images/logo cutout.png"), refined(1));
 

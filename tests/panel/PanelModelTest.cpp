@@ -1,5 +1,6 @@
 #include "imaging/PngEncoder.h"
 #include "panel/PanelModelFixture.h"
+#include "support/Jam.h"
 
 #include <QElapsedTimer>
 
@@ -120,10 +121,44 @@ TEST_F(PanelModelTest, ADragIsReadyAheadAndWrittenAnewWhenItsFolderWentAway) {
     EXPECT_EQ(namesIn(root() / "Recent"), Names{}) << "what lies ready has no name yet";
     fs::remove_all(root() / "Recent");
     const auto dragged = model->fileOnDisk();
-    ASSERT_TRUE(dragged) << dragged.error().toStdString();
+    ASSERT_TRUE(dragged) << images().noteText().toStdString();
     EXPECT_EQ(QImage(QString::fromStdString(dragged->string())).size(), QSize(4, 4));
     fs::remove(*dragged);
     EXPECT_TRUE(fs::exists(*model->fileOnDisk())) << "a file that was deleted meanwhile is written again";
+}
+
+TEST_F(PanelModelTest, ADragThatBeginsAtOnceCarriesThePictureOfItsFirstMoment) {
+    DragRequest first;
+    DragRequest renamed;
+    DragRequest none;
+    model->offerStaged(&none);
+    EXPECT_FALSE(none.lateFiles) << "nothing is staged";
+    model->load(file("old.png", picture(40, 30)));
+    ASSERT_TRUE(comesTrue([&] { return model->stage() == PanelModel::Stage::loaded; }));
+    {
+        const Jam jam(work);
+        model->renameCurrent(u"typed"_s);
+        model->offerStaged(&first);
+        model->renameCurrent(u"again"_s);
+        model->offerStaged(&renamed);
+        model->clear();
+        EXPECT_EQ(namesIn(root() / "Recent"), Names{}) << "nobody has waited";
+    }
+    EXPECT_EQ(renamed.lateFiles(), std::vector{root() / "Recent/again.png"});
+    EXPECT_EQ(first.lateFiles(), std::vector{root() / "Recent/typed.png"});
+    EXPECT_EQ(QImage(QString::fromStdString(root() / "Recent/typed.png")).size(), QSize(40, 30));
+    EXPECT_EQ(model->staged(), std::nullopt) << "it is not that of what is staged now";
+    EXPECT_TRUE(comesTrue([&] { return images().recent().size() == 2; })) << "it is listed";
+
+    model->load(file("new.png", picture(4, 4)));
+    settle();
+    fs::remove_all(root() / "Recent");
+    writeFile(root() / "Recent", "no folder");
+    DragRequest lost;
+    model->offerStaged(&lost);
+    EXPECT_TRUE(lost.lateFiles().empty());
+    EXPECT_TRUE(images().noteText().startsWith(u"Could not create the folder “Recent”"_s))
+        << images().noteText().toStdString();
 }
 
 TEST_F(PanelModelTest, EveryDragPrunesRecent) {

@@ -73,7 +73,7 @@ ListView {
             title: entry.name
 
             onTapped: strip.panel.stageAgain(entry.index)
-            onUrlRequested: request => request.url = strip.panel.pastedFileUrl(entry.index)
+            onUrlRequested: request => strip.panel.offerPasted(request, entry.index)
         }
         HoverHandler {
             id: over

@@ -119,7 +119,7 @@ Item {
         picture: picture
         title: staged.model.stagedName
 
-        onUrlRequested: request => request.url = staged.model.stagedFileUrl()
+        onUrlRequested: request => staged.model.offerStaged(request)
     }
     Shortcut {
         enabled: staged.visible

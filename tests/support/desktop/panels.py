@@ -16,17 +16,23 @@ from accessible import Reader, interpreter
 from session import SKIPPED, Missing, Session, require, wait_until
 
 
-def png(width, height, color, middle=None):
-    """A flat picture as PNG bytes, its middle third of another colour if one is given."""
+def png_of(width, height, rows):
+    """PNG bytes of rows of RGB samples, each after its filter byte."""
     def chunk(kind, data):
         body = kind + data
         return len(data).to_bytes(4, "big") + body + zlib.crc32(body).to_bytes(4, "big")
     header = width.to_bytes(4, "big") + height.to_bytes(4, "big") + bytes([8, 2, 0, 0, 0])
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 1))
+            + chunk(b"IEND", b""))
+
+
+def png(width, height, color, middle=None):
+    """A flat picture as PNG bytes, its middle third of another colour if one is given."""
     third = width // 3
     flat = b"\0" + bytes(color) * width
     row = b"\0" + bytes(color) * third + bytes(middle or color) * (width - 2 * third) + bytes(color) * third
     rows = flat * (height // 3) + row * (height - 2 * (height // 3)) + flat * (height // 3)
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
+    return png_of(width, height, rows)
 
 
 def url_of(path):

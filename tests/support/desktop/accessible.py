@@ -20,7 +20,7 @@ from collections import namedtuple
 if __name__ != "__main__":
     from session import Missing, end_with_parent, wait_until
 
-Node = namedtuple("Node", "number parent role name description states actions left top width height")
+Node = namedtuple("Node", "number parent role name description states actions left top width height text")
 
 LAUNCHERS = ("/usr/libexec/at-spi-bus-launcher", "/usr/lib/at-spi2-core/at-spi-bus-launcher")
 BINDINGS = "import gi; gi.require_version('Atspi', '2.0'); from gi.repository import Atspi"
@@ -37,7 +37,9 @@ def interpreter():
 class Reader:
     environment = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
-    def __init__(self, desktop):
+    def __init__(self, desktop, left=0, top=0):
+        """Where the toolkit does not know its windows' place, `left` and `top` tell it."""
+        self._corner = left, top
         launcher = next((path for path in LAUNCHERS if os.path.exists(path)), None)
         if not launcher:
             raise Missing("at-spi2-core is not installed")
@@ -60,7 +62,9 @@ class Reader:
 
     def tree(self):
         """All that is shown, parents before children."""
-        return [Node(*node) for node in self._ask(do="tree")]
+        left, top = self._corner
+        return [node._replace(left=node.left + left, top=node.top + top)
+                for node in (Node(*node) for node in self._ask(do="tree"))]
 
     def find(self, role, name, tree=None):
         """The shown nodes of this role ("" for any) and name."""
@@ -86,9 +90,16 @@ class Reader:
             raise AssertionError(f"{node} refused {action}")
         time.sleep(0.3)
 
-    def placed(self, role, name):
-        """Waits until it is laid out, too."""
-        wait_until(lambda: self.wait_for(role, name).width > 0, 15, f"the place of “{name}”")
+    def placed(self, role, name, seconds=15):
+        """Waits until it is laid out and stands still."""
+        boxes = [None]
+
+        def still():
+            node = self.wait_for(role, name, seconds)
+            boxes.append((node.left, node.top, node.width, node.height))
+            return node.width > 0 and boxes[-1] == boxes[-2]
+
+        wait_until(still, seconds, f"the place of “{name}”")
         return self.wait_for(role, name)
 
     def focused(self):
@@ -111,7 +122,10 @@ def serve():
         place = node.get_component_iface()
         extents = place.get_extents(Atspi.CoordType.SCREEN) if place else None
         box = [extents.x, extents.y, extents.width, extents.height] if extents else [0, 0, 0, 0]
-        return [len(known), parent, node.get_role_name(), node.get_name(), node.get_description(), states, actions, *box]
+        text = node.get_text_iface()
+        content = Atspi.Text.get_text(text, 0, Atspi.Text.get_character_count(text)) if text else ""
+        return [len(known), parent, node.get_role_name(), node.get_name(), node.get_description(), states, actions, *box,
+                content]
 
     def walk(node, parent, out):
         try:

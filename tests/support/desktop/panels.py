@@ -1,5 +1,6 @@
 """What tests of the real panel share: the panel in a session of its own over a library of its own, found and driven by the
-accessibility tree, the pointer and the keyboard, and the other programs around it."""
+accessibility tree, the pointer and the keyboard, and the other programs around it; under X11 with a window manager, or under
+a Wayland compositor."""
 
 import base64
 import os
@@ -65,29 +66,50 @@ def run_tests(*tools, arguments=(), reader=False):
 
 class PanelTest(unittest.TestCase):
     programs = ""  # the folder that holds them
+    wayland = False
 
     def setUp(self):
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory(prefix="quillary-panel-")))
-        environment = {**private_folders(self.folder), **Reader.environment}
-        self.desktop = self.enterContext(Session(size="1200x700", environment=environment))
-        self.reader = Reader(self.desktop)
+        environment = {**private_folders(self.folder), **Reader.environment, **self.surroundings()}
+        # Under Wayland the panel in its frame and the other program's window fill a screen each, to the pixel.
+        self.desktop = self.enterContext(Session(self.wayland, "1200x700", environment, ["386x493", "400x300"], "openbox",
+                                                 self.program("free_pointer.so")))
+        self.reader = Reader(self.desktop, *((3, 30) if self.wayland else ()))
         self.addCleanup(self.reader.close)
         self.root = self.folder / "library" / "Quillary"
+        self.beside = (386, 0, 400, 300) if self.wayland else (700, 100, 400, 300)
+
+    def surroundings(self):
+        """More of the environment that the panel finds."""
+        return {}
 
     def program(self, name):
-        return os.path.join(self.programs, name)
+        return os.path.join(os.path.abspath(self.programs), name)
 
     def quillary(self, *arguments):
         """What the command line prints about the panel's library."""
         return self.desktop.run([self.program("quillary"), "--library", str(self.folder / "library"), *map(str, arguments)],
                                 stdout=subprocess.PIPE).stdout
 
+    # The panel
+
     def open_panel(self, *arguments):
+        self.desktop.look_at(0)
         self.panel = self.desktop.start([self.program("quillary"), "--library", str(self.folder / "library"), "panel",
-                                         *arguments])
-        self.reader.wait_for("frame", "Quillary", 30)
-        # Without a window manager the panel stands in the corner and the keyboard goes where the pointer is.
-        self.click((230, 20))
+                                         *arguments], QT_WAYLAND_DISABLE_WINDOWDECORATION="")
+        self.reader.placed("frame", "Quillary", 30)
+
+    def to_the_panel(self):
+        """Gives its window the keyboard, by its frame."""
+        frame = self.reader.wait_for("frame", "Quillary")
+        self.click((frame.left + 100, frame.top - 12))
+
+    def close_panel(self):
+        """By the cross of its frame."""
+        frame = self.reader.wait_for("frame", "Quillary")
+        self.click((frame.left + 366, frame.top - 15) if self.wayland else (frame.left + 370, frame.top - 10))
+
+    # What a hand does
 
     def click(self, place, button=1):
         self.desktop.press(*place, button)
@@ -106,31 +128,95 @@ class PanelTest(unittest.TestCase):
     def middle(node):
         return node.left + node.width // 2, node.top + node.height // 2
 
+    # What is seen
+
     def tile(self, name):
         return self.reader.placed("list item", name)
 
+    def texts(self):
+        """The names of all that is shown."""
+        return [node.name for node in self.reader.tree() if "showing" in node.states and node.name]
+
     def wait_for_text(self, text, seconds=20):
         """Until something is shown whose name holds the text."""
-        wait_until(lambda: any(text in node.name for node in self.reader.tree() if "showing" in node.states), seconds, text)
+        wait_until(lambda: any(text in name for name in self.texts()), seconds, text)
+
+    def pixel(self, place):
+        """The colour of a place on the screen, as three numbers."""
+        x, y = place
+        shown = subprocess.run(["import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"],
+                               env=self.desktop.x_environment, stdout=subprocess.PIPE, check=True, timeout=30).stdout
+        return tuple(shown[:3])
+
+    def wait_for_color(self, place, color, what, near=12):
+        """Until the colour is there: the window system scales and blends."""
+        seen = [()]
+
+        def there():
+            seen[0] = self.pixel(place)
+            return all(abs(is_ - wanted) <= near for is_, wanted in zip(seen[0], color))
+
+        try:
+            wait_until(there, 10, what)
+        except AssertionError as error:
+            raise AssertionError(f"{error}: {seen[0]} at {place}, not {color}") from None
+
+    # Other programs
 
     def copy(self, kind, data):
         """Gives the clipboard another owner that offers the data under this type."""
+        if self.wayland:
+            subprocess.run(["wl-copy", "--type", kind], input=data, env=self.desktop.environment, check=True, timeout=30)
+            # To own the clipboard it had to take the keyboard.
+            self.to_the_panel()
+            return
         subprocess.run(["xclip", "-selection", "clipboard", "-t", kind, "-i"], input=data, env=self.desktop.environment,
                        check=True, timeout=30)
 
     def clipboard(self, kind):
-        return subprocess.run(["xclip", "-selection", "clipboard", "-o", "-t", kind], env=self.desktop.environment,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=30).stdout
+        paste = ["wl-paste", "-n", "-t", kind] if self.wayland else ["xclip", "-selection", "clipboard", "-o", "-t", kind]
+        return subprocess.run(paste, env=self.desktop.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              timeout=30).stdout
+
+    def open_beside(self, name, *arguments):
+        """Starts one of the tools beside the panel."""
+        self.desktop.look_at(1)
+        tool = self.desktop.start([self.program(name), "--place", ",".join(map(str, self.beside)), *arguments])
+        tool.wait_for("ready")
+        return tool
+
+    @property
+    def over_there(self):
+        """The middle of the other program's window."""
+        left, top, width, height = self.beside
+        return left + width // 2, top + height // 2
 
     def drop_target(self, *arguments):
-        target = self.desktop.start([self.program("drop_target"), "--place", "700,100,400,300", *arguments])
-        target.wait_for("ready")
-        return target
+        return self.open_beside("drop_target", *arguments)
 
     def drag_out(self, place, *arguments):
         """Drags what lies there into another program, which reports the drop."""
         target = self.drop_target(*arguments)
-        self.desktop.drag(place, (900, 250))
+        self.desktop.drag(place, self.over_there)
         drop = target.wait_for("drop", 30)
         target.stop()
         return drop
+
+    def drag_in(self, *offers, onto=None, until=lambda: True):
+        """Drags what another program offers, each a pair of type and bytes, into the panel, and waits for what comes of
+        it. The program stays as long: a drop is told to be done before all of it was fetched."""
+        data = []
+        for number, (kind, content) in enumerate(offers):
+            file = self.folder / f"offer {number}"
+            file.write_bytes(content)
+            data += ["--data", f"{kind}={file}"]
+        source = self.open_beside("drag_source", "--count", "2", *data)
+        try:
+            self.desktop.drag(self.over_there, onto or self.middle(self.reader.wait_for("frame", "Quillary")))
+            source.wait_for("dragged")
+            until()
+        finally:
+            source.stop()
+
+    def drop_files(self, *paths, onto=None, until=lambda: True):
+        self.drag_in(("text/uri-list", b"".join(url_of(path).encode() + b"\r\n" for path in paths)), onto=onto, until=until)

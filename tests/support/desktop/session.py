@@ -17,8 +17,10 @@ SKIP_RETURN_CODE). From Python:
         print(target.wait_for("drop"))
 
 Programs inside see DISPLAY or, under Wayland, WAYLAND_DISPLAY and QT_QPA_PLATFORM=wayland. Pointer and keys always go
-through xdotool on the X server. Without a window manager X11 windows stand where they ask to; under Wayland `place`
-moves them there. Only the standard library is used.
+through xdotool on the X server. X11 windows stand where they ask to, with or without a window manager. Under Wayland
+nobody can tell where a window stands, unless it is no smaller than its screen: `screens` gives the compositor several,
+side by side from the left, and a window opens on the one that `look_at` was told last; drags between them need the library
+`free_pointer`. Where a test has one screen only, `place` carries a window by hand. Only the standard library is used.
 """
 
 import argparse
@@ -113,9 +115,13 @@ class Program:
 
 
 class Session:
-    def __init__(self, wayland=False, size="1280x800", environment=None):
+    def __init__(self, wayland=False, size="1280x800", environment=None, screens=(), window_manager=None,
+                 free_pointer=None):
         self.wayland = wayland
         self.size = size
+        self.screens = [tuple(map(int, screen.split("x"))) for screen in screens or (size,)]
+        self.window_manager = None if wayland else window_manager
+        self.free_pointer = free_pointer
         self.environment = {**os.environ, "LANGUAGE": "", **(environment or {})}
         self._processes = []
         self._folder = None
@@ -137,6 +143,8 @@ class Session:
                 self._start_compositor()
             else:
                 self.environment["QT_QPA_PLATFORM"] = "xcb"
+                if self.window_manager:
+                    self._start_window_manager()
         except BaseException:
             self.__exit__()
             raise
@@ -155,10 +163,11 @@ class Session:
         if self._folder:
             shutil.rmtree(self._folder, ignore_errors=True)
 
-    def _service(self, arguments, **options):
+    def _service(self, arguments, stdout=subprocess.DEVNULL, pass_fds=(), text=False, **environment):
         with open(os.path.join(self._folder, os.path.basename(arguments[0]) + ".log"), "wb") as log:
-            process = subprocess.Popen(arguments, env=self.environment, stderr=log, stdin=subprocess.DEVNULL,
-                                       preexec_fn=end_with_parent, **options)
+            process = subprocess.Popen(arguments, env={**self.environment, **environment}, stderr=log, text=text,
+                                       stdin=subprocess.DEVNULL, stdout=stdout, pass_fds=pass_fds,
+                                       preexec_fn=end_with_parent)
         self._processes.append(process)
         return process
 
@@ -167,7 +176,6 @@ class Session:
         self._service(
             ["Xvfb", "-displayfd", str(write), "-screen", "0", self.size + "x24", "-nolisten", "tcp", "-noreset"],
             pass_fds=[write],
-            stdout=subprocess.DEVNULL,
         )
         os.close(write)
         with os.fdopen(read) as answer:
@@ -183,23 +191,52 @@ class Session:
         with bus.stdout as answer:
             self.environment["DBUS_SESSION_BUS_ADDRESS"] = answer.readline().strip()
 
+    def _start_window_manager(self):
+        self._service([self.window_manager])
+        wait_until(lambda: self.run(["xdotool", "get_num_desktops"], stdout=subprocess.DEVNULL,
+                                    stderr=subprocess.DEVNULL).returncode == 0, 15, self.window_manager)
+
     def _start_compositor(self):
         settings = os.path.join(self._folder, "weston.ini")
         with open(settings, "w") as file:
-            file.write("[core]\nidle-time=0\nrequire-input=false\n[shell]\npanel-position=none\nlocking=false\n")
-        width, height = self.size.split("x")
+            file.write("[core]\nidle-time=0\nrequire-input=false\n[shell]\npanel-position=none\nlocking=false\n"
+                       "animation=none\nstartup-animation=none\nclose-animation=none\nfocus-animation=none\n")
+            for number, (width, height) in enumerate(self.screens):
+                file.write(f"[output]\nname=screen{number}\nmode={width}x{height}\n")
         weston = self._service(
             ["weston", "--backend=x11-backend.so", "--use-pixman", "--config=" + settings, "--socket=quillary",
-             "--width=" + width, "--height=" + height],
-            stdout=subprocess.DEVNULL,
+             f"--output-count={len(self.screens)}"],
+            LD_PRELOAD=self.free_pointer or "",
         )
         socket = os.path.join(self._folder, "quillary")
         wait_until(lambda: os.path.exists(socket) or weston.poll() is not None, 15, "weston's socket")
         if weston.poll() is not None:
             raise Missing("weston's x11 backend did not start")
+        if len(self.screens) > 1:
+            # The compositor's own places for its screens, so that the pointer is in both where it is in one.
+            found = []
+
+            def all_there():
+                found[:] = subprocess.run(["xdotool", "search", "--class", "weston"], env=self.x_environment,
+                                          stdout=subprocess.PIPE, timeout=30).stdout.split()
+                return len(found) == len(self.screens)
+
+            wait_until(all_there, 15, "weston's screens")
+            left = 0
+            # They were made in this order, and so were their numbers.
+            for window, (width, _) in zip(sorted(map(int, found)), self.screens):
+                self.xdo("windowmove", window, left, 0)
+                left += width
         del self.environment["DISPLAY"]
         self.environment.update(WAYLAND_DISPLAY="quillary", QT_QPA_PLATFORM="wayland",
                                 QT_WAYLAND_DISABLE_WINDOWDECORATION="1")
+
+    def look_at(self, number):
+        """Puts the pointer onto a screen, where the next window opens then; X11 has only one, and no such custom."""
+        if not self.wayland:
+            return
+        left = sum(width for width, _ in self.screens[:number])
+        self.move(left + self.screens[number][0] // 2, self.screens[number][1] // 2)
 
     def start(self, arguments, **environment):
         """Starts a program that reports in JSON; it ends with the session."""

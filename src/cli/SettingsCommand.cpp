@@ -14,7 +14,7 @@ namespace quillary::cli {
 
 namespace {
 
-enum class Kind { whole, fraction, flag, file, text, folder, folders, texts };
+enum class Kind { whole, fraction, flag, file, name, text, folder, folders, texts };
 
 struct Key {
     QString name;
@@ -22,8 +22,8 @@ struct Key {
     const char* expected; ///< what a value must be; null for what only the program writes
 };
 
-const std::array<Key, 11>& keys() {
-    static const std::array<Key, 11> all{{
+const std::array<Key, 12>& keys() {
+    static const std::array<Key, 12> all{{
         {SettingsKey::rootFolderBookmark, Kind::folder, nullptr},
         {SettingsKey::extraScopeBookmarks, Kind::folders, nullptr},
         {SettingsKey::blocksLastRootPath, Kind::text, nullptr},
@@ -34,6 +34,7 @@ const std::array<Key, 11>& keys() {
         {SettingsKey::previewVolume, Kind::fraction, "a number from 0 to 1"},
         {SettingsKey::openOnLibrary, Kind::flag, "true or false"},
         {SettingsKey::pasteHistory, Kind::flag, "true or false"},
+        {SettingsKey::editorName, Kind::name, "a name, or an empty text for Final Cut"},
         {SettingsKey::subjectModel, Kind::file, "the path of an ONNX file, or an empty text for none"},
     }};
     return all;
@@ -57,6 +58,7 @@ std::optional<bool> truth(const QString& word) {
 
 /// Invalid when the word is no value of the kind.
 QVariant parsed(const QString& word, Kind kind) {
+    if (kind == Kind::name) return word.simplified();
     if (kind == Kind::file) return word.isEmpty() ? word : QDir::current().absoluteFilePath(word);
     bool ok = false;
     if (kind == Kind::whole) {
@@ -85,6 +87,7 @@ QJsonValue value(const Key& key, const CommandServices& services) {
     if (key.name == SettingsKey::openOnLibrary) return settings.openOnLibrary();
     if (key.name == SettingsKey::favouritesOnly) return settings.favouritesOnly();
     if (key.name == SettingsKey::pasteHistory) return settings.pasteHistory();
+    if (key.name == SettingsKey::editorName) return settings.editorName();
     if (key.name == SettingsKey::subjectModel)
         return settings.subjectModel().empty() ? QJsonValue() : jsonPath(settings.subjectModel());
 

@@ -14,6 +14,7 @@ constexpr int defaultLongEdge = 4096;
 constexpr int shortestLongEdge = 256;
 constexpr int longestLongEdge = 8192;
 constexpr double defaultVolume = 0.7;
+constexpr qsizetype longestEditorName = 40;
 
 /// A stored value that is no number counts as not stored.
 int integer(const QVariant& value, int otherwise) {
@@ -52,6 +53,11 @@ bool AppSettings::favouritesOnly() const {
 bool AppSettings::pasteHistory() const {
     const QVariant stored = m_store.value(SettingsKey::pasteHistory);
     return !stored.isValid() || stored.toBool();
+}
+
+QString AppSettings::editorName() const {
+    const QString name = m_store.value(SettingsKey::editorName).toString().simplified().left(longestEditorName);
+    return name.isEmpty() ? QStringLiteral("Final Cut") : name;
 }
 
 std::filesystem::path AppSettings::subjectModel() const {

@@ -24,6 +24,8 @@ public:
     bool favouritesOnly() const;
     /// Whether the pictures that were staged last are kept; they are unless the user said no.
     bool pasteHistory() const;
+    /// What texts call the editor that files are dragged into: one line, never empty.
+    QString editorName() const;
     /// The ONNX file that finds subjects; empty for none. It need not exist.
     std::filesystem::path subjectModel() const;
 
@@ -44,6 +46,7 @@ inline const QString vectorLongEdge = QStringLiteral("vectorLongEdge");
 inline const QString previewVolume = QStringLiteral("previewVolume");
 inline const QString openOnLibrary = QStringLiteral("openOnLibrary");
 inline const QString pasteHistory = QStringLiteral("pasteHistory");
+inline const QString editorName = QStringLiteral("editorName");
 inline const QString subjectModel = QStringLiteral("subjectModel");
 } // namespace SettingsKey
 

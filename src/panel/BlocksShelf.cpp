@@ -10,6 +10,7 @@
 #include "platform/Clipboard.h"
 #include "platform/ItemProvider.h"
 #include "platform/Pasteboard.h"
+#include "platform/SystemWording.h"
 
 #include <algorithm>
 #include <chrono>
@@ -183,8 +184,8 @@ void BlocksShelf::pastePoster(const QString& url) {
          longEdge = settings().vectorLongEdge()](const std::stop_token& stop) -> std::expected<QString, QString> {
             const auto image = ImageIntake::read(*pasteboard, longEdge, stop);
             if (!image)
-                return std::unexpected(
-                    translate("Blocks", "No image on the clipboard — take a screenshot first (⌘⇧4)"));
+                return std::unexpected(platform::inSystemWords(
+                    translate("Blocks", "No image on the clipboard — take a screenshot first (⌘⇧4)")));
             const auto set = ArrangementStore(storage).setPoster(image->image, block);
             if (!set) return std::unexpected(set.error().description());
             return translate("Blocks", "Poster set");

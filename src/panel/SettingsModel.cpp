@@ -55,6 +55,21 @@ void SettingsModel::setOpenOnLibrary(bool on) {
     Q_EMIT openOnLibraryChanged();
 }
 
+QString SettingsModel::editorName() const {
+    return m_settings.editorName();
+}
+
+void SettingsModel::setEditorName(const QString& name) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    m_settings.store().setValue(SettingsKey::editorName, name);
+    Q_EMIT editorNameChanged();
+}
+
+QStringList SettingsModel::editorNames() {
+    return {QStringLiteral("Final Cut"), QStringLiteral("Kdenlive"), QStringLiteral("Shotcut"),
+            QStringLiteral("DaVinci Resolve"), QStringLiteral("Blender")};
+}
+
 QString SettingsModel::subjectModel() const {
     return shown(m_settings.subjectModel());
 }
@@ -170,6 +185,7 @@ void SettingsModel::refresh() {
     Q_EMIT recentLimitChanged();
     Q_EMIT vectorLongEdgeChanged();
     Q_EMIT openOnLibraryChanged();
+    Q_EMIT editorNameChanged();
     Q_EMIT subjectModelChanged();
 }
 

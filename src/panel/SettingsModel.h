@@ -36,6 +36,9 @@ class SettingsModel : public QObject {
     Q_PROPERTY(int vectorLongEdge READ vectorLongEdge WRITE setVectorLongEdge NOTIFY vectorLongEdgeChanged FINAL)
     Q_PROPERTY(QList<int> vectorLongEdges READ vectorLongEdges CONSTANT FINAL)
     Q_PROPERTY(bool openOnLibrary READ openOnLibrary WRITE setOpenOnLibrary NOTIFY openOnLibraryChanged FINAL)
+    /// What texts call the editor that files are dragged into. An empty name stands for the first of those offered.
+    Q_PROPERTY(QString editorName READ editorName WRITE setEditorName NOTIFY editorNameChanged FINAL)
+    Q_PROPERTY(QStringList editorNames READ editorNames CONSTANT FINAL)
     /// The path of the ONNX file that finds subjects; empty for none.
     Q_PROPERTY(QString subjectModel READ subjectModel WRITE setSubjectModel NOTIFY subjectModelChanged FINAL)
     /// The root in use as a text, the home folder written "~". Empty when there is none.
@@ -66,6 +69,10 @@ public:
     static QList<int> vectorLongEdges() { return {1024, 2048, 4096, 8192}; }
     bool openOnLibrary() const;
     void setOpenOnLibrary(bool on);
+    QString editorName() const;
+    void setEditorName(const QString& name);
+    /// What the sheet offers, in its order.
+    static QStringList editorNames();
     QString subjectModel() const;
     void setSubjectModel(const QString& file);
 
@@ -102,6 +109,7 @@ Q_SIGNALS:
     void pendingLimitChanged();
     void vectorLongEdgeChanged();
     void openOnLibraryChanged();
+    void editorNameChanged();
     void subjectModelChanged();
     void locationChanged();
     /// The library lies elsewhere now: what was listed is void.

@@ -32,7 +32,8 @@ T.Button {
 
     background: Rectangle {
         color: !control.enabled ? Theme.raised
-             : control.prominent ? (control.down ? Theme.accentPressed : control.hovered ? Theme.accentHover : Theme.accent)
+             : control.prominent ? (control.down ? Theme.accentFillPressed : control.hovered ? Theme.accentFillHover : Theme.accentFill)
+             : control.dangerous && control.hovered ? Theme.dangerHover
              : control.down ? Theme.controlPressed : control.hovered ? Theme.controlHover : Theme.control
         radius: Theme.controlRadius
 

@@ -18,7 +18,7 @@ T.MenuItem {
     implicitWidth: implicitContentWidth
 
     background: Rectangle {
-        color: control.highlighted ? Theme.accent : "transparent"
+        color: control.highlighted ? Theme.accentFill : "transparent"
         radius: 5
     }
     contentItem: MenuItemContent {

@@ -11,6 +11,8 @@ Item {
     property string advice: ""
     property color ink: Theme.good
     property int maximumLines: 2
+    /// Whether the text is longer than its lines.
+    readonly property bool cut: label.truncated
 
     Accessible.name: advice.length > 0 ? `${text} ${advice}` : text
     Accessible.role: Accessible.StaticText

@@ -22,6 +22,8 @@ FocusScope {
     readonly property real namesWidth: wide(labels, nameMetrics)
     readonly property real detailsWidth: wide(details, detailMetrics) + gap * details.length
     readonly property real room: width - 4 - namesWidth - detailsWidth
+    /// The least width that shows everything.
+    readonly property real wholeWidth: 4 + namesWidth + detailsWidth + least * labels.length
 
     signal activated(int index)
 
@@ -116,6 +118,7 @@ FocusScope {
                 contentItem: Caption {
                     detail: control.shortened(segment.detail)
                     detailed: control.detailed
+                    detailInk: segment.current || segment.hovered ? Theme.softText : Theme.secondary
                     ink: segment.current ? Theme.text : segment.hovered ? Theme.softText : Theme.secondary
                     text: segment.modelData
                 }
@@ -130,6 +133,7 @@ FocusScope {
         required property string detail
         required property bool detailed
         required property color ink
+        required property color detailInk
 
         implicitWidth: texts.implicitWidth
 
@@ -147,8 +151,8 @@ FocusScope {
                 text: caption.text
             }
             Label {
+                color: caption.detailInk
                 height: parent.height
-                secondary: true
                 text: caption.detail
                 visible: caption.detailed && text.length > 0
             }

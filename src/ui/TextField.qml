@@ -21,7 +21,7 @@ T.TextField {
     rightPadding: 8
     selectByMouse: true
     selectedTextColor: Theme.accentInk
-    selectionColor: Theme.accent
+    selectionColor: Theme.accentFill
     verticalAlignment: TextInput.AlignVCenter
 
     background: Rectangle {

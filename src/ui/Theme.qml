@@ -28,18 +28,22 @@ QtObject {
 
     readonly property color text: dark ? "#E9E9EC" : "#1D1D20"
     readonly property color softText: dark ? "#C4C4CA" : "#3A3A40"
-    readonly property color secondary: dark ? "#8E8E97" : "#63636C"
+    readonly property color secondary: dark ? "#8E8E97" : "#5F5F68"
     readonly property color disabled: dark ? "#5C5C64" : "#A6A6AE"
     readonly property color accent: dark ? "#388ADE" : "#2272C4"
     readonly property color accentHover: dark ? "#4A98E8" : "#1F68B3"
-    readonly property color accentPressed: dark ? "#2F78C4" : "#1A5A9C"
+    /// The accent as the ground of a text.
+    readonly property color accentFill: dark ? "#2B76C6" : "#2272C4"
+    readonly property color accentFillHover: dark ? "#2A6FB9" : "#1F68B3"
+    readonly property color accentFillPressed: dark ? "#2563A5" : "#1A5A9C"
     readonly property color accentGround: dark ? "#213349" : "#D5E5F7"
     readonly property color accentText: dark ? "#84B9F2" : "#1B5FA6"
     readonly property color accentInk: "#FFFFFF"
     readonly property color targeted: dark ? "#1D242D" : "#E4EDF7"
-    readonly property color good: dark ? "#5CC9A6" : "#1B7A5C"
-    readonly property color warning: dark ? "#F2B45A" : "#8F5A00"
-    readonly property color danger: dark ? "#FF7A7A" : "#BF2B2B"
+    readonly property color good: dark ? "#5CC9A6" : "#177052"
+    readonly property color warning: dark ? "#F2B45A" : "#875500"
+    readonly property color danger: dark ? "#FF7A7A" : "#B32424"
+    readonly property color dangerHover: dark ? "#43292D" : "#F3D9D9"
     readonly property color favorite: dark ? "#F2C94C" : "#B98600"
     /// The drawing of a block's layers.
     readonly property color layerTitle: Qt.rgba(0.5, 0.47, 0.87, 1)

@@ -94,7 +94,7 @@ TEST_F(LibraryTest, SettingsTellTheValueInForce) {
     EXPECT_EQ(json({u"settings"_s}).object(),
               QJsonDocument::fromJson(R"({"rootFolderBookmark":null,"extraScopeBookmarks":[],"blocksLastRootPath":null,
                   "favouritePaths":[],"favouritesOnly":false,"recentLimit":0,"vectorLongEdge":4096,"previewVolume":0.7,
-                  "openOnLibrary":false,"pasteHistory":true,"subjectModel":null})")
+                  "openOnLibrary":false,"pasteHistory":true,"editorName":"Final Cut","subjectModel":null})")
                   .object());
     struct Case {
         const char* key;
@@ -118,6 +118,8 @@ TEST_F(LibraryTest, SettingsTellTheValueInForce) {
         {"openOnLibrary", "perhaps", true, 2},
         {"openOnLibrary", "off", false},
         {"favouritesOnly", "1", true},
+        {"editorName", " DaVinci  Resolve ", u"DaVinci Resolve"_s},
+        {"editorName", "", u"Final Cut"_s},
         {"favouritePaths", "x", QJsonArray(), 2},
         {"rootFolderBookmark", "x", QJsonValue(), 2},
     };

@@ -7,6 +7,19 @@ using namespace quillary;
 using namespace quillary::test;
 using namespace Qt::StringLiterals;
 
+TEST(AppSettingsTest, TheEditorHasANameOfOneLine) {
+    const std::pair<QVariant, QString> cases[] = {{{}, u"Final Cut"_s},
+                                                  {u""_s, u"Final Cut"_s},
+                                                  {u" \n "_s, u"Final Cut"_s},
+                                                  {u" DaVinci\nResolve "_s, u"DaVinci Resolve"_s},
+                                                  {QString(99, u'x'), QString(40, u'x')}};
+    for (const auto& [stored, name] : cases) {
+        FakeSettingsStore store;
+        store.setValue(SettingsKey::editorName, stored);
+        EXPECT_EQ(AppSettings(store).editorName(), name);
+    }
+}
+
 TEST(AppSettingsTest, readings) {
     const struct {
         QVariant stored;

@@ -131,7 +131,7 @@ TEST_F(BlocksShelfTest, TheClipboardsPictureBecomesThePosterOfTheSelectedBlock) 
     clipboard.board->put(u"text/plain;charset=utf-8"_s, "no picture");
     model->handlePaste();
     settle();
-    EXPECT_EQ(note(), u"No image on the clipboard — take a screenshot first (⌘⇧4)");
+    EXPECT_EQ(note(), u"No image on the clipboard — take a screenshot first (Print)");
     copyPicture();
     model->handlePaste();
     settle();

@@ -3,9 +3,14 @@
 #include "ui/Symbols.h"
 
 #include <QDirIterator>
+#include <QColor>
 #include <QFile>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QRawFont>
 #include <QRegularExpression>
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace quillary::test {
@@ -36,6 +41,43 @@ TEST(PictureViewTest, FitsAndCenters) {
     EXPECT_EQ(PictureView::fitted({200, 100}, {100, 100}), QRectF(0, 25, 100, 50));
     EXPECT_EQ(PictureView::fitted({1, 2}, {100, 100}), QRectF(25, 0, 50, 100)) << "small pictures fill the view too";
     EXPECT_TRUE(PictureView::fitted({0, 0}, {100, 100}).isEmpty());
+}
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) { return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+TEST(ThemeTest, TextsStandOutFromTheirGrounds) {
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick\nimport Quillary.Controls\nQtObject { readonly property QtObject theme: Theme }", {});
+    const std::unique_ptr<QObject> holder(component.create());
+    ASSERT_TRUE(holder) << component.errorString().toStdString();
+    auto* theme = holder->property("theme").value<QObject*>();
+    const struct {
+        const char* ink;
+        std::vector<const char*> grounds;
+    } rows[] = {
+        {"text", {"window", "field", "control", "controlHover", "controlPressed", "segment", "sheet", "accentGround"}},
+        {"softText", {"window", "raised", "control", "segment", "sheet", "row"}},
+        {"secondary", {"window", "well", "field", "stage", "row", "sheet", "targeted"}},
+        {"accentText", {"window", "sheet", "accentGround", "row"}},
+        {"accentInk", {"accentFill", "accentFillHover", "accentFillPressed"}},
+        {"good", {"window", "sheet"}},
+        {"warning", {"window", "sheet", "raised"}},
+        {"danger", {"window", "sheet", "control", "dangerHover"}},
+    };
+    for (const bool dark : {true, false}) {
+        theme->setProperty("dark", dark);
+        const auto of = [&](const char* name) { return luminance(theme->property(name).value<QColor>()); };
+        for (const auto& [ink, grounds] : rows)
+            for (const char* ground : grounds) {
+                const auto [low, high] = std::minmax({of(ink), of(ground)});
+                EXPECT_GE((high + 0.05) / (low + 0.05), 4.5) << ink << " on " << ground << (dark ? ", dark" : ", light");
+            }
+    }
 }
 
 TEST(SymbolsTest, AreInTheFontAndNamedRightEverywhere) {

@@ -105,8 +105,37 @@ TEST_F(SettingsSheetTest, TabReachesEverySettingAndShowsIt) {
         names += focusedName() + "|";
     }
     EXPECT_EQ(names, "Library folder|Choose…|Show in Files|Keep in Recent: Never delete|Rasterize vectors at: 4096|"
-                     "Choose a model|Model that finds subjects|Keep a paste history|Open on the Library|Done|")
+                     "Choose a model|Model that finds subjects|Keep a paste history|Editor: Final Cut|Open on the Library|")
         << "the default location needs no button";
+}
+
+TEST_F(SettingsSheetTest, TheEditorsNameStandsEverywhereAtOnce) {
+    const auto caption = [this] { return part("stagedPicture")->parent()->property("caption").toString(); };
+    EXPECT_EQ(caption(), u"Drag into Final Cut");
+    const auto choose = [this](int row) {
+        auto* picker = inSheet("editorName");
+        QMetaObject::invokeMethod(picker, "clicked");
+        auto* menu = picker->findChild<QObject*>(QStringLiteral("choices"));
+        EXPECT_TRUE(comesTrue([&] { return opened(menu); }));
+        for (int step = 0; step <= row; ++step) press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        EXPECT_TRUE(comesTrue([&] { return !menu->property("visible").toBool(); }));
+    };
+    choose(1);
+    EXPECT_EQ(caption(), u"Drag into Kdenlive");
+    EXPECT_EQ(stage.settings.editorName(), u"Kdenlive");
+
+    auto* own = qobject_cast<QQuickItem*>(inSheet("ownEditorName"));
+    EXPECT_FALSE(own->isVisible());
+    choose(5);
+    ASSERT_TRUE(comesTrue([&] { return own->hasActiveFocus(); }));
+    for (const char letter : std::string_view("Avid")) QTest::keyClick(&stage.window, letter);
+    press(Qt::Key_Return);
+    EXPECT_EQ(caption(), u"Drag into Avid");
+    EXPECT_TRUE(own->isVisible());
+    EXPECT_EQ(inSheet("editorName")->property("text").toString(), u"Avid");
+    stage.model.settings()->setEditorName({});
+    EXPECT_EQ(caption(), u"Drag into Final Cut");
 }
 
 TEST_F(SettingsSheetTest, AsksBeforeALimitAndEscapeKeepsWhatWasStored) {
@@ -150,6 +179,55 @@ protected:
     }
     PanelModel::CutoutProgress progress() const { return stage.model.cutoutProgress(); }
 };
+
+/// The Import tab of a panel of several sizes, with everything that can stand below the stage.
+TEST_F(PanelViewTest, WhatLiesBelowTheStageMakesRoomForIt) {
+    for (const int side : {1200, 1100}) {
+        load(picture(side, side));
+        EXPECT_TRUE(comesTrue([&] { return !stage.model.staging(); }));
+    }
+    ASSERT_TRUE(comesTrue([this] { return stage.model.pasteHistory()->rowCount() == 2; }));
+    auto* picture = part<QQuickItem>("stagedArea");
+    auto* strip = part<QQuickItem>("pasteStrip");
+    auto* history = part<QQuickItem>("pasteHistoryButton");
+    auto* line = part<QQuickItem>("stagedNotesLine");
+    const auto share = [&] {
+        wait(50);
+        return picture->height() / stage.window.height();
+    };
+    EXPECT_GT(share(), 0.45);
+    EXPECT_TRUE(strip->isVisible());
+
+    // A note in one line beside the strip, a long one cut to a line, and several behind one.
+    stage.model.imagesShelf()->setNote(QStringLiteral("Saved to your library"));
+    EXPECT_GE(share(), 0.45);
+    EXPECT_TRUE(strip->isVisible());
+    stage.model.imagesShelf()->setNote(QStringLiteral("Saved 12 · 3 videos to Videos · 2 sounds to Audio · 14 already "
+                                                      "in your library · couldn’t read 3"));
+    EXPECT_GE(share(), 0.45);
+    EXPECT_TRUE(line->isVisible() && line->isEnabled());
+    EXPECT_TRUE(strip->isVisible());
+    QTest::mouseClick(&stage.window, Qt::LeftButton, {}, line->mapToScene({40, 8}).toPoint());
+    EXPECT_TRUE(comesTrue([&] { return opened(part("stagedNotes")); }));
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(comesTrue([&] { return line->hasActiveFocus(); }));
+
+    // A low window: the strip is a button, and the way to a cut-out stands beside the other actions.
+    stage.resize({380, 330});
+    EXPECT_GE(share(), 0.45);
+    EXPECT_FALSE(strip->isVisible());
+    ASSERT_TRUE(history->isVisible());
+    QTest::mouseClick(&stage.window, Qt::LeftButton, {}, history->mapToScene({8, 8}).toPoint());
+    ASSERT_TRUE(comesTrue([&] { return focusedName() == "Paste history"; })) << focusedName();
+    press(Qt::Key_Right);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(comesTrue([&] { return stage.model.displayImage().width() == 1200; }));
+    // A large one shows everything.
+    stage.resize({600, 900});
+    EXPECT_GT(share(), 0.45);
+    EXPECT_TRUE(strip->isVisible());
+    EXPECT_FALSE(history->isVisible());
+}
 
 TEST_F(CutoutViewTest, IsMadeChosenAndTrimmedByKeyboard) {
     ASSERT_TRUE(tabTo("Remove Background"));

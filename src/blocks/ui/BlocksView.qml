@@ -92,7 +92,7 @@ ShelfView {
         onMediaRequested: view.showMedia(menu.url)
     }
     selectionActions: Button {
-        help: qsTr("Screenshot the Final Cut viewer, then click this (or press ⌘V)")
+        help: Wording.forSystem(qsTr("Screenshot the Final Cut viewer, then click this (or press ⌘V)"))
         spokenName: view.posterSelected ? qsTr("Replace poster") : qsTr("Paste poster frame")
         symbol: "photo.badge.plus"
         text: view.width < 370 ? "" : spokenName

@@ -34,7 +34,7 @@ T.ItemDelegate {
     }
 
     background: Rectangle {
-        color: entry.highlighted ? Theme.accent : "transparent"
+        color: entry.highlighted ? Theme.accentFill : "transparent"
         radius: 5
     }
     contentItem: MenuItemContent {

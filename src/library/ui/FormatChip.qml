@@ -22,7 +22,7 @@ T.AbstractButton {
     Keys.onReturnPressed: chip.clicked()
 
     background: Rectangle {
-        color: chip.on ? Theme.accent : chip.hovered ? Theme.controlHover : Theme.raised
+        color: chip.on ? Theme.accentFill : chip.hovered ? Theme.controlHover : Theme.raised
         radius: 4
 
         FocusRing {

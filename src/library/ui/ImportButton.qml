@@ -13,12 +13,25 @@ Button {
     }
 
     chevron: "chevron.down"
-    help: qsTr("Import")
-    spokenName: qsTr("Import files")
+    /// Without its text, where there is little room.
+    property bool brief: false
+    readonly property real wholeWidth: Math.ceil(metrics.advanceWidth) + 2 * (Theme.symbolSize + 5) + 16
+
+    help: brief ? spokenName : ""
+    spokenName: qsTr("Import")
     symbol: "square.and.arrow.down"
+    text: brief ? "" : spokenName
 
     onClicked: menu.popup(button, button.width - menu.width, button.height + 4)
 
+    TextMetrics {
+        id: metrics
+
+        font.family: Theme.family
+        font.pixelSize: Theme.textSize
+        font.weight: Font.Medium
+        text: button.spokenName
+    }
     Menu {
         id: menu
 

@@ -43,6 +43,7 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin
         anchors.top: picker.top
+        brief: shelves.width < picker.wholeWidth + wholeWidth + Theme.smallGap + 2 * Theme.margin
         enabled: !shelves.model.importing
         model: shelves.model
         objectName: "importButton"

@@ -8,7 +8,7 @@ ShelfItem {
 
     readonly property real pictureHeight: grid.pictureHeight
 
-    help: qsTr("Drag into Final Cut · click to select")
+    help: Wording.forEditor(qsTr("Drag into Final Cut · click to select"))
     picture: thumbnail
 
     Checkerboard {

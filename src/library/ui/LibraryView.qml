@@ -15,7 +15,7 @@ ShelfView {
     emptyPlaceLine: qsTr("Images you move here will show up")
     emptySymbol: "square.grid.2x2"
     emptyTitle: qsTr("Nothing saved yet")
-    newCollectionFootnote: qsTr("Collections are folders inside your library, so you can also see them in the Finder.")
+    newCollectionFootnote: Wording.forSystem(qsTr("Collections are folders inside your library, so you can also see them in the Finder."))
     newCollectionTitle: qsTr("New collection")
     removeLabel: qsTr("Remove")
     renameTitle: qsTr("Rename image")

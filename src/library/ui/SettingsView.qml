@@ -81,7 +81,7 @@ Sheet {
             x: 2
 
             SettingsGroup {
-                explanation: qsTr("A folder called “Quillary” is created wherever you choose, with Library/Images, Library/Videos, Library/Blocks and Recent inside it.\n\nIf you already have graphics and clips collected somewhere, point this at that drive and move your files into Images and Videos with the Finder — folders you make in there become collections. The panel picks them all up next time it opens. Nothing has to be imported one at a time. Put it on a media drive to keep every graphic for a job in one place — dragging into Final Cut works from anywhere, because a drag carries its own permission with it.")
+                explanation: Wording.forEditor(Wording.forSystem(qsTr("A folder called “Quillary” is created wherever you choose, with Library/Images, Library/Videos, Library/Blocks and Recent inside it.\n\nIf you already have graphics and clips collected somewhere, point this at that drive and move your files into Images and Videos with the Finder — folders you make in there become collections. The panel picks them all up next time it opens. Nothing has to be imported one at a time. Put it on a media drive to keep every graphic for a job in one place — dragging into Final Cut works from anywhere, because a drag carries its own permission with it.")))
                 title: qsTr("Library location")
                 width: parent.width
 
@@ -166,7 +166,7 @@ Sheet {
                 width: parent.width
             }
             SettingsGroup {
-                explanation: qsTr("Everything you drag into Final Cut is saved here automatically, so you can find it again even if you never saved it deliberately. Your Library is never pruned — only Recent is.")
+                explanation: Wording.forEditor(qsTr("Everything you drag into Final Cut is saved here automatically, so you can find it again even if you never saved it deliberately. Your Library is never pruned — only Recent is."))
                 title: qsTr("Keep in Recent")
                 width: parent.width
 
@@ -283,8 +283,16 @@ Sheet {
                 color: Theme.outline
                 width: parent.width
             }
+            EditorGroup {
+                settings: sheet.settings
+                width: parent.width
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
             SettingsGroup {
-                explanation: qsTr("Import is the default because it is the urgent direction — something is on the clipboard and you want it in Final Cut. The Library is one click away either way.")
+                explanation: Wording.forEditor(qsTr("Import is the default because it is the urgent direction — something is on the clipboard and you want it in Final Cut. The Library is one click away either way."))
                 title: qsTr("Open on the Library")
                 width: parent.width
 

@@ -18,7 +18,7 @@ Item {
         height: implicitHeight
         secondary: true
         small: true
-        text: footer.empty ? qsTr("Drop audio files, or add them in the Finder") : qsTr("Click to play · drag the waveform to scrub · drag the handle into Final Cut")
+        text: footer.empty ? Wording.forSystem(qsTr("Drop audio files, or add them in the Finder")) : Wording.forEditor(qsTr("Click to play · drag the waveform to scrub · drag the handle into Final Cut"))
         width: parent.width
         wrapMode: Text.Wrap
         y: 4

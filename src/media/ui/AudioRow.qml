@@ -172,7 +172,7 @@ ShelfItem {
         ToolTip {
             hushed: source.dragging
             shown: over.hovered
-            text: qsTr("Drag into Final Cut")
+            text: Wording.forEditor(qsTr("Drag into Final Cut"))
         }
     }
 }

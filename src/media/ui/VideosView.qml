@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Quillary.Controls
 import Quillary.Library
 import Quillary.Media
 import Quillary.Model
@@ -10,7 +11,7 @@ ShelfView {
 
     required property PanelModel model
 
-    emptyHint: qsTr("You can also put files straight into Library/Videos in the Finder.")
+    emptyHint: Wording.forSystem(qsTr("You can also put files straight into Library/Videos in the Finder."))
     emptyLine: qsTr("Drop clips here, or drag a single clip out of Final Cut’s browser.")
     emptySymbol: "film.stack"
     emptyTitle: qsTr("No videos yet")

@@ -11,8 +11,14 @@ Item {
     /// A drag that would be taken is over the panel.
     required property bool targeted
     readonly property bool loaded: model.stage === PanelModel.Stage.Loaded
+    /// What the stage, at least 45 % of the panel, leaves to what lies below it.
+    readonly property real room: height - 0.45 * (height + Theme.headerHeight) - 2 * Theme.margin - Theme.gap
+    readonly property real stripHeight: strip.wanted ? strip.fullHeight + Theme.smallGap : 0
+    readonly property bool notesBrief: loadedFooter.plainHeight + loadedFooter.notesHeight + stripHeight > room
+    readonly property bool stripAway: loaded && strip.wanted && loadedFooter.plainHeight + stripHeight + (notesBrief ? loadedFooter.briefNotesHeight : loadedFooter.notesHeight) > room
 
     Stage {
+        objectName: "stagedArea"
         anchors.bottom: strip.top
         anchors.bottomMargin: strip.visible ? Theme.smallGap : 0
         anchors.left: parent.left
@@ -37,7 +43,9 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin
         loaded: tab.loaded
+        objectName: "pasteStrip"
         panel: tab.model
+        visible: wanted && !tab.stripAway
     }
     LoadedFooter {
         id: loadedFooter
@@ -49,6 +57,9 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin
         model: tab.model
+        notesBrief: tab.notesBrief
+        stripAway: tab.stripAway
+        tight: plainHeight > tab.room
         visible: tab.loaded
     }
     Label {

@@ -9,6 +9,17 @@ Column {
 
     required property PanelModel model
     readonly property bool sliding: row.sliding
+    /// How the footer makes room for the stage: notes in one line, a button in place of the strip of the last pictures,
+    /// the way to a cut-out beside the other actions.
+    property bool notesBrief: false
+    property bool stripAway: false
+    property bool tight: false
+    /// Without notes, when nothing makes room.
+    readonly property real plainHeight: nameField.height + facts.height + 2 * Theme.controlHeight + 3 * spacing
+    /// What the notes add, whole and in one line.
+    readonly property real notesHeight: notes.fullHeight > 0 ? notes.fullHeight + spacing : 0
+    readonly property real briefNotesHeight: notes.fullHeight > 0 ? notes.briefHeight + spacing : 0
+    readonly property bool together: model.hasCutout || tight
 
     /// Gives the keyboard back to the control that began the cut-out.
     function focusCutout() {
@@ -34,34 +45,31 @@ Column {
 
         target: footer.model
     }
-    FactsLine {
+    Item {
+        id: facts
+
+        height: 20
+        width: parent.width
+
+        FactsLine {
+            anchors.left: parent.left
+            anchors.right: history.visible ? history.left : parent.right
+            anchors.rightMargin: history.visible ? 4 : 0
+            model: footer.model
+        }
+        HistoryButton {
+            id: history
+
+            anchors.right: parent.right
+            panel: footer.model
+            visible: footer.stripAway
+        }
+    }
+    StagedNotes {
+        id: notes
+
+        brief: footer.notesBrief
         model: footer.model
-        width: parent.width
-    }
-    NoteLine {
-        ink: Theme.warning
-        symbol: "exclamationmark.triangle.fill"
-        text: footer.model.resolutionWarning
-        width: parent.width
-    }
-    NoteLine {
-        ink: footer.model.imagesShelf.noteIsProblem ? Theme.warning : Theme.good
-        symbol: footer.model.imagesShelf.noteIsProblem ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
-        text: footer.model.librarySaveNote
-        width: parent.width
-    }
-    NoteLine {
-        advice: footer.model.cutoutSuggestion
-        ink: Theme.warning
-        symbol: "exclamationmark.triangle.fill"
-        text: footer.model.cutoutFailure
-        width: parent.width
-    }
-    NoteLine {
-        ink: Theme.warning
-        maximumLines: 4
-        symbol: "exclamationmark.triangle.fill"
-        text: footer.model.cutoutNote
         width: parent.width
     }
     /// Before there is a cut-out, the way to one.
@@ -69,15 +77,15 @@ Column {
         id: before
 
         height: Theme.controlHeight
-        visible: !footer.model.hasCutout
+        visible: !footer.together
         width: parent.width
 
         CutoutButton {
             id: cutter
 
-            brief: footer.model.hasCutout && footer.width < 350
+            brief: footer.model.hasCutout ? footer.width < 350 : footer.tight
             model: footer.model
-            parent: footer.model.hasCutout ? actions : before
+            parent: footer.together ? actions : before
         }
     }
     CutoutRow {

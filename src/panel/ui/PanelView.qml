@@ -38,6 +38,11 @@ Rectangle {
         target: Theme
         value: panel.reducedMotion
     }
+    Binding {
+        property: "editor"
+        target: Wording
+        value: panel.model.settings.editorName
+    }
 
     PanelDropTarget {
         id: dropTarget

@@ -11,6 +11,9 @@ ListView {
 
     required property PanelModel panel
     required property bool loaded
+    readonly property int fullHeight: 36
+    /// Whether there is something to go back to: the picture on the stage is the first of them.
+    readonly property bool wanted: panel.pasteHistory.enabled && count > (loaded ? 1 : 0)
 
     Accessible.name: qsTr("Paste history")
     Accessible.role: Accessible.List
@@ -18,13 +21,13 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     currentIndex: 0
-    height: visible ? 38 : 0
+    height: visible ? fullHeight : 0
+    implicitHeight: fullHeight
     keyNavigationEnabled: true
     model: panel.pasteHistory
     orientation: ListView.Horizontal
     spacing: 6
-    // The picture on the stage is the first of them.
-    visible: panel.pasteHistory.enabled && count > (loaded ? 1 : 0)
+    visible: wanted
 
     delegate: Item {
         id: entry
@@ -37,8 +40,8 @@ ListView {
         Accessible.name: name
         Accessible.role: Accessible.ListItem
         Accessible.onPressAction: strip.panel.stageAgain(index)
-        height: 38
-        width: 38
+        height: strip.fullHeight
+        width: strip.fullHeight
 
         Checkerboard {
             anchors.fill: parent

@@ -38,7 +38,7 @@ Item {
     Message {
         anchors.fill: parent
         hint: stage.failed ? stage.model.failureHint : qsTr("Videos, sounds and Final Cut compound clips can be dragged in too")
-        line: stage.failed ? "" : qsTr("⌘V, or drag one in")
+        line: stage.failed ? "" : Wording.forSystem(qsTr("⌘V, or drag one in"))
         symbol: stage.failed ? "exclamationmark.triangle" : "photo.on.rectangle.angled"
         symbolInk: stage.failed ? Theme.warning : Theme.secondary
         title: stage.failed ? stage.model.failureMessage : qsTr("Paste an image")

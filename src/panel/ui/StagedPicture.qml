@@ -11,8 +11,9 @@ Item {
 
     required property PanelModel model
     required property bool sliding
+    readonly property string caption: Wording.forEditor(qsTr("Drag into Final Cut"))
 
-    Accessible.description: qsTr("Drag into Final Cut")
+    Accessible.description: caption
     Accessible.name: model.stagedName
     Accessible.role: Accessible.Graphic
     Accessible.onPressAction: openMenu()
@@ -78,10 +79,10 @@ Item {
         color: "#8C000000"
         height: 22
         radius: height / 2
-        width: caption.width + 20
+        width: row.width + 20
 
         Row {
-            id: caption
+            id: row
 
             anchors.centerIn: parent
             height: parent.height
@@ -98,7 +99,7 @@ Item {
                 color: "#FFFFFF"
                 height: parent.height
                 small: true
-                text: qsTr("Drag into Final Cut")
+                text: staged.caption
             }
         }
     }

@@ -1,4 +1,5 @@
 #include "base/Try.h"
+#include "platform/FileAttributes.h"
 #include "platform/PendingFile.h"
 #include "platform/linux/Attributes.h"
 #include "platform/linux/RegularFile.h"
@@ -101,10 +102,13 @@ void copyAttributes(int from, int to) {
 
 std::expected<std::chrono::system_clock::time_point, FileError>
 PendingFile::takeFrom(const std::filesystem::path& source, const Progress& progress, const std::stop_token& stop) {
+    const auto before = fileStamp(source);
     const RegularFile from = TRY(openRegularFile(source));
     const auto size = static_cast<std::uint64_t>(from.status.st_size);
     TRY(Copy(from.descriptor.get(), m_descriptor, size, progress, stop).run());
     copyAttributes(from.descriptor.get(), m_descriptor);
+    // What was copied may be half of the old and half of the new.
+    if (fileStamp(source) != before) return std::unexpected(FileError{EBUSY});
     m_permissions = from.status.st_mode & 0777U;
     return modifiedOf(from.status);
 }

@@ -23,10 +23,13 @@ class Transform final : public Command {
         const auto operation = ImageTransform::operation(m_operation);
         std::vector<fs::path> rewritten;
         std::vector<fs::path> untouched;
-        for (const fs::path& file : m_files)
-            (operation && ImageTransform::apply(*operation, file) ? rewritten : untouched).push_back(file);
-        for (const fs::path& file : untouched)
-            output.problem(QStringLiteral("“%1” could not be rewritten and is as it was.").arg(shown(file)));
+        for (const fs::path& file : m_files) {
+            const auto outcome = operation ? ImageTransform::apply(*operation, file) : std::unexpected(QString());
+            (outcome ? rewritten : untouched).push_back(file);
+            if (!outcome)
+                output.problem(QStringLiteral("“%1” could not be rewritten and is as it was: %2")
+                                   .arg(shown(file), outcome.error()));
+        }
         if (output.json())
             output.document(QJsonObject{{QStringLiteral("rewritten"), jsonPaths(rewritten)},
                                         {QStringLiteral("untouched"), jsonPaths(untouched)}});

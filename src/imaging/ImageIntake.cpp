@@ -69,6 +69,8 @@ QImage anyPicture(platform::Pasteboard& pasteboard, const QStringList& types, st
 
 Result readVectorFile(const std::filesystem::path& url, Rasterizer::Format format, int longEdge, std::stop_token stop) {
     auto image = Rasterizer::draw(url, format, ruleFor(longEdge), stop);
+    if (!image && image.error() == Rasterizer::Error::locked)
+        return std::unexpected(ImageIntakeError::lockedFile(url));
     if (!image && image.error() == Rasterizer::Error::unreadable)
         return std::unexpected(ImageIntakeError::unreadableFile(url));
     if (!image) return std::unexpected(ImageIntakeError::emptyImage());
@@ -147,6 +149,8 @@ Result read(const QByteArray& data, const QString& named, const QString& type, i
         auto image = Rasterizer::draw(data, *format, ruleFor(longEdge), stop);
         if (!image && image.error() == Rasterizer::Error::notDrawn && !stop.stop_requested())
             return std::unexpected(ImageIntakeError::emptyImage());
+        if (!image && image.error() == Rasterizer::Error::locked)
+            return std::unexpected(ImageIntakeError::lockedFile({}));
         if (!image) return std::unexpected(ImageIntakeError::nothingUsable());
         return staged(*std::move(image), PastedImage::RasterizedVector{type}, named, shortName(type));
     }

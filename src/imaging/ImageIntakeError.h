@@ -7,12 +7,14 @@ namespace quillary {
 
 /// Why something could not become an image.
 struct ImageIntakeError {
-    enum class Kind { unreadableFile, nothingUsable, emptyImage };
+    enum class Kind { unreadableFile, nothingUsable, emptyImage, lockedFile };
 
     Kind kind = Kind::nothingUsable;
-    std::filesystem::path url = {}; ///< for unreadableFile
+    std::filesystem::path url = {}; ///< for unreadableFile and lockedFile; empty for data without a file
 
     static ImageIntakeError unreadableFile(std::filesystem::path url);
+    /// A document that asks for a password.
+    static ImageIntakeError lockedFile(std::filesystem::path url);
     static ImageIntakeError nothingUsable() { return {Kind::nothingUsable}; }
     static ImageIntakeError emptyImage() { return {Kind::emptyImage}; }
 

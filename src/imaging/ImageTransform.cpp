@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "base/Translation.h"
+#include "base/Try.h"
 #include "imaging/BitmapDecoder.h"
 #include "imaging/PngEncoder.h"
 #include "platform/FileAttributes.h"
@@ -20,6 +21,7 @@
 namespace quillary::ImageTransform {
 
 namespace fs = std::filesystem;
+using platform::FileError;
 
 namespace {
 
@@ -40,17 +42,32 @@ const Names& namesOf(Operation operation) {
 }
 
 /// The file itself, behind links, when it may be written.
-std::optional<fs::path> writable(const fs::path& url) {
+std::expected<fs::path, QString> writable(const fs::path& url) {
     std::error_code failed;
-    const fs::path file = fs::canonical(url, failed);
-    if (failed || !fs::is_regular_file(file, failed) || !platform::mayBeWritten(file)) return {};
+    fs::path file = fs::canonical(url, failed);
+    if (failed) return std::unexpected(FileError{failed.value()}.description());
+    if (!fs::is_regular_file(file, failed))
+        return std::unexpected(translate("ImageTransform", "It is not a regular file"));
+    if (!platform::mayBeWritten(file)) return std::unexpected(translate("ImageTransform", "It may not be written"));
     return file;
 }
 
-bool rewrite(const fs::path& file, const QByteArray& bytes) {
-    if (bytes.isEmpty()) return false;
-    auto pending = platform::PendingFile::holding(file.parent_path(), bytes);
-    return pending && pending->copyAttributesFrom(file) && pending->sync() && pending->replace(file);
+std::unexpected<QString> unreadable() {
+    return std::unexpected(translate("ImageTransform", "It is no picture that can be read here"));
+}
+
+std::expected<void, FileError> replace(const fs::path& file, const QByteArray& bytes) {
+    auto pending = TRY(platform::PendingFile::holding(file.parent_path(), bytes));
+    TRY(pending.copyAttributesFrom(file));
+    TRY(pending.sync());
+    return pending.replace(file);
+}
+
+Outcome rewrite(const fs::path& file, const QByteArray& bytes) {
+    if (bytes.isEmpty()) return std::unexpected(translate("ImageTransform", "Not enough memory"));
+    const auto replaced = replace(file, bytes);
+    if (!replaced) return std::unexpected(replaced.error().description());
+    return {};
 }
 
 QImage turned(const QImage& image, Operation operation) {
@@ -125,34 +142,36 @@ QString label(Operation operation) {
     return translate("ImageTransform", namesOf(operation).label);
 }
 
-bool apply(Operation operation, const fs::path& url) {
+Outcome apply(Operation operation, const fs::path& url) {
     const bool vector = lowercaseExtension(url) == "svg";
-    const bool rewritten = vector ? applyToVector(operation, url) : applyToBitmap(operation, url);
+    Outcome rewritten = vector ? applyToVector(operation, url) : applyToBitmap(operation, url);
     if (rewritten) platform::clearQuarantine(url);
     return rewritten;
 }
 
-bool applyToBitmap(Operation operation, const fs::path& url) {
-    const auto file = writable(url);
-    const auto image = file ? BitmapDecoder::decodeAsStored(*file).value_or(QImage()) : QImage();
-    if (image.isNull()) return false;
+Outcome applyToBitmap(Operation operation, const fs::path& url) {
+    const fs::path file = TRY(writable(url));
+    const QImage image = BitmapDecoder::decodeAsStored(file).value_or(QImage());
+    if (image.isNull()) return unreadable();
     QImage result = turned(image, operation);
     result.setColorSpace(image.colorSpace()); // which turning loses
-    return rewrite(*file, pngData(result));
+    return rewrite(file, pngData(result));
 }
 
-bool applyToVector(Operation operation, const fs::path& url) {
-    const auto file = writable(url);
+Outcome applyToVector(Operation operation, const fs::path& url) {
+    const fs::path file = TRY(writable(url));
     QFile contents;
-    if (!file || !platform::openForReading(contents, *file) || contents.size() > xml::Document::defaultLimit)
-        return false;
+    if (const auto opened = platform::openForReading(contents, file); !opened)
+        return std::unexpected(opened.error().description());
+    if (contents.size() > xml::Document::defaultLimit) return unreadable();
     const auto document = xml::Document::parse(contents.readAll());
-    if (!document || !document->root().isNamed("svg")) return false;
+    if (!document || !document->root().isNamed("svg")) return unreadable();
     xml::Node root = document->root();
     const Size size =
         viewBoxSize(root).value_or(Size{digits(root.attribute("width")), digits(root.attribute("height"))});
     const auto counts = [](double side) { return side > 0 && std::isfinite(side); };
-    if (!counts(size.width) || !counts(size.height)) return false;
+    if (!counts(size.width) || !counts(size.height))
+        return std::unexpected(translate("ImageTransform", "It tells no size"));
 
     const auto children = root.children();
     xml::Node group = root.appendElement("g");
@@ -166,7 +185,7 @@ bool applyToVector(Operation operation, const fs::path& url) {
             root.setAttribute("height", clean(size.width));
         }
     }
-    return rewrite(*file, document->serialize());
+    return rewrite(file, document->serialize());
 }
 
 QByteArray clean(double number) {

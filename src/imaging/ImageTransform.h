@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringView>
 #include <array>
+#include <expected>
 #include <filesystem>
 #include <optional>
 
@@ -24,17 +25,20 @@ QString rawValue(Operation operation);
 /// What menus and notes show.
 QString label(Operation operation);
 
-/// By the extension: SVG as a vector, everything else as a bitmap. True when the file was rewritten; its mark of having
-/// come from outside is then gone.
-bool apply(Operation operation, const std::filesystem::path& url);
+/// Nothing when the file was rewritten, else why it was not, for the eye.
+using Outcome = std::expected<void, QString>;
+
+/// By the extension: SVG as a vector, everything else as a bitmap. Of a file that was rewritten the mark of having come
+/// from outside is gone.
+Outcome apply(Operation operation, const std::filesystem::path& url);
 
 /// The picture as it is seen (its orientation applied), redrawn and written as PNG, whatever the name's extension. RGB
 /// samples pass unchanged with their colour profile, so four quarter turns give the first pixels back.
-bool applyToBitmap(Operation operation, const std::filesystem::path& url);
+Outcome applyToBitmap(Operation operation, const std::filesystem::path& url);
 
 /// The document with everything but its "defs" and "metadata" in a group that turns or mirrors it. A view box is taken
-/// to begin at 0,0. False for what is no SVG, or has no size.
-bool applyToVector(Operation operation, const std::filesystem::path& url);
+/// to begin at 0,0. Fails for what is no SVG, or has no size.
+Outcome applyToVector(Operation operation, const std::filesystem::path& url);
 
 /// A number as SVG attributes have it: whole numbers without a fraction, others in the shortest form that reads back
 /// the same.

@@ -69,6 +69,7 @@ std::expected<QImage, Error> result(SharedMemory& pixels, bool ended) {
     if (!memory || memory->size() < rasterizer::pixelOffset) return std::unexpected(Error::unreadable);
     const Reply reply = *reinterpret_cast<const Reply*>(memory->data());
     if (reply.stage == Stage::loading) return std::unexpected(Error::unreadable);
+    if (reply.stage == Stage::locked) return std::unexpected(Error::locked);
     if (!ended || reply.stage != Stage::done || !isConsistent(reply, memory->size()))
         return std::unexpected(Error::notDrawn);
     return imageOn(std::move(*memory), reply);

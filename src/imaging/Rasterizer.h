@@ -21,7 +21,8 @@ using Source = std::variant<std::filesystem::path, QByteArray>;
 enum class Format { svg, pdf };
 
 enum class Error {
-    unreadable, ///< not such a document, damaged, or locked by a password
+    unreadable, ///< not such a document, or damaged
+    locked,     ///< it asks for a password
     notDrawn    ///< of no size or too large a one, too slow, or more than the drawing process survived
 };
 

@@ -21,9 +21,13 @@ ShelfOutcome transformed(const std::vector<fs::path>& files, ImageTransform::Ope
     const bool reversible = std::ssize(files) <= ShelfHistory::mostKeptFiles;
     std::vector<ShelfChanges::Rewritten> rewritten;
     qsizetype done = 0;
+    QString reason;
     for (const fs::path& file : files) {
         auto before = reversible ? KeptFile::open(file) : std::unexpected(platform::FileError());
-        if (!ImageTransform::apply(operation, file)) continue;
+        if (const auto applied = ImageTransform::apply(operation, file); !applied) {
+            if (reason.isEmpty()) reason = applied.error();
+            continue;
+        }
         ++done;
         const auto after = before ? KeptFile::open(file) : std::unexpected(platform::FileError());
         if (after) rewritten.emplace_back(file, std::make_shared<const KeptFile>(*std::move(before)), after->stamp());
@@ -36,6 +40,7 @@ ShelfOutcome transformed(const std::vector<fs::path>& files, ImageTransform::Ope
         outcome.note = translate("Shelf", "“%1” could not be changed").arg(shown(files.front().filename()));
     else if (done < all)
         outcome.note += translate("Shelf", " · %n could not be changed", nullptr, all - done);
+    if (!reason.isEmpty()) outcome.note += QStringLiteral(": ") + reason;
     outcome.oneWay = std::ssize(rewritten) < done;
     if (rewritten.empty()) return outcome;
     std::vector<fs::path> changed;

@@ -105,7 +105,10 @@ void PanelModel::stageDropped(const platform::ItemProvider& item) {
     const int longEdge = m_settings.vectorLongEdge();
     if (item.fileURL()) {
         load([file = *item.fileURL(), longEdge, origin = item.webOrigin()](std::stop_token stop) -> State {
-            if (auto image = ImageIntake::read(file, longEdge, stop)) return withOrigin(*std::move(image), origin);
+            auto image = ImageIntake::read(file, longEdge, stop);
+            if (image) return withOrigin(*std::move(image), origin);
+            if (image.error().kind == ImageIntakeError::Kind::lockedFile)
+                return Failed{image.error().description(), image.error().recoverySuggestion()};
             return Failed{translate("Panel", "Could not read that file."),
                           translate("Panel", "Try a PNG, TIFF, JPEG, SVG or PDF.")};
         });

@@ -163,7 +163,7 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
         {"far-too-large.svg", test::svg("width=\"1000000000\" height=\"1000000000\""), "That image had no pixels."},
         {"broken.svg", svgDocument().chopped(8), "Could not read broken.svg."},
         {"svg.png", svgDocument(), "Could not read svg.png."},
-        {"locked.pdf", test::lockedPdf(), "Could not read locked.pdf."},
+        {"locked.pdf", test::lockedPdf(), "locked.pdf is locked with a password."},
         {"no.pdf", "%PDF-1.4\nnothing", "Could not read no.pdf."},
     };
     for (const auto& row : rows) {
@@ -176,7 +176,10 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
         if (result) {
             EXPECT_EQ(result->sourceBytes, row.bytes.size()) << row.name;
         } else {
-            EXPECT_EQ(text(result.error().recoverySuggestion()), "Try a PNG, TIFF or JPEG.");
+            const bool isLocked = result.error().kind == ImageIntakeError::Kind::lockedFile;
+            EXPECT_EQ(text(result.error().recoverySuggestion()), isLocked
+                                                                     ? "Save a copy of it without the password, then use that."
+                                                                     : "Try a PNG, TIFF or JPEG.");
         }
     }
 }

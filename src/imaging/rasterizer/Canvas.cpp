@@ -33,6 +33,10 @@ std::optional<Pixels> Canvas::begin(double width, double height) {
                   static_cast<int>(size->height), stride};
 }
 
+void Canvas::tellLocked() {
+    reply().stage = Stage::locked;
+}
+
 void Canvas::finish() {
     reply().stage = Stage::done;
 }

@@ -27,6 +27,8 @@ public:
     /// The document is read; its page measures so many points. Absent when no picture can be made of that.
     std::optional<Pixels> begin(double width, double height);
     void finish();
+    /// The document cannot be read without a password.
+    void tellLocked();
 
 private:
     Canvas(int descriptor, RasterRule rule) : m_descriptor(descriptor), m_rule(rule) {}

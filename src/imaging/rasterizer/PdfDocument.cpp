@@ -15,6 +15,7 @@ bool drawFirstPage(std::span<const std::byte> document, Canvas& canvas) {
     buffer.open(QIODevice::ReadOnly);
     QPdfDocument pdf;
     pdf.load(&buffer);
+    if (pdf.error() == QPdfDocument::Error::IncorrectPassword) canvas.tellLocked();
     if (pdf.status() != QPdfDocument::Status::Ready || pdf.pageCount() < 1) return false;
 
     const QSizeF page = pdf.pagePointSize(0);

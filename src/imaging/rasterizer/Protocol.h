@@ -19,7 +19,8 @@ inline constexpr std::size_t pixelOffset = 4096;
 enum class Stage : std::uint32_t {
     loading, ///< the document is not understood yet: ending here means that it is unreadable
     drawing, ///< it has a size and is being drawn: ending here means that there is no picture
-    done
+    done,
+    locked ///< the document asks for a password
 };
 
 struct Reply {

@@ -106,8 +106,8 @@ class LibraryCopyTo final : public Command {
             const ProgressBar bar(progress, output);
             result = Storage::copyContents(from, to, selection, ArrangementStore::mediaOfBlocks, progress);
         }
-        if (result.failed > 0)
-            output.problem(counted(result.failed, u"file") + QStringLiteral(" could not be copied."));
+        for (const auto& [file, reason] : result.failures)
+            output.problem(QStringLiteral("“%1” could not be copied: %2").arg(shown(file), reason));
         if (output.json())
             output.document(
                 QJsonObject{{QStringLiteral("copied"), result.copied}, {QStringLiteral("skipped"), result.skipped}});

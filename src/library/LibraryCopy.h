@@ -5,6 +5,7 @@
 #include <QString>
 #include <filesystem>
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace quillary {
@@ -22,9 +23,13 @@ struct CopyResult {
     int copied = 0;
     int skipped = 0; ///< something of that name was there
     int failed = 0;
+    /// The files, below the root, and why each could not be copied.
+    std::vector<std::pair<std::filesystem::path, QString>> failures = {};
 
     /// The one line shown to the user, such as "Copied 3 files, skipped 1 already there".
     QString summary() const;
+    /// The same with the first of the failures and its reason.
+    QString summaryWithReason() const;
 
     bool operator==(const CopyResult&) const = default;
 };

@@ -83,14 +83,21 @@ QString CopyResult::summary() const {
     return text;
 }
 
-Storage::Copied Storage::copyFile(const fs::path& file, const fs::path& folder, const fs::path& whole,
-                                  std::stop_token stop) {
+QString CopyResult::summaryWithReason() const {
+    if (failures.empty()) return summary();
+    const auto& [file, reason] = failures.front();
+    return QStringLiteral("%1: %2: %3").arg(summary(), shown(file.filename()), reason);
+}
+
+std::expected<Storage::Copied, QString> Storage::copyFile(const fs::path& file, const fs::path& folder,
+                                                          const fs::path& whole, std::stop_token stop) {
     const fs::path to = folder / file.filename();
     if (platform::isTaken(to)) return Copied::skipped;
     std::error_code failed;
     const bool link = fs::is_symlink(fs::symlink_status(file, failed));
     const auto copied = link ? copyLink(file, to, whole) : copyBytes(file, to, stop);
-    if (!copied) return copied.error().code == EEXIST ? Copied::skipped : Copied::failed;
+    if (!copied && copied.error().code == EEXIST) return Copied::skipped;
+    if (!copied) return std::unexpected(copied.error().description());
     if (!link) platform::clearQuarantine(to);
     return Copied::copied;
 }
@@ -115,16 +122,12 @@ CopyResult Storage::copyContents(const fs::path& from, const fs::path& to, const
         if (stop.stop_requested()) break;
         const fs::path folder = to / file.parent_path();
         (void)platform::createFolders(folder);
-        switch (copyFile(from / file, folder, from, stop)) {
-        case Copied::copied:
-            ++result.copied;
-            break;
-        case Copied::skipped:
-            ++result.skipped;
-            break;
-        case Copied::failed:
+        const auto copied = copyFile(from / file, folder, from, stop);
+        if (!copied) {
             ++result.failed;
-            break;
+            result.failures.emplace_back(file, copied.error());
+        } else {
+            ++(*copied == Copied::copied ? result.copied : result.skipped);
         }
         ++progress.done;
     }

@@ -59,7 +59,7 @@ void CopyJob::copy(bool images, bool videos, bool audio, bool blocks, bool recen
             m_tick.stop();
             m_progress.reset();
             Q_EMIT progressChanged();
-            setNote(result.summary());
+            setNote(result.summaryWithReason());
             Q_EMIT finished();
         });
     m_tick.start();

@@ -13,6 +13,8 @@ TEST_F(TransformTest, RewritesInPlaceAndGoesOn) {
     EXPECT_EQ(mixed.status, 1);
     EXPECT_EQ(mixed.object()["rewritten"_L1].toArray(), QJsonArray{wide});
     EXPECT_EQ(mixed.object()["untouched"_L1].toArray(), (QJsonArray{in("not.svg"), in("absent.png")}));
+    EXPECT_TRUE(mixed.err.contains("not.svg” could not be rewritten and is as it was: It is no picture")) << mixed.err.toStdString();
+    EXPECT_TRUE(mixed.err.contains("absent.png” could not be rewritten and is as it was: No such file")) << mixed.err.toStdString();
     EXPECT_EQ(QImage(wide).size(), QSize(200, 300));
     EXPECT_EQ(json({u"transform"_s, u"flipVertical"_s, wide}).status, 0);
     EXPECT_EQ(run({u"transform"_s, u"sideways"_s, wide}).status, 2);
@@ -31,6 +33,11 @@ TEST_F(TransformTest, CopiesALibrary) {
     EXPECT_EQ(copied({in("new/Quillary")}), (QJsonObject{{"copied"_L1, 0}, {"skipped"_L1, 3}}));
     EXPECT_TRUE(std::filesystem::exists(m_folder / "new/Quillary/Library/Images/Logos/two.png"));
     EXPECT_EQ(run({u"library"_s, u"copy"_s, in("absent"), in("new")}).status, 1);
+    writeFile(m_folder / "blocked/Quillary/Library/Images/Logos", "a file where a folder should be");
+    const Ended blocked = run({u"library"_s, u"copy"_s, text(root()), in("blocked")});
+    EXPECT_EQ(blocked.status, 1);
+    EXPECT_TRUE(blocked.err.contains("“Library/Images/Logos/two.png” could not be copied: Not a directory"))
+        << blocked.err.toStdString();
     EXPECT_EQ(run({u"library"_s, u"copy"_s, in("new"), in("other"), u"--shelves"_s, u"pictures"_s}).status, 2);
 }
 

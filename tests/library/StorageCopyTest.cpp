@@ -69,10 +69,14 @@ TEST_F(StorageCopyTest, BlocksBringTheirMedia) {
         return {"Library/Images/Final Cut Elements/a.png", "Library/Audio/Final Cut Elements/gone.wav"};
     };
     const CopySelection blocksOnly{.images = false, .videos = false, .audio = false, .recent = false};
-    EXPECT_EQ(copy(blocksOnly, media), (CopyResult{.copied = 2, .failed = 1}));
+    const CopyResult partly = copy(blocksOnly, media);
+    EXPECT_EQ(partly.copied, 2);
+    ASSERT_EQ(partly.failures.size(), 1U);
+    EXPECT_FALSE(partly.failures.front().second.isEmpty());
     EXPECT_THAT(everythingIn(to), Contains("Library/Images/Final Cut Elements/a.png"));
     EXPECT_THAT(everythingIn(to), Not(Contains("Library/Images/b.png")));
-    EXPECT_EQ(copy({}, media), (CopyResult{.copied = 1, .skipped = 2, .failed = 1})) << "each file counts once";
+    const CopyResult all = copy({}, media);
+    EXPECT_EQ((std::array{all.copied, all.skipped, all.failed}), (std::array{1, 2, 1})) << "each file counts once";
 }
 
 TEST_F(StorageCopyTest, EndsWhereItIsTold) {

@@ -3,6 +3,7 @@
 #include "library/StorageError.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace quillary {
 
@@ -28,6 +29,9 @@ struct ArrangementFailure {
     static ArrangementFailure alreadySaved(QString name) { return {Kind::alreadySaved, std::move(name)}; }
     static ArrangementFailure notFCPXML() { return {}; }
 
+    /// Names files that are missing, the first few of many, such as "a.mov and b.wav are missing."
+    static QString missing(const QStringList& names);
+
     ArrangementFailure() = default;
     // Not explicit, so that TRY hands the library's errors on.
     ArrangementFailure(const StorageError& error) // NOLINT(google-explicit-constructor)
@@ -37,6 +41,8 @@ struct ArrangementFailure {
     QString description() const;
     /// A second line for the user, empty when there is nothing to add.
     QString recoverySuggestion() const { return reason; }
+    /// Both in one line: what failed, and why where that is known.
+    QString line() const;
 
     bool operator==(const ArrangementFailure&) const = default;
 

@@ -29,7 +29,7 @@ std::optional<fs::path> placeBelow(const fs::path& root, const fs::path& file) {
 std::optional<fs::path> found(const FCPXMLDocument::MediaReference& reference, const std::optional<fs::path>& file,
                               FinalCutElements& elements) {
     const bool known = file && FinalCutElements::holds(*file);
-    return elements.find(reference.uid, known ? file->filename().native() : std::string());
+    return elements.find(reference.uid, known ? file->filename().native() : std::string(), reference.identity);
 }
 
 /// How many references changed.
@@ -76,11 +76,13 @@ bool isMoreThanMedia(xml::Node element) {
 }
 
 bool isOneClip(const FCPXMLDocument& document) {
-    const xml::Node clip = document.clip();
+    const auto clips = document.clips();
+    if (clips.size() != 1 || clips.front().parent() != document.root()) return false;
+    const xml::Node clip = clips.front();
     for (const char* container : {"library", "event", "project", "sequence"})
         if (clip.isNamed(container)) return false;
-    if (!clip || isMoreThanMedia(clip)) return false;
-    const xml::Node first = document.spine().firstElement();
+    if (isMoreThanMedia(clip)) return false;
+    const xml::Node first = FCPXMLDocument::spineOf(clip, document.resources()).firstElement();
     return !first || (!first.nextElement() && !isMoreThanMedia(first));
 }
 
@@ -116,7 +118,7 @@ std::optional<FCPXMLDocument::MediaReference> singleReference(const FCPXMLDocume
     if (!isOneClip(document)) return {};
     auto references = document.media();
     // The asset that was dragged, where the resources hold others as well.
-    if (const auto dragged = document.clip().attribute("ref"); dragged && document.resource(*dragged).isNamed("asset"))
+    if (const auto dragged = document.clip().attribute("ref"); dragged && document.resources().value(*dragged).isNamed("asset"))
         std::erase_if(references, [&](const auto& reference) { return reference.assetId != *dragged; });
     if (references.empty()) return {};
     const QByteArray asset = references.front().assetId;
@@ -146,7 +148,7 @@ std::optional<fs::path> ArrangementStore::singleMediaFile(QByteArrayView xml, co
     MediaCopier copier(elements, progress);
     const fs::path shelf = elements.folderFor(file).parent_path();
     const auto copy =
-        copier.copyMedia({file, reference->uid}, Storage::appending(collection.value_or(QString()), shelf));
+        copier.copyMedia({file, reference->uid, reference->identity}, Storage::appending(collection.value_or(QString()), shelf));
     return copy ? std::optional(*copy) : std::nullopt;
 }
 

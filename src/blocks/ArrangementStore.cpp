@@ -96,14 +96,22 @@ std::expected<void, ArrangementFailure> ArrangementStore::makeSelfContained(FCPX
     MediaCopier copier(elements, progress);
     auto references = document.media();
     std::vector<MediaCopier::Source> sources;
+    QStringList missing;
     for (const auto& reference : references) {
-        sources.push_back({reference.file(), reference.uid});
-        copier.announce(sources.back(), elements.folderFor(sources.back().file));
+        sources.push_back({reference.file(), reference.uid, reference.identity});
+        const fs::path& folder = elements.folderFor(sources.back().file);
+        if (copier.isMissing(sources.back(), folder)) missing.append(reference.shownName());
+        copier.announce(sources.back(), folder);
     }
+    // Before anything is copied, since copies may take long.
+    missing.removeDuplicates();
+    if (!missing.isEmpty()) return std::unexpected(Failure::noMedia(name, Failure::missing(missing)));
     for (std::size_t i = 0; i < references.size(); ++i) {
         auto& reference = references[i];
         const auto copy = copier.copyMedia(sources[i], elements.folderFor(sources[i].file));
-        if (!copy) return std::unexpected(Failure::noMedia(name, copy.error().description()));
+        if (!copy)
+            return std::unexpected(Failure::noMedia(
+                name, QStringLiteral("%1: %2").arg(reference.shownName(), copy.error().description())));
         reference.setFile(*copy);
     }
     return {};

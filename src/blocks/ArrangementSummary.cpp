@@ -63,16 +63,19 @@ double ArrangementStore::seconds(QByteArrayView text) {
 
 Arrangement::Summary ArrangementStore::summarize(const FCPXMLDocument& document) {
     Arrangement::Summary summary;
-    const xml::Node clip = document.clip();
-    const xml::Node spine = document.spine();
-    if (spine) {
+    auto clips = document.clips();
+    // A timeline stands for the whole; loose clips all belong to the block.
+    if (!clips.empty() && FCPXMLDocument::isTimeline(clips.front())) clips.resize(1);
+    const auto resources = document.resources();
+    for (const xml::Node clip : clips) {
+        const xml::Node spine = FCPXMLDocument::spineOf(clip, resources);
         for (xml::Node element = spine.firstElement(); element; element = element.nextElement())
             addWithConnected(summary.layers, element);
-    } else if (clip) {
-        addWithConnected(summary.layers, clip);
+        if (!spine) addWithConnected(summary.layers, clip);
+        double length = seconds(clip.attribute("duration").value_or(QByteArray()));
+        if (length == 0) length = seconds(spine.parent().attribute("duration").value_or(QByteArray()));
+        summary.seconds += length;
     }
-    summary.seconds = seconds(clip.attribute("duration").value_or(QByteArray()));
-    if (summary.seconds == 0) summary.seconds = seconds(spine.parent().attribute("duration").value_or(QByteArray()));
     for (const xml::Node effect : document.elements("effect"))
         if (isOfTheFamily(effect)) summary.usesGlidemark = true;
     return summary;

@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "base/Try.h"
 #include "blocks/FCPXMLDocument.h"
-#include "blocks/FinalCutElements.h"
+#include "blocks/MediaWholeness.h"
 
 #include <unordered_set>
 
@@ -15,10 +15,12 @@ namespace {
 
 using State = BlockHealth::State;
 
-/// Whether another file in the library is the same asset's: it bears the same mark, or, without one, the same name, and
-/// is as large.
-bool hasTwin(FinalCutElements& elements, const fs::path& file, const QByteArray& uid, std::uintmax_t size) {
+/// Whether another file in the library is the same asset's: it bears the same mark, or, where that is not enough, the
+/// same name, and is as large.
+bool hasTwin(FinalCutElements& elements, const fs::path& file, const QByteArray& uid, MediaIdentity identity,
+             std::uintmax_t size) {
     for (const fs::path& other : elements.alike(uid, file.filename().native())) {
+        if (identity != MediaIdentity::uid && other.filename() != file.filename()) continue;
         std::error_code failed;
         if (platform::regularFileSize(other) == size && !fs::equivalent(other, file, failed)) return true;
     }
@@ -41,9 +43,35 @@ std::expected<const BlockChecks::Document*, ArrangementFailure> BlockChecks::doc
         const auto file = reference.file();
         found.media.push_back(
             {file ? shown(file->filename()) : QString::fromUtf8(reference.holder.attribute("src").value_or("")),
-             reference.uid, file.value_or(fs::path())});
+             reference.uid, file.value_or(fs::path()), reference.identity});
     }
     return &m_documents.insert_or_assign(block.native(), std::move(found)).first->second;
+}
+
+bool BlockChecks::isCutShort(const fs::path& file, const platform::FileStamp& stamp) {
+    const auto known = m_looked.find(file.native());
+    if (known != m_looked.end() && known->second.stamp == stamp) return known->second.isCutShort;
+    return m_looked.insert_or_assign(file.native(), Looked{stamp, MediaWholeness::isCutShort(file)})
+        .first->second.isCutShort;
+}
+
+BlockHealth::Media BlockChecks::lookAt(const Reference& reference, FinalCutElements& elements) {
+    BlockHealth::Media media{.name = reference.name, .path = reference.file};
+    auto stamp = platform::fileStamp(media.path);
+    if (stamp) {
+        if (hasTwin(elements, media.path, reference.uid, reference.identity, stamp->size))
+            media.state = State::duplicate;
+    } else {
+        const bool known = FinalCutElements::holds(media.path);
+        const auto found =
+            elements.find(reference.uid, known ? media.path.filename().native() : "", reference.identity);
+        media.state = found ? State::moved : State::missing;
+        if (!found) return media;
+        media.path = *found;
+        stamp = platform::fileStamp(*found);
+    }
+    if (stamp && media.state != State::moved && isCutShort(media.path, *stamp)) media.state = State::incomplete;
+    return media;
 }
 
 std::vector<BlockChecks::Checked> BlockChecks::check(const fs::path& root, std::span<const fs::path> blocks,
@@ -60,17 +88,8 @@ std::vector<BlockChecks::Checked> BlockChecks::check(const fs::path& root, std::
         BlockHealth health{.block = block, .version = (*read)->version, .media = {}};
         std::unordered_set<std::string> counted;
         for (const Reference& reference : (*read)->media) {
-            BlockHealth::Media media{.name = reference.name, .path = reference.file};
-            auto size = platform::regularFileSize(media.path);
-            if (size) {
-                if (hasTwin(elements, media.path, reference.uid, *size)) media.state = State::duplicate;
-            } else {
-                const bool known = FinalCutElements::holds(media.path);
-                const auto found = elements.find(reference.uid, known ? media.path.filename().native() : "");
-                media.state = found ? State::moved : State::missing;
-                if (found) media.path = *found;
-                if (found) size = platform::regularFileSize(*found);
-            }
+            BlockHealth::Media media = lookAt(reference, elements);
+            const auto size = platform::regularFileSize(media.path);
             if (size && counted.insert(media.path.native()).second) health.bytes += *size;
             health.media.push_back(std::move(media));
         }
@@ -83,6 +102,10 @@ void BlockChecks::keepOnly(std::span<const fs::path> blocks) {
     std::unordered_set<std::string> kept;
     for (const fs::path& block : blocks) kept.insert(block.native());
     std::erase_if(m_documents, [&](const auto& entry) { return !kept.contains(entry.first); });
+    std::unordered_set<std::string> media;
+    for (const auto& [block, document] : m_documents)
+        for (const Reference& reference : document.media) media.insert(reference.file.native());
+    std::erase_if(m_looked, [&](const auto& entry) { return !media.contains(entry.first); });
 }
 
 } // namespace quillary

@@ -4,6 +4,7 @@
 #include "base/Translation.h"
 #include "base/Try.h"
 #include "blocks/ArrangementStore.h"
+#include "blocks/MediaWholeness.h"
 #include "blocks/export/FCPXMLDowngrade.h"
 #include "blocks/export/FlatTimeline.h"
 #include "blocks/export/OTIOWriter.h"
@@ -30,9 +31,10 @@ std::expected<fs::path, platform::FileError> placed(const QByteArray& bytes, con
 void tellMissing(const FCPXMLDocument& document, LeftOut& leftOut) {
     for (const auto& reference : document.media()) {
         const auto file = reference.file();
-        if (file && platform::regularFileSize(*file)) continue;
-        const QString name = file ? shown(file->filename()) : QString::fromUtf8(reference.assetId);
-        leftOut.add(translate("Blocks", "Missing media, named all the same"), name);
+        if (!file || !platform::regularFileSize(*file))
+            leftOut.add(translate("Blocks", "Missing media, named all the same"), reference.shownName());
+        else if (MediaWholeness::isCutShort(*file))
+            leftOut.add(translate("Blocks", "Incomplete media, named all the same"), reference.shownName());
     }
 }
 
@@ -43,7 +45,7 @@ std::expected<QByteArray, ArrangementFailure> converted(FCPXMLDocument& document
         if (timeline.name.isEmpty()) timeline.name = name;
         return otioJson(timeline, from);
     }
-    bringToVersion110(document, leftOut);
+    TRY(bringToVersion110(document, leftOut));
     for (auto& reference : document.media())
         if (const auto file = reference.file(); file && (from || reference.isRelative()))
             reference.setFile(*file, from);

@@ -15,6 +15,7 @@ struct BlockHealth {
         missing,
         moved,     ///< not where the block looks for it, but found in the library by its mark
         duplicate, ///< where the block looks for it, and once more in the library
+        incomplete, ///< where the block looks for it, but only a part of it
     };
     struct Media {
         QString name; ///< of the file that the block names

@@ -7,6 +7,9 @@
 #include "platform/OpenFile.h"
 
 #include <QFile>
+#include <algorithm>
+#include <map>
+#include <set>
 
 namespace quillary {
 
@@ -24,9 +27,49 @@ void collect(xml::Node element, const char* name, std::vector<xml::Node>& found)
     }
 }
 
+bool isNamedOneOf(xml::Node element, std::initializer_list<const char*> names) {
+    return std::ranges::any_of(names, [&](const char* name) { return element.isNamed(name); });
+}
+
+bool holdsClips(xml::Node element) {
+    return isNamedOneOf(element, {"library", "event"});
+}
+
+/// Nesting is bounded by the parser.
+void collectClips(xml::Node holder, std::vector<xml::Node>& timelines, std::vector<xml::Node>& loose) {
+    for (xml::Node element = holder.firstElement(); element; element = element.nextElement()) {
+        if (holdsClips(element)) collectClips(element, timelines, loose);
+        // The earliest versions keep clips in projects, too.
+        if (element.isNamed("project") && !element.firstElement("sequence")) collectClips(element, timelines, loose);
+        if (FCPXMLDocument::isTimeline(element)) timelines.push_back(element);
+        if (FCPXMLDocument::isLooseClip(element)) loose.push_back(element);
+    }
+}
+
+void collectGroups(xml::Node holder, std::vector<xml::Node>& groups) {
+    for (xml::Node element = holder.firstElement(); element; element = element.nextElement()) {
+        if (element.isNamed("resources")) groups.push_back(element);
+        if (holdsClips(element) || element.isNamed("project")) collectGroups(element, groups);
+    }
+}
+
 std::optional<QString> nameOf(xml::Node element) {
     const auto name = element.attribute("name");
     return name && !name->isEmpty() ? std::optional(QString::fromUtf8(*name)) : std::nullopt;
+}
+
+/// Tells references apart that bear one UID.
+void identify(std::vector<FCPXMLDocument::MediaReference>& references) {
+    std::map<QByteArray, std::set<fs::path>> files;
+    for (const auto& reference : references)
+        if (!reference.uid.isEmpty()) files[reference.uid].insert(reference.file().value_or(fs::path()));
+    for (auto& reference : references) {
+        const auto known = files.find(reference.uid);
+        if (known == files.end() || known->second.size() < 2) continue;
+        const fs::path name = reference.file().value_or(fs::path()).filename();
+        const auto namesakes = std::ranges::count(known->second, name, [](const fs::path& file) { return file.filename(); });
+        reference.identity = namesakes > 1 || name.empty() ? MediaIdentity::nothing : MediaIdentity::name;
+    }
 }
 
 } // namespace
@@ -40,6 +83,13 @@ std::optional<fs::path> FCPXMLDocument::MediaReference::file() const {
 bool FCPXMLDocument::MediaReference::isRelative() const {
     const auto src = holder.attribute("src");
     return src && file() && !pathOfFileUrl(src->trimmed());
+}
+
+QString FCPXMLDocument::MediaReference::shownName() const {
+    const auto known = file();
+    if (known && known->has_filename()) return shown(known->filename());
+    const QString src = QString::fromUtf8(holder.attribute("src").value_or(QByteArray())).simplified();
+    return src.isEmpty() ? translate("Blocks", "A file without a name") : src;
 }
 
 void FCPXMLDocument::MediaReference::setFile(const fs::path& file, const std::optional<fs::path>& from) {
@@ -59,6 +109,7 @@ std::expected<FCPXMLDocument, ArrangementFailure> FCPXMLDocument::read(const fs:
     FCPXMLDocument document = TRY(parse(bytes));
     std::error_code ignored;
     document.m_folder = std::make_shared<const fs::path>(fs::absolute(file, ignored).parent_path());
+    document.m_fileName = shownStem(file);
     return document;
 }
 
@@ -78,30 +129,59 @@ std::expected<QByteArray, ArrangementFailure> FCPXMLDocument::bytesOf(const fs::
 }
 
 std::optional<QString> FCPXMLDocument::derivedName() const {
-    if (auto name = nameOf(clip())) return name;
-    for (xml::Node group = m_document.root().firstElement(); group; group = group.nextElement())
-        if (group.isNamed("resources"))
-            if (const xml::Node media = group.firstElement("media")) return nameOf(media);
+    const xml::Node clip = this->clip();
+    if (auto name = holdsClips(clip) ? std::nullopt : nameOf(clip)) return name;
+    const bool isWhole = holdsClips(clip) || isTimeline(clip) || clip.parent() != root();
+    if (isWhole && !m_fileName.isEmpty()) return m_fileName;
+    for (const xml::Node group : resourceGroups())
+        if (const xml::Node media = group.firstElement("media")) return nameOf(media);
     return {};
+}
+
+bool FCPXMLDocument::isLooseClip(xml::Node element) {
+    return isNamedOneOf(element, {"asset-clip", "clip", "ref-clip", "sync-clip", "mc-clip", "audition", "video", "audio",
+                                  "title", "gap", "caption"});
+}
+
+bool FCPXMLDocument::isTimeline(xml::Node clip) {
+    return clip.isNamed("sequence") || (clip.isNamed("project") && clip.firstElement("sequence"));
+}
+
+std::vector<xml::Node> FCPXMLDocument::clips() const {
+    std::vector<xml::Node> found;
+    std::vector<xml::Node> loose;
+    collectClips(root(), found, loose);
+    found.insert(found.end(), loose.begin(), loose.end());
+    if (!found.empty()) return found;
+    xml::Node element = root().firstElement();
+    while (isNamedOneOf(element, {"resources", "import-options"})) element = element.nextElement();
+    if (element) found.push_back(element);
+    return found;
 }
 
 xml::Node FCPXMLDocument::clip() const {
-    xml::Node element = m_document.root().firstElement();
-    while (element && (element.isNamed("resources") || element.isNamed("import-options")))
-        element = element.nextElement();
-    return element;
+    const auto found = clips();
+    return found.empty() ? xml::Node() : found.front();
 }
 
-xml::Node FCPXMLDocument::resource(const QByteArray& id) const {
-    const xml::Node resources = m_document.root().firstElement("resources");
-    for (xml::Node element = resources.firstElement(); element; element = element.nextElement())
-        if (element.attribute("id") == id) return element;
-    return {};
+std::vector<xml::Node> FCPXMLDocument::resourceGroups() const {
+    std::vector<xml::Node> groups;
+    collectGroups(root(), groups);
+    return groups;
 }
 
-xml::Node FCPXMLDocument::spine() const {
-    const auto ref = clip().attribute("ref");
-    return ref ? resource(*ref).firstElement("sequence").firstElement("spine") : xml::Node();
+FCPXMLDocument::Resources FCPXMLDocument::resources() const {
+    Resources found;
+    for (const xml::Node group : resourceGroups())
+        for (xml::Node element = group.firstElement(); element; element = element.nextElement())
+            if (const auto id = element.attribute("id"); id && !found.contains(*id)) found.insert(*id, element);
+    return found;
+}
+
+xml::Node FCPXMLDocument::spineOf(xml::Node clip, const Resources& resources) {
+    if (isTimeline(clip)) return (clip.isNamed("project") ? clip.firstElement("sequence") : clip).firstElement("spine");
+    const auto ref = clip.attribute("ref");
+    return ref ? resources.value(*ref).firstElement("sequence").firstElement("spine") : xml::Node();
 }
 
 std::vector<xml::Node> FCPXMLDocument::elements(const char* name) const {
@@ -119,9 +199,14 @@ std::vector<FCPXMLDocument::MediaReference> FCPXMLDocument::media() const {
         for (xml::Node child = asset.firstElement(); child; child = child.nextElement())
             if (child.isNamed("media-rep"))
                 found.push_back(
-                    {child, id, uid, child.attribute("kind").value_or("original-media") == "original-media", m_folder});
-        if (found.size() == before && asset.attribute("src")) found.push_back({asset, id, uid, true, m_folder});
+                    {.holder = child,
+                                 .assetId = id,
+                                 .uid = uid,
+                                 .isOriginal = child.attribute("kind").value_or("original-media") == "original-media",
+                                 .folder = m_folder});
+        if (found.size() == before && asset.attribute("src")) found.push_back({.holder = asset, .assetId = id, .uid = uid, .folder = m_folder});
     }
+    identify(found);
     return found;
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "blocks/ArrangementFailure.h"
+#include "blocks/MediaIdentity.h"
 #include "xml/Document.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <expected>
 #include <filesystem>
@@ -28,12 +30,16 @@ public:
         QByteArray assetId;     ///< empty when it has none
         QByteArray uid;         ///< of the asset, empty when it has none
         bool isOriginal = true; ///< false for a proxy that stands beside the original
+        /// By what its file is known where it does not lie where it is looked for.
+        MediaIdentity identity = MediaIdentity::uid;
         std::shared_ptr<const std::filesystem::path> folder = {}; ///< the document's, where it was read from a file
 
         /// The file behind "src"; none when that is missing or no file of this machine. What is relative counts from
         /// the document's folder.
         std::optional<std::filesystem::path> file() const;
         bool isRelative() const;
+        /// The file's name for the eye; what stands there instead where it is no file of this machine.
+        QString shownName() const;
         /// Points it at a file, by its absolute URL or, where `from` is given, as it is reached from there; the
         /// bookmark, which would name another one, goes.
         void setFile(const std::filesystem::path& file, const std::optional<std::filesystem::path>& from = {});
@@ -44,16 +50,28 @@ public:
     /// A document's bytes. Only of a regular file, and of none that is larger than `largest`.
     static std::expected<QByteArray, ArrangementFailure> bytesOf(const std::filesystem::path& file);
 
-    /// The clip's own name, else that of the first compound media.
+    /// The clip's own name; else that of the file, where the document is a whole library, event or project; else that
+    /// of the first compound media.
     std::optional<QString> derivedName() const;
 
     xml::Node root() const { return m_document.root(); }
-    /// What was dragged: the first element that is neither the resources nor the options of an import.
+    /// The timelines ("project" and "sequence") and then the loose clips that stand at the top of the document or in its
+    /// library and events, each in document order. Where there are none, the first element that is neither the
+    /// resources nor the options of an import; nothing for a document without such an element.
+    std::vector<xml::Node> clips() const;
+    /// The first of them, which stands for the document.
     xml::Node clip() const;
-    /// The resource with this id; no node when there is none.
-    xml::Node resource(const QByteArray& id) const;
-    /// The storyline of the compound clip that `clip` stands for; no node for every other clip.
-    xml::Node spine() const;
+    /// Whether an element of `clips` is a timeline.
+    static bool isTimeline(xml::Node clip);
+    /// Whether an element is a clip, or something else that may stand in a storyline.
+    static bool isLooseClip(xml::Node element);
+    /// The groups of resources: at the top, and where the earliest versions have them, in projects and events.
+    std::vector<xml::Node> resourceGroups() const;
+    using Resources = QHash<QByteArray, xml::Node>;
+    /// By their ids; of several with one id the first.
+    Resources resources() const;
+    /// The storyline of a timeline, or of the compound clip that a clip stands for; no node for every other clip.
+    static xml::Node spineOf(xml::Node clip, const Resources& resources);
 
     /// Every element of that name, in document order. Those within one of them, or within an asset, do not count: there
     /// are none in a valid document.
@@ -70,6 +88,7 @@ private:
 
     xml::Document m_document;
     std::shared_ptr<const std::filesystem::path> m_folder; ///< none for bytes from elsewhere
+    QString m_fileName;                                    ///< without its extension; empty likewise
 };
 
 } // namespace quillary

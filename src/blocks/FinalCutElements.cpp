@@ -88,18 +88,24 @@ std::vector<fs::path> FinalCutElements::alike(const QByteArray& uid, const std::
     return files;
 }
 
-std::optional<fs::path> FinalCutElements::find(const QByteArray& uid, const std::string& likelyName) {
+std::optional<fs::path> FinalCutElements::find(const QByteArray& uid, const std::string& likelyName,
+                                               MediaIdentity identity) {
+    if (identity == MediaIdentity::nothing) return {};
     const auto& all = entries();
-    if (!uid.isEmpty())
-        if (const auto marked = m_byUID.lower_bound(uid); marked != m_byUID.end() && marked->first == uid)
-            return all[marked->second].path;
+    const auto [first, last] = m_byName.equal_range(likelyName);
+    if (!uid.isEmpty()) {
+        for (auto named = first; named != last; ++named)
+            if (all[named->second].uid == uid) return all[named->second].path;
+        const auto marked = m_byUID.lower_bound(uid);
+        const bool isMarked = marked != m_byUID.end() && marked->first == uid;
+        if (isMarked && identity == MediaIdentity::uid) return all[marked->second].path;
+    }
     // What bears another asset's mark is never taken for this one.
     const auto free = [&](std::size_t number) { return uid.isEmpty() || all[number].uid.isEmpty(); };
-    const auto [first, last] = m_byName.equal_range(likelyName);
     for (auto named = first; named != last; ++named)
         if (free(named->second)) return all[named->second].path;
     const std::string beginning = prefix(uid);
-    if (beginning.empty()) return {};
+    if (beginning.empty() || identity == MediaIdentity::name) return {};
     for (auto named = m_byName.lower_bound(beginning); named != m_byName.end(); ++named) {
         if (!named->first.starts_with(beginning)) break;
         if (free(named->second)) return all[named->second].path;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "blocks/MediaIdentity.h"
+
 #include <QByteArray>
 #include <array>
 #include <filesystem>
@@ -37,10 +39,12 @@ public:
     /// Best effort: a file system without attributes keeps no mark.
     static void writeUID(const QByteArray& uid, const std::filesystem::path& file);
 
-    /// The copy of the asset with this UID: the first file that bears its mark, in the order of the folders above, else
-    /// one without a mark that is named like its copies: `likelyName` first. Without a UID only `likelyName` counts,
-    /// which is the last component of the reference that leads nowhere.
-    std::optional<std::filesystem::path> find(const QByteArray& uid, const std::string& likelyName);
+    /// The copy of the asset with this UID: of the files that bear its mark the one named `likelyName`, else the first,
+    /// in the order of the folders above; else one without a mark that is named like its copies: `likelyName` first.
+    /// Without a UID, and where the document has several files of the asset, only `likelyName` counts, which is the last
+    /// component of the reference that leads nowhere.
+    std::optional<std::filesystem::path> find(const QByteArray& uid, const std::string& likelyName,
+                                              MediaIdentity identity = MediaIdentity::uid);
 
     /// Every file that bears the UID's mark or, without a UID, that name.
     std::vector<std::filesystem::path> alike(const QByteArray& uid, const std::string& name);

@@ -2,6 +2,7 @@
 
 #include "base/NumberedName.h"
 #include "base/Try.h"
+#include "blocks/MediaWholeness.h"
 #include "platform/FileAttributes.h"
 
 #include <chrono>
@@ -44,13 +45,29 @@ bool MediaCopier::isTheAssets(const fs::path& copy, std::uintmax_t copied, const
     }
     const QByteArray mark = FinalCutElements::readUID(copy);
     if (!mark.isEmpty() && mark != source.uid) return false;
-    if (mark.isEmpty()) FinalCutElements::writeUID(source.uid, copy);
-    // An asset that was copied before is not looked at again, unless this document holds two files of one UID.
+    // An asset that was copied before is not looked at again, unless this document holds several files of one UID or
+    // the copy is but a part.
     const auto before = m_given.find(copy.native());
     const bool ofAnotherFile = before != m_given.end() && source.file && before->second != source.file->native();
-    if (!numbered && !ofAnotherFile) return true;
+    const bool isAlone = source.identity == MediaIdentity::uid;
+    if (!numbered && !ofAnotherFile && isAlone && !MediaWholeness::isCutShort(copy)) return true;
     const auto size = sourceSize();
-    return size == copied || (!numbered && !size);
+    const bool isKnownByName = isAlone || (source.identity == MediaIdentity::name && !ofAnotherFile);
+    return size == copied || (!numbered && !size && isKnownByName);
+}
+
+std::optional<fs::path> MediaCopier::found(const Source& source) {
+    const bool known = source.file && FinalCutElements::holds(*source.file);
+    return m_elements.find(source.uid, known ? source.file->filename().native() : "", source.identity);
+}
+
+bool MediaCopier::isMissing(const Source& source, const fs::path& folder) {
+    std::error_code unknown;
+    if (source.file && fs::exists(*source.file, unknown)) return false;
+    if (unknown && unknown != std::errc::no_such_file_or_directory) return false;
+    const fs::path copy = folder / copyName(source).at(1);
+    const auto copied = regularFileSize(copy);
+    return !(copied && isTheAssets(copy, *copied, source, false)) && !found(source);
 }
 
 std::expected<PendingFile, FileError> MediaCopier::filled(const Source& source, const fs::path& folder) {
@@ -65,6 +82,7 @@ std::expected<PendingFile, FileError> MediaCopier::filled(const Source& source, 
     TRY(copy.copyFrom(*source.file, report, m_progress.stop));
     m_done += regularFileSize(*source.file).value_or(0);
     if (!source.uid.isEmpty()) copy.setAttribute(FinalCutElements::uidAttribute, source.uid.toStdString());
+    copy.setAttribute(MediaWholeness::sizeAttribute, std::to_string(regularFileSize(copy.readablePath()).value_or(0)));
     copy.setModified(std::chrono::system_clock::now());
     TRY(copy.sync());
     return copy;
@@ -86,16 +104,18 @@ std::expected<fs::path, FileError> MediaCopier::copyMedia(const Source& source, 
         fs::path candidate = folder / name;
         const auto there = regularFileSize(candidate);
         if (there || isTaken(candidate)) {
-            if (there && isTheAssets(candidate, *there, source, n > 1)) return given(std::move(candidate));
+            if (there && isTheAssets(candidate, *there, source, n > 1)) {
+                FinalCutElements::writeUID(source.uid, candidate);
+                return given(std::move(candidate));
+            }
             ++n;
             continue;
         }
         if (!copy) {
             auto made = filled(source, folder);
             if (!made) {
-                const bool known = source.file && FinalCutElements::holds(*source.file);
-                const auto found = m_elements.find(source.uid, known ? source.file->filename().native() : "");
-                if (made.error().code == ENOENT && found) return *found;
+                const auto kept = made.error().code == ENOENT ? found(source) : std::nullopt;
+                if (kept) return *kept;
                 return std::unexpected(made.error());
             }
             copy = *std::move(made);

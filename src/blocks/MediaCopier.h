@@ -30,12 +30,14 @@ struct MediaProgress {
 ///
 /// A copy's name is made from the asset's UID and the file's name, so that the same asset always lands on the same
 /// file and is copied once, also by two processes at the same time. A name that is taken by another file (another
-/// asset's mark, another size where there is no UID, another file of this very document) gets a number instead.
+/// asset's mark, another size where there is no UID, another file of this very document, a copy that was cut short) gets
+/// a number instead.
 class MediaCopier {
 public:
     struct Source {
         std::optional<std::filesystem::path> file; ///< none when the document names no file of this machine
         QByteArray uid;                            ///< of the asset; may be empty
+        MediaIdentity identity = MediaIdentity::uid;
     };
 
     explicit MediaCopier(FinalCutElements& elements, MediaProgress progress = {})
@@ -43,6 +45,9 @@ public:
 
     /// Tells beforehand of a copy that is to come, so that the progress knows its whole.
     void announce(const Source& source, const std::filesystem::path& folder);
+
+    /// Whether there is nothing that `copyMedia` could take: the source is gone, and the library holds no copy of it.
+    bool isMissing(const Source& source, const std::filesystem::path& folder);
 
     /// The place of the asset's file in the library: where it lies already, or a copy in `folder`, which is made when
     /// it is missing. Links are followed; what is no regular file is refused. A copy has its final name when it is
@@ -53,6 +58,8 @@ public:
 private:
     bool isTheAssets(const std::filesystem::path& copy, std::uintmax_t copied, const Source& source,
                      bool numbered) const;
+    /// What the library holds of a source that is gone.
+    std::optional<std::filesystem::path> found(const Source& source);
     std::uint64_t announcedBytes() const;
     std::expected<platform::PendingFile, platform::FileError> filled(const Source& source,
                                                                      const std::filesystem::path& folder);

@@ -59,15 +59,14 @@ std::expected<void, ArrangementFailure> checkSpace(const fs::path& folder, std::
 /// The files of a document, each with a name of its own.
 class Packing {
 public:
-    /// Fails for what is no file.
-    std::expected<std::string, ArrangementFailure> add(const FCPXMLDocument::MediaReference& reference,
-                                                       const QString& block) {
+    /// Absent for what is no file.
+    std::optional<std::string> add(const FCPXMLDocument::MediaReference& reference) {
         const auto file = reference.file();
         const auto size = file ? platform::regularFileSize(*file) : std::nullopt;
-        if (!size)
-            return std::unexpected(ArrangementFailure::noMedia(
-                block,
-                translate("Blocks", "%1 is missing.").arg(file ? shown(file->filename()) : QStringLiteral("?"))));
+        if (!size) {
+            missing.append(reference.shownName());
+            return {};
+        }
         const auto [place, isNew] = m_names.try_emplace(*file);
         if (!isNew) return place->second;
         const NumberedName names = NumberedName::ofFileName(originalName(*file, reference.uid));
@@ -79,6 +78,7 @@ public:
     const std::map<fs::path, std::string>& names() const { return m_names; }
 
     std::uintmax_t bytes = 0;
+    QStringList missing;
 
 private:
     std::map<fs::path, std::string> m_names;
@@ -100,9 +100,13 @@ std::expected<Portable, ArrangementFailure> makePortable(ArrangementStore& store
     Packing packing;
     auto references = document.media();
     for (auto& reference : references) {
-        const std::string packed = TRY(packing.add(reference, shownStem(block)));
-        reference.setFile(place / mediaFolder / packed, place);
+        const auto packed = packing.add(reference);
+        if (packed) reference.setFile(place / mediaFolder / *packed, place);
     }
+    packing.missing.removeDuplicates();
+    if (!packing.missing.isEmpty())
+        return std::unexpected(
+            ArrangementFailure::noMedia(shownStem(block), ArrangementFailure::missing(packing.missing)));
     TRY(checkSpace(place, packing.bytes));
 
     platform::removeAbandonedFiles(place);
@@ -115,7 +119,11 @@ std::expected<Portable, ArrangementFailure> makePortable(ArrangementStore& store
             if (progress.report) progress.report(done + bytes, packing.bytes);
         };
         const auto copied = copy(source, folder->path() / mediaFolder / packed, report, progress.stop);
-        if (!copied) return failure(copied.error());
+        if (!copied && copied.error().code == ECANCELED) return failure(copied.error());
+        if (!copied)
+            return std::unexpected(ArrangementFailure::noMedia(
+                shownStem(block),
+                QStringLiteral("%1: %2").arg(shown(source.filename()), copied.error().description())));
         done += platform::regularFileSize(source).value_or(0);
     }
     const std::string stem = blockStem(shownStem(block));

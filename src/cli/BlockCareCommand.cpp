@@ -98,6 +98,8 @@ QString word(BlockHealth::State state) {
         return QStringLiteral("moved");
     case BlockHealth::State::duplicate:
         return QStringLiteral("duplicate");
+    case BlockHealth::State::incomplete:
+        return QStringLiteral("incomplete");
     case BlockHealth::State::present:
         break;
     }

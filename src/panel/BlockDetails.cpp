@@ -35,9 +35,12 @@ BlockDetails BlockDetails::of(const Arrangement& block, const BlockHealth* healt
     if (!health) return details;
     const auto missing = health->count(BlockHealth::State::missing);
     const auto moved = health->count(BlockHealth::State::moved);
-    details.isIncomplete = missing > 0;
+    const auto incomplete = health->count(BlockHealth::State::incomplete);
+    details.isIncomplete = missing + incomplete > 0;
     if (missing > 0)
         details.problem = translate("Blocks", "%n missing", nullptr, missing);
+    else if (incomplete > 0)
+        details.problem = translate("Blocks", "%n incomplete", nullptr, incomplete);
     else if (moved > 0)
         details.problem = translate("Blocks", "%n moved", nullptr, moved);
     return details;

@@ -25,7 +25,7 @@ struct BlockDetails {
 
     /// What is wrong with its media, such as "2 missing"; empty while nothing is.
     Q_PROPERTY(QString problem MEMBER problem FINAL)
-    /// Whether media are missing, not merely elsewhere.
+    /// Whether media are missing or cut short, not merely elsewhere.
     Q_PROPERTY(bool isIncomplete MEMBER isIncomplete FINAL)
 
 public:

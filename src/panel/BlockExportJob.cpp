@@ -34,7 +34,7 @@ void BlockExportJob::exportBlock(const QString& url, Format format, bool areTarg
                         .output = {},
                         .folder = folder,
                         .areTargetsRelative = areTargetsRelative});
-            if (!written) return std::unexpected(written.error().description());
+            if (!written) return std::unexpected(written.error().line());
             return Written{written->output, written->leftOut};
         });
 }
@@ -55,8 +55,7 @@ void BlockExportJob::makePortable(const QString& url) {
                                          .stop = stop};
             const auto made = BlockExport::makePortable(store, block, folder, shownStem(block), progress);
             if (made) return Written{made->folder, {}};
-            const QString reason = made.error().recoverySuggestion();
-            return std::unexpected(made.error().description() + (reason.isEmpty() ? QString() : u'\n' + reason));
+            return std::unexpected(made.error().line());
         });
 }
 

@@ -15,14 +15,16 @@ int urgency(const BlockHealth::Media& media) {
     switch (media.state) {
     case Health::missing:
         return 0;
-    case Health::moved:
+    case Health::incomplete:
         return 1;
-    case Health::duplicate:
+    case Health::moved:
         return 2;
+    case Health::duplicate:
+        return 3;
     case Health::present:
         break;
     }
-    return 3;
+    return 4;
 }
 
 } // namespace
@@ -75,6 +77,8 @@ QVariant BlockMediaModel::data(const QModelIndex& index, int role) const {
         return translate("Blocks", "Found in %1").arg(folder);
     case Health::duplicate:
         return translate("Blocks", "There is another copy in the library");
+    case Health::incomplete:
+        return translate("Blocks", "Only a part of it is in %1").arg(folder);
     case Health::present:
         break;
     }

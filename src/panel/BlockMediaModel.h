@@ -20,7 +20,7 @@ class BlockMediaModel : public quillary::RowListModel { // qualified: the QML ty
     Q_PROPERTY(int count READ count NOTIFY changed FINAL)
 
 public:
-    enum class State { Present, Missing, Moved, Duplicate };
+    enum class State { Present, Missing, Moved, Duplicate, Incomplete };
     Q_ENUM(State)
     enum Role { NameRole = Qt::UserRole, StateRole, TellingRole };
 

@@ -24,7 +24,7 @@ namespace {
 
 template <typename Value>
 std::expected<Value, QString> described(std::expected<Value, ArrangementStore::Failure> result) {
-    if (!result) return std::unexpected(result.error().description());
+    if (!result) return std::unexpected(result.error().line());
     if constexpr (std::is_void_v<Value>)
         return {};
     else
@@ -43,10 +43,15 @@ std::optional<Clip> clipIn(const platform::ItemProvider& item) {
     return isDocument(item) ? std::optional(FCPXMLDocument::read(*item.fileURL())) : std::nullopt;
 }
 
-std::expected<QString, QString> told(int saved, const QString& failure) {
-    if (!failure.isEmpty()) return std::unexpected(failure);
+std::expected<QString, QString> told(int saved, const QStringList& failures) {
+    const QString done = translate("Blocks", "Saved %n block(s)", nullptr, saved);
+    if (!failures.isEmpty()) {
+        QString text = failures.front();
+        if (failures.size() > 1) text += translate("Blocks", " · %n more failed", nullptr, failures.size() - 1);
+        return std::unexpected(saved > 0 ? QStringLiteral("%1 · %2").arg(done, text) : text);
+    }
     if (saved == 0) return std::unexpected(translate("Blocks", "That drag carried no Final Cut clip"));
-    return translate("Blocks", "Saved %n block(s)", nullptr, saved);
+    return done;
 }
 
 } // namespace
@@ -150,7 +155,7 @@ void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& provi
                 copying->done = done;
             }};
             int saved = 0;
-            QString failure;
+            QStringList failures;
             for (const auto& provider : providers) {
                 auto clip = clipIn(provider);
                 if (!clip) continue;
@@ -159,9 +164,9 @@ void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& provi
                 if (block)
                     ++saved;
                 else
-                    failure = block.error().description();
+                    failures.append(block.error().line());
             }
-            return told(saved, failure);
+            return told(saved, failures);
         },
         [this](const std::expected<QString, QString>& outcome) {
             if (--m_savesUnderWay == 0) m_progressTick.stop();

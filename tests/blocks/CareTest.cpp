@@ -62,6 +62,51 @@ TEST_F(CareTest, TellsHowMediaAre) {
     EXPECT_THAT(states(block), ElementsAre(State::moved, State::present, State::missing));
 }
 
+TEST_F(CareTest, TellsFilesOfOneAssetApart) {
+    const fs::path block = saved("B", {{.id = "r2", .uid = "AAAAAAAA1", .file = media("one.mov", "1")},
+                                       {.id = "r3", .uid = "AAAAAAAA1", .file = media("two.mov", "2")}});
+    EXPECT_THAT(states(block), ElementsAre(State::present, State::present));
+    fs::remove(videoElements / "AAAAAAAA-two.mov");
+    EXPECT_THAT(states(block), ElementsAre(State::present, State::missing));
+    EXPECT_EQ(store.useFoundMedia(block), 0);
+    // The mark alone would find the other; the name finds this one.
+    const fs::path elsewhere = root / "Recent/Final Cut Elements/AAAAAAAA-two.mov";
+    writeFile(elsewhere, "2");
+    FinalCutElements::writeUID("AAAAAAAA1", elsewhere);
+    EXPECT_THAT(states(block), ElementsAre(State::present, State::moved));
+    EXPECT_EQ(health(block).media[1].path, elsewhere);
+}
+
+TEST_F(CareTest, FindsCopiesThatWereCutShort) {
+    const auto box = [](const char* kind, std::size_t bytes) {
+        const auto length = static_cast<char>(8 + bytes);
+        return std::string{0, 0, 0, length} + kind + std::string(bytes, 'x');
+    };
+    const std::string film = box("ftyp", 8) + box("mdat", 40) + box("moov", 16);
+    const std::string sound = std::string("RIFF") + std::string{44, 0, 0, 0} + "WAVE" + std::string(40, 's');
+    const std::string picture = std::string("\x89PNG\r\n\x1a\n") + box("IHDR", 5).replace(3, 1, 1, 5) + "crc!" +
+                                std::string(4, '\0') + "IEND" + "crc!";
+    const std::string text = "text that tells no length";
+    const fs::path block =
+        saved("B", {{.id = "r2", .uid = "A", .file = media("film.mov", film)},
+                    {.id = "r3", .uid = "B", .file = media("sound.wav", sound)},
+                    {.id = "r4", .uid = "C", .file = media("picture.png", picture)},
+                    {.id = "r5", .uid = "D", .file = media("plain.mov", text)}});
+    EXPECT_THAT(states(block), ElementsAre(State::present, State::present, State::present, State::present));
+    // What tells its length is known without the mark of its size, as of copies that bear none.
+    std::vector<fs::path> copies;
+    for (const auto& media : health(block).media) copies.push_back(media.path);
+    for (std::size_t i = 0; i < copies.size(); ++i) {
+        if (i < 3) platform::removeAttribute(copies[i], "com.quillary.mediaSize");
+        fs::resize_file(copies[i], fs::file_size(copies[i]) - 5);
+    }
+    EXPECT_THAT(states(block), ElementsAre(State::incomplete, State::incomplete, State::incomplete, State::incomplete));
+    writeFile(copies[0], box("ftyp", 8) + box("mdat", 40));
+    EXPECT_EQ(states(block)[0], State::incomplete) << "nothing tells what is in it";
+    writeFile(copies[0], film);
+    EXPECT_EQ(states(block)[0], State::present);
+}
+
 TEST_F(CareTest, ReadsOnlyWhatChanged) {
     const fs::path block = saved("B", {asset("one.mov")});
     const fs::path other = saved("C", {asset("two.mov", "C")});

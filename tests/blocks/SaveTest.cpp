@@ -2,6 +2,7 @@
 #include "support/SmallFileSystem.h"
 
 #include <QStringEncoder>
+#include <fstream>
 #include <thread>
 
 namespace quillary::test {
@@ -92,6 +93,103 @@ TEST_F(SaveTest, NamesBlocks) {
     EXPECT_TRUE(save(clip(R"(name="From the clip")"), {}, u"Other"_s));
 }
 
+TEST_F(SaveTest, NamesWholeDocumentsByTheirTimelineElseByTheirFile) {
+    const auto saved = [&](const QByteArray& clips, const QByteArray& resources = {}) {
+        writeFile(folder / "exports/My Cut.fcpxml", fcpxml(8, resources, clips).toStdString());
+        auto document = FCPXMLDocument::read(folder / "exports/My Cut.fcpxml");
+        EXPECT_TRUE(document);
+        auto block = store.save(*std::move(document), {}, {});
+        EXPECT_TRUE(block) << block.error().description().toStdString();
+        return block.value_or(Arrangement());
+    };
+    const QByteArray spine = R"(<sequence duration="9s" tcStart="3600s"><spine>
+        <asset-clip name="first" offset="3600s" duration="4s"><title name="T" lane="1"/></asset-clip>
+        <asset-clip name="second" offset="3604s" duration="5s"/></spine></sequence>)";
+    const QByteArray media = R"(<media id="r7" name="Nested"><sequence><spine/></sequence></media>)";
+    const Arrangement cut =
+        saved("<library><event name='Day 1'><asset-clip name='loose' duration='1s'/><project name='Timeline 1'>" +
+                  spine + "</project></event></library>",
+              media);
+    EXPECT_EQ(cut.name, u"Timeline 1");
+    EXPECT_EQ(cut.summary.seconds, 9);
+    ASSERT_EQ(cut.summary.layers.size(), 3U);
+    EXPECT_EQ(cut.summary.layers[1].name, u"T");
+    EXPECT_EQ(saved("<library><event><project>" + spine + "</project></event></library>", media).name, u"My Cut");
+    EXPECT_EQ(saved("<asset-clip name='before'/><project>" + spine + "</project>").name, u"My Cut 2");
+    EXPECT_EQ(saved("<library/>", media).name, u"My Cut 3");
+    EXPECT_EQ(saved("<ref-clip ref='r7'/>", media).name, u"Nested") << "a bare clip is no whole document";
+    // Without a file there is no such name.
+    EXPECT_EQ(save(fcpxml(8, media, "<project>" + spine + "</project>"))->name, u"Nested 2");
+}
+
+TEST_F(SaveTest, KeepsEveryClipOfADocument) {
+    const ClipAsset first{.id = "r2", .uid = "", .file = media("one.mov", "1")};
+    const ClipAsset second{.id = "r3", .uid = "", .file = media("two.mov", "22")};
+    const QByteArray two =
+        fcpxml(13, assetElement(first, 13) + assetElement(second, 13),
+               R"(<asset-clip ref="r2" name="One" duration="2s"/><asset-clip ref="r3" name="Two" duration="3s"/>)");
+    EXPECT_EQ(store.singleMediaFile(two, {}), std::nullopt) << "one of them would be lost";
+    EXPECT_EQ(ArrangementStore::mediaOfSingleClip(two), std::nullopt);
+    const auto block = save(two);
+    ASSERT_TRUE(block);
+    EXPECT_EQ(block->name, u"One");
+    EXPECT_EQ(block->summary.layers.size(), 2U);
+    EXPECT_EQ(block->summary.seconds, 5);
+    EXPECT_THAT(referencesOf(block->url), ElementsAre(videoElements / "one.mov", videoElements / "two.mov"));
+}
+
+TEST_F(SaveTest, TellsFilesOfOneAssetApart) {
+    // An original and its proxy: two files of one UID, in one asset.
+    const auto clip = [&](const fs::path& original, const fs::path& proxy) {
+        return fcpxml(13,
+                      "<asset id='r2' name='a' uid='ABCDABCDABCD' duration='5s' hasVideo='1'><media-rep "
+                      "kind='proxy-media' src='" +
+                          fileUrl(proxy) + "'/><media-rep kind='original-media' src='" + fileUrl(original) +
+                          "'/></asset>",
+                      R"(<asset-clip ref="r2" name="Pair" duration="5s"/>)");
+    };
+    const fs::path original = media("clip.mov", "the original");
+    const fs::path proxy = media("proxy/clip.mov", "proxy");
+    const auto block = save(clip(original, proxy));
+    ASSERT_TRUE(block);
+    const auto kept = referencesOf(block->url);
+    EXPECT_EQ(readFile(kept[0]), "proxy");
+    EXPECT_EQ(readFile(kept[1]), "the original");
+    // One of the two is gone: the other is not taken for it.
+    fs::remove(proxy);
+    fs::remove(kept[0]);
+    EXPECT_THAT(references(*store.xml(block->url)), ElementsAre(kept[0], kept[1]));
+    const auto again = save(clip(original, proxy), u"Again"_s);
+    ASSERT_FALSE(again);
+    EXPECT_EQ(again.error().line(), u"Couldn’t copy the media for “Again”: clip.mov is missing.");
+    // In another folder it is known by its name.
+    const fs::path elsewhere = recent / "Final Cut Elements" / kept[0].filename();
+    writeFile(elsewhere, "proxy");
+    FinalCutElements::writeUID("ABCDABCDABCD", elsewhere);
+    EXPECT_THAT(references(*store.xml(block->url)), ElementsAre(elsewhere, kept[1]));
+}
+
+TEST_F(SaveTest, StoresNothingOfAFileThatChangesMeanwhile) {
+    const fs::path file = media("growing.mov", std::string(40 << 20, 'g'));
+    const QByteArray xml = compound("Growing", {{.file = file}});
+    bool isTouched = false;
+    const auto refused = store.save(xml, {}, {}, {[&](auto, auto) {
+                                        if (!std::exchange(isTouched, true)) std::ofstream(file, std::ios::app) << "more";
+                                    }});
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().line(),
+              u"Couldn’t copy the media for “Growing”: growing.mov: It is being changed by another program");
+    EXPECT_EQ(everything(), std::set<std::string>());
+    const auto kept = save(xml);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(fs::file_size(referencesOf(kept->url).front()), fs::file_size(file));
+    // A copy that an earlier run left half done is not taken for the file.
+    fs::resize_file(referencesOf(kept->url).front(), 1000);
+    const auto whole = save(xml, u"Whole"_s);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(fs::file_size(referencesOf(whole->url).front()), fs::file_size(file));
+}
+
 TEST_F(SaveTest, TellsCopiesOfDifferentFilesApart) {
     const auto copied = [&](const ClipAsset& asset) {
         const auto block = save(compound("Any", {asset}));
@@ -158,7 +256,14 @@ TEST_F(SaveTest, RefusesWhatItCannotKeepAndLeavesNoBlock) {
         EXPECT_EQ(refused.error().description(), u"Couldn’t copy the media for “Clip”");
         EXPECT_FALSE(refused.error().recoverySuggestion().isEmpty());
     }
-    EXPECT_EQ(everything(), std::set<std::string>{"Videos/Final Cut Elements/A1B2C3D4-first.mov"});
+    for (const auto& kept : everything()) EXPECT_EQ(kept, "Videos/Final Cut Elements/A1B2C3D4-first.mov");
+    std::vector<ClipAsset> gone;
+    for (int n = 1; n <= 6; ++n)
+        gone.push_back({.id = "g" + QByteArray::number(n), .uid = "", .file = folder / (std::to_string(n) + ".mov")});
+    EXPECT_EQ(save(compound("Gone", gone)).error().recoverySuggestion(),
+              u"1.mov, 2.mov, 3.mov and 3 more are missing.");
+    gone.resize(2);
+    EXPECT_EQ(save(compound("Gone", gone)).error().recoverySuggestion(), u"1.mov and 2.mov are missing.");
 }
 
 TEST_F(SaveTest, RefusesWhatIsNoDocument) {

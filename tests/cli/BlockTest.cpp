@@ -114,7 +114,9 @@ TEST_F(BlockTest, ChecksAndPacksBlocks) {
     EXPECT_TRUE(table.out.contains("Opening") && table.out.contains("missing") && table.err.contains("gone.fcpxml"));
     EXPECT_EQ(run({u"block"_s, u"check"_s, block}).status, 0);
 
-    EXPECT_EQ(json({u"block"_s, u"portable"_s, block}).status, 1);
+    const Ended incomplete = json({u"block"_s, u"portable"_s, block});
+    EXPECT_EQ(incomplete.status, 1);
+    EXPECT_EQ(incomplete.object()["suggestion"_L1], u"no uid.mov is missing."_s);
     EXPECT_FALSE(fs::exists(m_folder / "Opening"));
     writeFile(root() / "Library/Videos/Final Cut Elements/no uid.mov", "back");
     const QJsonObject packed = json({u"block"_s, u"portable"_s, block}).object();
@@ -139,6 +141,9 @@ TEST_F(BlockTest, TellsWhatIsWrongWithADocument) {
         EXPECT_EQ(ended.status, 1);
         EXPECT_TRUE(ended.error().contains(told)) << ended.error().toStdString();
         EXPECT_TRUE(ended.object().contains("suggestion"_L1));
+        if (file.endsWith(u"gone.fcpxml")) {
+            EXPECT_EQ(ended.object()["suggestion"_L1], u"gone.mov is missing."_s);
+        }
     }
     EXPECT_EQ(
         run({u"--json"_s, u"block"_s, u"save"_s, u"-"_s}, "<fcpxml><clip name='In'/></fcpxml>").object()["name"_L1],

@@ -95,7 +95,7 @@ TEST_F(BlocksShelfTest, WhatIsNoClipIsToldAndStoresNothing) {
     settle();
     EXPECT_EQ(note(), u"That drag carried no Final Cut clip");
     drop({offered(singleClip({.file = folder / "gone.mov"}))});
-    EXPECT_EQ(note(), u"Couldn’t copy the media for “Single”");
+    EXPECT_EQ(note(), u"Couldn’t copy the media for “Single”: gone.mov is missing.");
     EXPECT_TRUE(shelf().blocks().empty());
 }
 

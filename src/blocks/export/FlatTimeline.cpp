@@ -16,7 +16,8 @@ std::expected<FlatTimeline, ArrangementFailure> flattened(const FCPXMLDocument& 
 
     bool isExact = walk.isExact() && timeline.duration.isValid() && (!timeline.start || timeline.start->isValid());
     for (const auto& track : timeline.tracks)
-        for (const auto& item : track.items) isExact = isExact && item.end().isValid() && item.mediaStart.isValid();
+        for (const auto& item : track.items)
+            isExact = isExact && item.end().isValid() && item.mediaStart.isValid() && item.speed.isValid();
     if (!isExact)
         return std::unexpected(ArrangementFailure::unreadable(
             translate("Blocks", "The times in this block are too fine to be kept exactly.")));

@@ -50,6 +50,7 @@ public:
         QJsonObject stack = composable(QStringLiteral("Stack.1"), QStringLiteral("tracks"));
         stack.insert(QStringLiteral("source_range"), QJsonValue());
         stack.insert(QStringLiteral("children"), tracks);
+        stack.insert(QStringLiteral("markers"), markers(m_timeline.markers, m_timeline.rate));
         QJsonObject made = named(QStringLiteral("Timeline.1"), m_timeline.name);
         made.insert(QStringLiteral("global_start_time"),
                     m_timeline.start ? QJsonValue(time(*m_timeline.start, m_timeline.rate)) : QJsonValue());
@@ -100,6 +101,56 @@ private:
                 {QStringLiteral("duration"), time(duration, rate ? rate : wanted)}};
     }
 
+    /// Of something that is only told, and therefore may be rounded to frames.
+    QJsonObject roundedRange(const Rational& start, const Rational& duration, const std::optional<Rational>& wanted) {
+        if (rateFor({start, duration}, {wanted, m_timeline.rate})) return range(start, duration, wanted);
+        const Rational rate = wanted.value_or(m_timeline.rate.value_or(Rational(1000)));
+        return range(Rational((start * rate).floor()) / rate, Rational((duration * rate).floor()) / rate, rate);
+    }
+
+    QJsonArray markers(const std::vector<FlatTimeline::Marker>& markers, const std::optional<Rational>& rate) {
+        using Kind = FlatTimeline::Marker::Kind;
+        QJsonArray made;
+        for (const auto& marker : markers) {
+            const bool isToDo = marker.kind == Kind::toDo || marker.kind == Kind::done;
+            QJsonObject told{{QStringLiteral("kind"), marker.kind == Kind::chapter ? QStringLiteral("chapter-marker")
+                                                                                   : QStringLiteral("marker")}};
+            if (isToDo) told.insert(QStringLiteral("completed"), marker.kind == Kind::done);
+            if (!marker.note.isEmpty()) told.insert(QStringLiteral("note"), marker.note);
+            QJsonObject one = named(QStringLiteral("Marker.2"), marker.name);
+            one.insert(QStringLiteral("metadata"), QJsonObject{{QStringLiteral("fcpxml"), told}});
+            one.insert(QStringLiteral("comment"), marker.note);
+            one.insert(QStringLiteral("color"), color(marker.kind));
+            one.insert(QStringLiteral("marked_range"), roundedRange(marker.start, marker.duration, rate));
+            made.append(one);
+        }
+        return made;
+    }
+    static QString color(FlatTimeline::Marker::Kind kind) {
+        switch (kind) {
+        case FlatTimeline::Marker::Kind::toDo:
+            return QStringLiteral("RED");
+        case FlatTimeline::Marker::Kind::done:
+            return QStringLiteral("GREEN");
+        case FlatTimeline::Marker::Kind::chapter:
+            return QStringLiteral("ORANGE");
+        case FlatTimeline::Marker::Kind::plain:
+            break;
+        }
+        return QStringLiteral("BLUE");
+    }
+
+    /// What makes a clip as long as it is where it reads its media faster or slower.
+    static QJsonObject timeWarp(const Rational& speed) {
+        const bool isStill = speed == Rational();
+        QJsonObject made =
+            named(isStill ? QStringLiteral("FreezeFrame.1") : QStringLiteral("LinearTimeWarp.1"), {});
+        made.insert(QStringLiteral("effect_name"),
+                    isStill ? QStringLiteral("FreezeFrame") : QStringLiteral("LinearTimeWarp"));
+        made.insert(QStringLiteral("time_scalar"), speed.toDouble());
+        return made;
+    }
+
     QJsonObject gap(const Rational& duration) {
         QJsonObject made = composable(QStringLiteral("Gap.1"), {});
         made.insert(QStringLiteral("source_range"), range(Rational(), duration, m_timeline.rate));
@@ -118,10 +169,17 @@ private:
         return made;
     }
 
-    QJsonObject clip(const FlatTimeline::Item& item) {
+    QJsonObject clip(const FlatTimeline::Item& item, bool isVideo) {
         const FlatTimeline::Asset& asset = m_timeline.assets[item.asset];
         QJsonObject made = composable(QStringLiteral("Clip.2"), item.name, item.isEnabled);
         made.insert(QStringLiteral("source_range"), range(item.mediaStart, item.duration, asset.rate));
+        if (item.speed != Rational(1)) made.insert(QStringLiteral("effects"), QJsonArray{timeWarp(item.speed)});
+        made.insert(QStringLiteral("markers"), markers(item.markers, asset.rate));
+        if (!item.role.isEmpty()) {
+            const QString kind = isVideo ? QStringLiteral("videoRole") : QStringLiteral("audioRole");
+            made.insert(QStringLiteral("metadata"),
+                        QJsonObject{{QStringLiteral("fcpxml"), QJsonObject{{kind, item.role}}}});
+        }
         made.insert(QStringLiteral("media_references"),
                     QJsonObject{{QStringLiteral("DEFAULT_MEDIA"), reference(asset)}});
         made.insert(QStringLiteral("active_media_reference_key"), QStringLiteral("DEFAULT_MEDIA"));
@@ -142,7 +200,7 @@ private:
         for (std::size_t i = 0; i < track.items.size(); ++i) {
             const FlatTimeline::Item& item = track.items[i];
             if (item.position > end) children.append(gap(item.position - end));
-            children.append(clip(item));
+            children.append(clip(item, track.medium == Medium::video));
             if (const auto found = track.transitions.find(i); found != track.transitions.end())
                 children.append(transition(found->second));
             end = item.end();

@@ -81,6 +81,12 @@ std::optional<Rational> Rational::ofTime(QByteArrayView text) {
     return time.isValid() ? std::optional(time) : std::nullopt;
 }
 
+std::int64_t Rational::floor() const {
+    if (!isValid()) return 0;
+    const std::int64_t whole = m_numerator / m_denominator;
+    return m_numerator % m_denominator < 0 ? whole - 1 : whole;
+}
+
 double Rational::toDouble() const {
     if (!isValid()) return std::numeric_limits<double>::quiet_NaN();
     return static_cast<double>(m_numerator) / static_cast<double>(m_denominator);

@@ -28,6 +28,8 @@ public:
     std::int64_t numerator() const { return m_numerator; }
     std::int64_t denominator() const { return m_denominator; } ///< above 0; 0 only of an invalid one
     bool isWhole() const { return m_denominator == 1; }
+    /// The whole number below it, or itself; 0 of an invalid one.
+    std::int64_t floor() const;
     double toDouble() const; ///< the nearest one; not a number for an invalid one
 
     friend Rational operator+(const Rational& a, const Rational& b);

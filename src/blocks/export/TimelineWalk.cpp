@@ -3,10 +3,12 @@
 #include "base/Text.h"
 #include "base/Translation.h"
 #include "blocks/export/PlainNames.h"
+#include "blocks/export/Retiming.h"
 #include "library/Storage.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace quillary {
 
@@ -39,75 +41,57 @@ bool isStory(xml::Node element) {
                                   "mc-clip", "audition", "caption"});
 }
 
-/// Where a clip with a changed speed reads its media at a time of its own clock.
-Rational readAt(xml::Node timeMap, const Rational& local) {
-    std::optional<std::pair<Rational, Rational>> before;
-    for (xml::Node point = timeMap.firstElement(); point; point = point.nextElement()) {
-        const auto at = time(point, "time");
-        const auto value = time(point, "value");
-        if (!at || !value) continue;
-        if (local <= *at) {
-            if (!before || *at == before->first) return *value;
-            return before->second + (local - before->first) * (*value - before->second) / (*at - before->first);
-        }
-        before = {*at, *value};
-    }
-    return before ? before->second : local;
+QString roleOf(xml::Node element, Medium medium) {
+    const QString own = text(element, medium == Medium::video ? "videoRole" : "audioRole");
+    return own.isEmpty() ? text(element, "role") : own;
 }
 
 } // namespace
 
 TimelineWalk::TimelineWalk(const FCPXMLDocument& document, LeftOut& leftOut)
-    : m_document(document), m_leftOut(leftOut) {
-    for (xml::Node group = document.root().firstElement(); group; group = group.nextElement())
-        for (xml::Node made = group.isNamed("resources") ? group.firstElement() : xml::Node(); made;
-             made = made.nextElement())
-            if (const auto id = made.attribute("id"); id && !m_resources.contains(*id)) m_resources.insert(*id, made);
+    : m_document(document), m_leftOut(leftOut), m_resources(document.resources()) {
     for (const auto& reference : document.media())
         if (const auto file = reference.file(); file && (reference.isOriginal || !m_files.contains(reference.assetId)))
             m_files.insert(reference.assetId, *file);
 }
 
 void TimelineWalk::walk() {
-    xml::Node clip = m_document.clip();
-    while (isNamedOneOf(clip, {"library", "event"})) {
-        xml::Node within = clip.firstElement();
-        while (within && !isStory(within) && !isNamedOneOf(within, {"event", "project"})) within = within.nextElement();
-        for (xml::Node other = within.nextElement(); other; other = other.nextElement())
-            if (isStory(other) || isNamedOneOf(other, {"event", "project"}))
-                m_leftOut.add(translate("Blocks", "Other clips and projects of the document"), text(other, "name"));
-        clip = within;
-    }
+    const auto clips = m_document.clips();
+    if (clips.empty()) return;
+    for (const xml::Node other : std::span(clips).subspan(1))
+        m_leftOut.add(translate("Blocks", "Other clips and projects of the document"), text(other, "name"));
+    xml::Node clip = clips.front();
     m_timeline.name = text(clip, "name");
     if (clip.isNamed("project")) clip = clip.firstElement("sequence");
     if (clip.isNamed("sequence")) return walkSequence(clip);
-    if (!clip) return;
 
     const xml::Node content = resource(clip);
     for (const xml::Node told : {clip, content.firstElement(), content})
         if (!m_timeline.rate) m_timeline.rate = rateOf(told);
     m_timeline.start = storyOf(clip, Rational()).start;
-    m_timeline.duration = story(clip, Rational(), {.origin = {}, .from = {}, .to = endless});
+    m_timeline.duration =
+        story(clip, Rational(), {.origin = {}, .from = {}, .to = endless, .scale = 1, .rate = m_timeline.rate});
 }
 
 void TimelineWalk::walkSequence(xml::Node sequence) {
     const Rational start = time(sequence, "tcStart").value_or(Rational());
     m_timeline.rate = rateOf(sequence);
     m_timeline.start = start;
-    const Rational end =
-        storyline(sequence.firstElement("spine"), {.origin = Rational() - start, .from = {}, .to = endless}, start);
+    const Rational end = storyline(
+        sequence.firstElement("spine"),
+        {.origin = Rational() - start, .from = {}, .to = endless, .scale = 1, .rate = m_timeline.rate}, start);
     m_timeline.duration = time(sequence, "duration").value_or(end);
 }
 
 Rational TimelineWalk::storyline(xml::Node holder, const Place& place, const Rational& start) {
-    Rational end = place.origin + start;
+    Rational end = place.at(start);
     for (xml::Node element = holder.firstElement(); element && !isTooLarge(); element = element.nextElement()) {
         if (element.isNamed("transition")) {
             transition(element, place, end);
         } else if (isStory(element)) {
             // Elements of a storyline never overlap, whatever they say.
             Rational position = end;
-            if (const auto offset = time(element, "offset")) position = std::max(end, place.origin + *offset);
+            if (const auto offset = time(element, "offset")) position = std::max(end, place.at(*offset));
             end = position + story(element, position, place);
         }
     }
@@ -115,10 +99,10 @@ Rational TimelineWalk::storyline(xml::Node holder, const Place& place, const Rat
 }
 
 void TimelineWalk::transition(xml::Node element, const Place& place, const Rational& end) {
-    const Rational duration = time(element, "duration").value_or(Rational());
+    const Rational duration = time(element, "duration").value_or(Rational()) * place.scale;
     PlacedTransition placed{.lanes = place.lanes, .name = text(element, "name"), .from = {}, .to = {}};
     const auto offset = time(element, "offset");
-    placed.from = offset ? place.origin + *offset : end - duration / Rational(2);
+    placed.from = offset ? place.at(*offset) : end - duration / Rational(2);
     placed.to = placed.from + duration;
     if (placed.to <= place.from || place.to <= placed.from) return;
     const xml::Node filter = element.firstElement("filter-video");
@@ -148,23 +132,25 @@ TimelineWalk::Story TimelineWalk::storyOf(xml::Node element, const Rational& pos
 
 Rational TimelineWalk::story(xml::Node element, const Rational& position, const Place& place) {
     if (!element || ++m_steps > mostSteps) return {};
-    const Story story = storyOf(element, position);
+    Story story = storyOf(element, position);
+    story.length = story.duration * place.scale;
     Place within = place;
-    within.origin = position - story.start;
-    m_isExact = m_isExact && within.origin.isValid() && (position + story.duration).isValid();
+    within.origin = position - story.start * place.scale;
+    m_isExact = m_isExact && within.origin.isValid() && (position + story.length).isValid();
     within.from = std::max(place.from, position);
-    within.to = std::min(place.to, position + story.duration);
+    within.to = std::min(place.to, position + story.length);
     within.isEnabled = place.isEnabled && element.attribute("enabled") != "0";
     ++within.depth;
     if (within.depth > deepest) {
         m_leftOut.add(translate("Blocks", "Clips nested too deeply"), story.name);
-        return story.duration;
+        return story.length;
     }
     if (element.isNamed("audition")) {
         audition(story, place);
-        return story.duration;
+        return story.length;
     }
     if (!within.isEmpty()) {
+        const std::size_t firstItem = m_items.size();
         noteSettings(story);
         if (element.isNamed("asset-clip")) assetClip(story, place, within);
         if (element.isNamed("video")) mediaElement(story, within, Medium::video);
@@ -173,9 +159,10 @@ Rational TimelineWalk::story(xml::Node element, const Rational& position, const 
         if (element.isNamed("ref-clip")) compound(story, within);
         if (element.isNamed("mc-clip")) multicam(story, within);
         if (isNamedOneOf(element, {"title", "caption"})) m_leftOut.add(plainName(element.name()), story.name);
+        markers(story, within, firstItem);
     }
     connected(story, place, within);
-    return story.duration;
+    return story.length;
 }
 
 void TimelineWalk::connected(const Story& story, const Place& place, const Place& within) {
@@ -186,10 +173,11 @@ void TimelineWalk::connected(const Story& story, const Place& place, const Place
         if (lane == 0 || (!isStory(child) && !child.isNamed("spine"))) continue;
         Place beside = isContent ? within : place;
         beside.origin = within.origin;
+        beside.scale = within.scale;
         beside.depth = within.depth;
         beside.lanes.push_back(lane);
         if (beside.isEmpty()) continue;
-        const Rational position = within.origin + time(child, "offset").value_or(story.start);
+        const Rational position = within.at(time(child, "offset").value_or(story.start));
         if (child.isNamed("spine")) {
             beside.origin = position;
             storyline(child, beside, Rational());
@@ -199,11 +187,12 @@ void TimelineWalk::connected(const Story& story, const Place& place, const Place
     }
 }
 
-void TimelineWalk::contained(const Story& story, const Place& within) {
+void TimelineWalk::contained(const Story& story, const Place& around) {
+    const Place within = insideOf(story, around);
     const Rational first = time(story.element, "tcStart").value_or(Rational());
     for (xml::Node child = story.element.firstElement(); child; child = child.nextElement()) {
         if (laneOf(child) != 0) continue;
-        const Rational position = within.origin + time(child, "offset").value_or(first);
+        const Rational position = within.at(time(child, "offset").value_or(first));
         if (child.isNamed("spine")) {
             Place inner = within;
             inner.origin = position;
@@ -220,6 +209,8 @@ void TimelineWalk::compound(const Story& story, Place within) {
     const QByteArray shown = story.element.attribute("srcEnable").value_or("all");
     within.showsVideo = within.showsVideo && shown != "audio";
     within.showsAudio = within.showsAudio && shown != "video";
+    within = insideOf(story, within);
+    within.rate = rateOf(sequence);
     // Lanes within stay between the lanes around it.
     storyline(sequence.firstElement("spine"), within, time(sequence, "tcStart").value_or(Rational()));
 }
@@ -242,7 +233,8 @@ void TimelineWalk::multicam(const Story& story, const Place& within) {
     for (xml::Node angle = angles.firstElement(); angle; angle = angle.nextElement()) {
         if (!angle.isNamed("mc-angle")) continue;
         const QByteArray id = angle.attribute("angleID").value_or(QByteArray());
-        Place shown = within;
+        Place shown = insideOf(story, within);
+        shown.rate = rateOf(angles);
         shown.showsVideo = within.showsVideo && (isChosen ? picture == id : isFirst);
         shown.showsAudio = within.showsAudio && (isChosen ? std::ranges::find(sounds, id) != sounds.end() : isFirst);
         isFirst = false;
@@ -272,11 +264,10 @@ void TimelineWalk::assetClip(const Story& story, const Place& place, const Place
     Place around = within;
     if (const auto start = time(story.element, "audioStart")) {
         sound.start = *start;
-        sound.position = story.position + (*start - story.start);
-        sound.duration = time(story.element, "audioDuration").value_or(story.duration);
+        sound.position = within.at(*start);
+        sound.length = time(story.element, "audioDuration").value_or(story.duration) * place.scale;
         around.from = std::max(place.from, sound.position);
-        around.to = std::min(place.to, sound.position + sound.duration);
-        around.origin = sound.position - sound.start;
+        around.to = std::min(place.to, sound.position + sound.length);
     }
     item(sound, around, Medium::audio, *asset);
 }
@@ -288,25 +279,148 @@ void TimelineWalk::mediaElement(const Story& story, const Place& within, Medium 
     item(story, within, medium, *asset);
 }
 
-void TimelineWalk::item(const Story& story, const Place& within, Medium medium, std::size_t asset) {
+void TimelineWalk::item(const Story& story, Place within, FlatTimeline::Medium medium, std::size_t asset) {
     if (within.isEmpty() || !(medium == Medium::video ? within.showsVideo : within.showsAudio)) return;
-    Rational mediaStart = within.from - within.origin;
-    if (const xml::Node map = story.element.firstElement("timeMap")) mediaStart = readAt(map, mediaStart);
+    const FlatTimeline::Asset& media = m_timeline.assets[asset];
+    Reading reading = readingOf(story, within, media);
+    const Rational wanted = within.to - within.from;
+    const bool isThere = fit(reading, within, media);
+    if (!isThere || within.to - within.from != wanted)
+        m_leftOut.add(translate("Blocks", "Parts of clips beyond the end of their media"), story.name);
+    if (!isThere) return;
+    const Rational duration = within.to - within.from;
+    Rational earliest = std::min(reading.start, reading.start + duration * reading.speed);
+    if (reading.speed != Rational(1) && media.rate && earliest.isValid()) {
+        // The frame that is seen there.
+        const Rational frame = Rational((earliest * *media.rate).floor()) / *media.rate;
+        if (!media.start || frame >= *media.start) earliest = frame;
+    }
     LanePath lanes = within.lanes;
     while (!lanes.empty() && lanes.back() == 0) lanes.pop_back();
     m_items.push_back({medium,
                        std::move(lanes),
-                       {story.name, asset, within.from, within.to - within.from, mediaStart, within.isEnabled}});
+                       {.name = story.name,
+                        .asset = asset,
+                        .position = within.from,
+                        .duration = duration,
+                        .mediaStart = earliest,
+                        .isEnabled = within.isEnabled,
+                        .speed = reading.speed,
+                        .role = roleOf(story.element, medium)}});
+}
+
+TimelineWalk::Reading TimelineWalk::readingOf(const Story& story, const Place& within,
+                                              const FlatTimeline::Asset& asset) {
+    const Rational from = within.local(within.from);
+    const Rational to = within.local(within.to);
+    const Retiming own(story.element, within.rate, asset.rate);
+    std::vector candidates{own};
+    // Documents differ in where a conformed clock begins; what fits the media is meant.
+    if (own.isConformed() && asset.start) candidates.push_back(own.conformedAround(*asset.start));
+    if (own.isConformed()) candidates.push_back(own.withoutConforming());
+    const Retiming* chosen = nullptr;
+    Rational least;
+    for (const Retiming& candidate : candidates) {
+        Rational beyond;
+        if (asset.duration) {
+            const auto [first, last] = std::minmax({candidate.at(from), candidate.at(to)});
+            beyond = std::max(*asset.start - first, Rational()) +
+                     std::max(last - (*asset.start + *asset.duration), Rational());
+        }
+        if (chosen && beyond >= least) continue;
+        chosen = &candidate;
+        least = beyond;
+    }
+    if (!chosen->isEven(from, to)) tellUnevenSpeed(story);
+    const Rational start = chosen->at(from);
+    return {start, (chosen->at(to) - start) / (within.to - within.from)};
+}
+
+bool TimelineWalk::fit(Reading& reading, Place& within, const FlatTimeline::Asset& asset) const {
+    if (!asset.duration) return true;
+    const Rational begin = *asset.start;
+    const Rational end = begin + *asset.duration;
+    const Rational duration = within.to - within.from;
+    if (reading.speed == Rational()) {
+        // A still frame lies before the end, by a frame where its length is known.
+        const Rational frame = asset.rate ? Rational(1) / *asset.rate : Rational();
+        reading.start = std::max(begin, std::min(reading.start, end - frame));
+        return true;
+    }
+    const bool isForward = reading.speed > Rational();
+    Rational first = ((isForward ? begin : end) - reading.start) / reading.speed;
+    Rational last = ((isForward ? end : begin) - reading.start) / reading.speed;
+    if (first <= Rational() && last >= duration) return true;
+    // Whole frames, since editors know no others.
+    const Rational rate = m_timeline.rate.value_or(Rational());
+    first = std::max(first, Rational());
+    last = std::min(last, duration);
+    if (rate > Rational() && first > Rational()) first = Rational(-(Rational() - first * rate).floor()) / rate;
+    if (rate > Rational() && last < duration) last = Rational((last * rate).floor()) / rate;
+    if (last <= first) return false;
+    reading.start = reading.start + first * reading.speed;
+    within.to = within.from + last;
+    within.from = within.from + first;
+    return true;
+}
+
+TimelineWalk::Place TimelineWalk::insideOf(const Story& story, Place within) {
+    const Retiming retiming(story.element, within.rate, {});
+    if (retiming.isNone()) return within;
+    const Rational from = within.local(within.from);
+    const Rational to = within.local(within.to);
+    const Rational first = retiming.at(from);
+    const Rational speed = (retiming.at(to) - first) / (to - from);
+    if (!(speed > Rational()) || !retiming.isEven(from, to)) tellUnevenSpeed(story);
+    // Backwards, and standing still, is nothing that clips within a clip could do.
+    if (!(speed > Rational())) return within;
+    within.scale = within.scale / speed;
+    within.origin = within.from - first * within.scale;
+    return within;
+}
+
+void TimelineWalk::markers(const Story& story, const Place& within, std::size_t firstItem) {
+    FlatTimeline::Item* item = nullptr;
+    if (isNamedOneOf(story.element, {"asset-clip", "video", "audio"}) && firstItem < m_items.size())
+        item = &m_items[firstItem].item;
+    for (xml::Node child = story.element.firstElement(); child; child = child.nextElement()) {
+        const bool isChapter = child.isNamed("chapter-marker");
+        const auto start = time(child, "start");
+        if (!isChapter && !child.isNamed("marker")) continue;
+        FlatTimeline::Marker marker{.name = text(child, "value"), .note = text(child, "note"), .start = {}, .duration = {}};
+        const auto completed = child.attribute("completed");
+        if (completed) marker.kind = *completed == "1" ? FlatTimeline::Marker::Kind::done : FlatTimeline::Marker::Kind::toDo;
+        if (isChapter) marker.kind = FlatTimeline::Marker::Kind::chapter;
+        const Rational position = within.at(start.value_or(story.start));
+        marker.duration = time(child, "duration").value_or(Rational()) * within.scale;
+        if (position < within.from || position >= within.to) {
+            m_leftOut.add(translate("Blocks", "Markers outside of their clips"), marker.name);
+            continue;
+        }
+        if (!item) {
+            marker.start = position;
+            m_timeline.markers.push_back(std::move(marker));
+            continue;
+        }
+        // Backwards the earliest moment of the media is the last of the item.
+        const bool isBackwards = item->speed < Rational();
+        const Rational behind = isBackwards ? item->end() - position : position - item->position;
+        const Rational pace = isBackwards ? Rational() - item->speed : item->speed;
+        marker.start = item->mediaStart + behind * pace;
+        marker.duration = marker.duration * pace;
+        item->markers.push_back(std::move(marker));
+    }
+}
+
+void TimelineWalk::tellUnevenSpeed(const Story& story) {
+    m_leftOut.add(plainName("timeMap"), story.name);
 }
 
 void TimelineWalk::noteSettings(const Story& story) {
     constexpr std::array counted{"filter-video",
                                  "filter-video-mask",
                                  "filter-audio",
-                                 "timeMap",
                                  "object-tracker",
-                                 "marker",
-                                 "chapter-marker",
                                  "keyword",
                                  "rating",
                                  "note",
@@ -316,8 +430,7 @@ void TimelineWalk::noteSettings(const Story& story) {
                                  "mute"};
     const bool isText = isNamedOneOf(story.element, {"title", "caption"});
     for (xml::Node child = story.element.firstElement(); child; child = child.nextElement()) {
-        const bool isConforming = child.isNamed("conform-rate") && child.attribute("scaleEnabled") != "0";
-        const bool counts = isConforming || child.name().startsWith("adjust-") ||
+        const bool counts = child.name().startsWith("adjust-") ||
                             std::ranges::any_of(counted, [&](const char* name) { return child.isNamed(name); });
         if (!counts || isText) continue;
         QString name = text(child, "name");
@@ -326,9 +439,6 @@ void TimelineWalk::noteSettings(const Story& story) {
         if (name.isEmpty()) name = story.name;
         m_leftOut.add(plainName(child.name()), name);
     }
-    for (const char* role : {"role", "audioRole", "videoRole"})
-        if (const QString name = text(story.element, role); !name.isEmpty() && !isText)
-            m_leftOut.add(translate("Blocks", "Roles"), name);
 }
 
 xml::Node TimelineWalk::resource(xml::Node element, const char* attribute) const {

@@ -35,6 +35,8 @@ private:
         Rational origin; ///< where time 0 of the surrounding clip lies on the timeline
         Rational from;   ///< the part of the timeline in which the element shows
         Rational to;
+        Rational scale = 1;                 ///< seconds of the timeline for one of the surrounding clip
+        std::optional<Rational> rate = {};  ///< frames a second of the sequence around it
         LanePath lanes = {};
         bool showsVideo = true;
         bool showsAudio = true;
@@ -42,6 +44,9 @@ private:
         int depth = 0;
 
         bool isEmpty() const { return to <= from; }
+        /// A time of the surrounding clip on the timeline, and the other way round.
+        Rational at(const Rational& local) const { return origin + local * scale; }
+        Rational local(const Rational& position) const { return (position - origin) / scale; }
     };
     /// An element with its own times.
     struct Story {
@@ -50,6 +55,12 @@ private:
         Rational position; ///< on the timeline
         Rational start;    ///< on its own clock
         Rational duration;
+        Rational length = {}; ///< on the timeline
+    };
+    /// What an item reads of its media.
+    struct Reading {
+        Rational start; ///< at the beginning of the item
+        Rational speed;
     };
 
     void walkSequence(xml::Node sequence);
@@ -65,10 +76,17 @@ private:
     void audition(const Story& story, const Place& place);
     void assetClip(const Story& story, const Place& place, const Place& within);
     void mediaElement(const Story& story, const Place& within, FlatTimeline::Medium medium);
-    void item(const Story& story, const Place& within, FlatTimeline::Medium medium, std::size_t asset);
+    void item(const Story& story, Place within, FlatTimeline::Medium medium, std::size_t asset);
+    Reading readingOf(const Story& story, const Place& within, const FlatTimeline::Asset& asset);
+    /// Shortens what is shown to what the media hold; false when they hold nothing of it.
+    bool fit(Reading& reading, Place& within, const FlatTimeline::Asset& asset) const;
+    /// Where the content of a clip that holds others lies on the timeline.
+    Place insideOf(const Story& story, Place within);
+    void markers(const Story& story, const Place& within, std::size_t firstItem);
 
     Story storyOf(xml::Node element, const Rational& position) const;
     void noteSettings(const Story& story);
+    void tellUnevenSpeed(const Story& story);
     xml::Node resource(xml::Node element, const char* attribute = "ref") const;
     std::optional<std::size_t> assetOf(xml::Node element);
     std::optional<Rational> rateOf(xml::Node element) const;

@@ -10,9 +10,9 @@ Item {
     required property int state
     required property string telling
     required property bool current
-    readonly property list<string> symbols: ["checkmark.circle.fill", "exclamationmark.triangle.fill", "link", "doc.on.doc"]
-    readonly property list<string> words: [qsTr("Present"), qsTr("Missing"), qsTr("Moved"), qsTr("Duplicate")]
-    readonly property list<color> inks: [Theme.good, Theme.danger, Theme.warning, Theme.secondary]
+    readonly property list<string> symbols: ["checkmark.circle.fill", "exclamationmark.triangle.fill", "link", "doc.on.doc", "exclamationmark.triangle.fill"]
+    readonly property list<string> words: [qsTr("Present"), qsTr("Missing"), qsTr("Moved"), qsTr("Duplicate"), qsTr("Incomplete")]
+    readonly property list<color> inks: [Theme.good, Theme.danger, Theme.warning, Theme.secondary, Theme.danger]
 
     Accessible.description: telling
     Accessible.name: qsTr("%1, %2").arg(name).arg(words[state])

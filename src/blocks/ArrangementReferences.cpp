@@ -118,7 +118,8 @@ std::optional<FCPXMLDocument::MediaReference> singleReference(const FCPXMLDocume
     if (!isOneClip(document)) return {};
     auto references = document.media();
     // The asset that was dragged, where the resources hold others as well.
-    if (const auto dragged = document.clip().attribute("ref"); dragged && document.resources().value(*dragged).isNamed("asset"))
+    if (const auto dragged = document.clip().attribute("ref");
+        dragged && document.resources().value(*dragged).isNamed("asset"))
         std::erase_if(references, [&](const auto& reference) { return reference.assetId != *dragged; });
     if (references.empty()) return {};
     const QByteArray asset = references.front().assetId;
@@ -147,8 +148,8 @@ std::optional<fs::path> ArrangementStore::singleMediaFile(QByteArrayView xml, co
     FinalCutElements elements(*root);
     MediaCopier copier(elements, progress);
     const fs::path shelf = elements.folderFor(file).parent_path();
-    const auto copy =
-        copier.copyMedia({file, reference->uid, reference->identity}, Storage::appending(collection.value_or(QString()), shelf));
+    const auto copy = copier.copyMedia({file, reference->uid, reference->identity},
+                                       Storage::appending(collection.value_or(QString()), shelf));
     return copy ? std::optional(*copy) : std::nullopt;
 }
 

@@ -13,8 +13,8 @@ struct BlockHealth {
     enum class State {
         present,
         missing,
-        moved,     ///< not where the block looks for it, but found in the library by its mark
-        duplicate, ///< where the block looks for it, and once more in the library
+        moved,      ///< not where the block looks for it, but found in the library by its mark
+        duplicate,  ///< where the block looks for it, and once more in the library
         incomplete, ///< where the block looks for it, but only a part of it
     };
     struct Media {

@@ -67,7 +67,8 @@ void identify(std::vector<FCPXMLDocument::MediaReference>& references) {
         const auto known = files.find(reference.uid);
         if (known == files.end() || known->second.size() < 2) continue;
         const fs::path name = reference.file().value_or(fs::path()).filename();
-        const auto namesakes = std::ranges::count(known->second, name, [](const fs::path& file) { return file.filename(); });
+        const auto namesakes =
+            std::ranges::count(known->second, name, [](const fs::path& file) { return file.filename(); });
         reference.identity = namesakes > 1 || name.empty() ? MediaIdentity::nothing : MediaIdentity::name;
     }
 }
@@ -139,8 +140,8 @@ std::optional<QString> FCPXMLDocument::derivedName() const {
 }
 
 bool FCPXMLDocument::isLooseClip(xml::Node element) {
-    return isNamedOneOf(element, {"asset-clip", "clip", "ref-clip", "sync-clip", "mc-clip", "audition", "video", "audio",
-                                  "title", "gap", "caption"});
+    return isNamedOneOf(element, {"asset-clip", "clip", "ref-clip", "sync-clip", "mc-clip", "audition", "video",
+                                  "audio", "title", "gap", "caption"});
 }
 
 bool FCPXMLDocument::isTimeline(xml::Node clip) {
@@ -198,13 +199,13 @@ std::vector<FCPXMLDocument::MediaReference> FCPXMLDocument::media() const {
         const std::size_t before = found.size();
         for (xml::Node child = asset.firstElement(); child; child = child.nextElement())
             if (child.isNamed("media-rep"))
-                found.push_back(
-                    {.holder = child,
+                found.push_back({.holder = child,
                                  .assetId = id,
                                  .uid = uid,
                                  .isOriginal = child.attribute("kind").value_or("original-media") == "original-media",
                                  .folder = m_folder});
-        if (found.size() == before && asset.attribute("src")) found.push_back({.holder = asset, .assetId = id, .uid = uid, .folder = m_folder});
+        if (found.size() == before && asset.attribute("src"))
+            found.push_back({.holder = asset, .assetId = id, .uid = uid, .folder = m_folder});
     }
     identify(found);
     return found;

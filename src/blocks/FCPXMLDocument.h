@@ -55,8 +55,8 @@ public:
     std::optional<QString> derivedName() const;
 
     xml::Node root() const { return m_document.root(); }
-    /// The timelines ("project" and "sequence") and then the loose clips that stand at the top of the document or in its
-    /// library and events, each in document order. Where there are none, the first element that is neither the
+    /// The timelines ("project" and "sequence") and then the loose clips that stand at the top of the document or in
+    /// its library and events, each in document order. Where there are none, the first element that is neither the
     /// resources nor the options of an import; nothing for a document without such an element.
     std::vector<xml::Node> clips() const;
     /// The first of them, which stands for the document.

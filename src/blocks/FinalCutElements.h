@@ -41,8 +41,8 @@ public:
 
     /// The copy of the asset with this UID: of the files that bear its mark the one named `likelyName`, else the first,
     /// in the order of the folders above; else one without a mark that is named like its copies: `likelyName` first.
-    /// Without a UID, and where the document has several files of the asset, only `likelyName` counts, which is the last
-    /// component of the reference that leads nowhere.
+    /// Without a UID, and where the document has several files of the asset, only `likelyName` counts, which is the
+    /// last component of the reference that leads nowhere.
     std::optional<std::filesystem::path> find(const QByteArray& uid, const std::string& likelyName,
                                               MediaIdentity identity = MediaIdentity::uid);
 

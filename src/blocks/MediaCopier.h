@@ -30,8 +30,8 @@ struct MediaProgress {
 ///
 /// A copy's name is made from the asset's UID and the file's name, so that the same asset always lands on the same
 /// file and is copied once, also by two processes at the same time. A name that is taken by another file (another
-/// asset's mark, another size where there is no UID, another file of this very document, a copy that was cut short) gets
-/// a number instead.
+/// asset's mark, another size where there is no UID, another file of this very document, a copy that was cut short)
+/// gets a number instead.
 class MediaCopier {
 public:
     struct Source {

@@ -69,8 +69,7 @@ QImage anyPicture(platform::Pasteboard& pasteboard, const QStringList& types, st
 
 Result readVectorFile(const std::filesystem::path& url, Rasterizer::Format format, int longEdge, std::stop_token stop) {
     auto image = Rasterizer::draw(url, format, ruleFor(longEdge), stop);
-    if (!image && image.error() == Rasterizer::Error::locked)
-        return std::unexpected(ImageIntakeError::lockedFile(url));
+    if (!image && image.error() == Rasterizer::Error::locked) return std::unexpected(ImageIntakeError::lockedFile(url));
     if (!image && image.error() == Rasterizer::Error::unreadable)
         return std::unexpected(ImageIntakeError::unreadableFile(url));
     if (!image) return std::unexpected(ImageIntakeError::emptyImage());

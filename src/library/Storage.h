@@ -197,7 +197,8 @@ public:
                                    const CopySelection& selection, const MediaOfBlocks& mediaOfBlocks,
                                    BatchProgress& progress, std::stop_token stop = {});
     enum class Copied { copied, skipped };
-    /// One file or link, or why it could not be copied. Relative links keep their words where they lead to something in `whole`, which is copied too.
+    /// One file or link, or why it could not be copied. Relative links keep their words where they lead to something in
+    /// `whole`, which is copied too.
     static std::expected<Copied, QString> copyFile(const std::filesystem::path& file,
                                                    const std::filesystem::path& folder,
                                                    const std::filesystem::path& whole, std::stop_token stop = {});

@@ -3,6 +3,7 @@
 #include "base/FileUrl.h"
 #include "base/Text.h"
 #include "base/Translation.h"
+#include "blocks/ArrangementFailure.h"
 
 #include <algorithm>
 
@@ -11,6 +12,13 @@ namespace quillary {
 namespace {
 
 constexpr std::size_t mostBars = 32; ///< more than any tile shows
+
+QStringList namesOf(const BlockHealth& health, BlockHealth::State state) {
+    QStringList names;
+    for (const auto& media : health.media)
+        if (media.state == state && !names.contains(media.name)) names.append(media.name);
+    return names;
+}
 
 } // namespace
 
@@ -37,12 +45,16 @@ BlockDetails BlockDetails::of(const Arrangement& block, const BlockHealth* healt
     const auto moved = health->count(BlockHealth::State::moved);
     const auto incomplete = health->count(BlockHealth::State::incomplete);
     details.isIncomplete = missing + incomplete > 0;
-    if (missing > 0)
+    if (missing > 0) details.problemFiles = ArrangementFailure::missing(namesOf(*health, BlockHealth::State::missing));
+    if (missing > 0) {
         details.problem = translate("Blocks", "%n missing", nullptr, missing);
-    else if (incomplete > 0)
+    } else if (incomplete > 0) {
         details.problem = translate("Blocks", "%n incomplete", nullptr, incomplete);
-    else if (moved > 0)
+        details.problemFiles = namesOf(*health, BlockHealth::State::incomplete).join(QStringLiteral(", "));
+    } else if (moved > 0) {
         details.problem = translate("Blocks", "%n moved", nullptr, moved);
+        details.problemFiles = namesOf(*health, BlockHealth::State::moved).join(QStringLiteral(", "));
+    }
     return details;
 }
 

@@ -25,6 +25,8 @@ struct BlockDetails {
 
     /// What is wrong with its media, such as "2 missing"; empty while nothing is.
     Q_PROPERTY(QString problem MEMBER problem FINAL)
+    /// The files that this is about, by name.
+    Q_PROPERTY(QString problemFiles MEMBER problemFiles FINAL)
     /// Whether media are missing or cut short, not merely elsewhere.
     Q_PROPERTY(bool isIncomplete MEMBER isIncomplete FINAL)
 
@@ -38,6 +40,7 @@ public:
     QString posterStamp;
     QList<int> bars;
     QString problem;
+    QString problemFiles;
     bool isIncomplete = false;
 };
 

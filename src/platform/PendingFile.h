@@ -43,8 +43,8 @@ public:
 
     /// Fills the file with the bytes, the extended attributes and the permission bits of `source`, by reflink where the
     /// file system shares blocks, else by copy_file_range, else by reading and writing. Attributes that cannot be kept
-    /// are passed over; its date is not kept. Only regular files are copied: others fail with EINVAL or EISDIR. A source
-    /// that is changed or replaced meanwhile fails with EBUSY. A stop request ends it with ECANCELED.
+    /// are passed over; its date is not kept. Only regular files are copied: others fail with EINVAL or EISDIR. A
+    /// source that is changed or replaced meanwhile fails with EBUSY. A stop request ends it with ECANCELED.
     std::expected<void, FileError> copyFrom(const std::filesystem::path& source, const Progress& progress = {},
                                             std::stop_token stop = {});
 

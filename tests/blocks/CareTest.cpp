@@ -87,11 +87,10 @@ TEST_F(CareTest, FindsCopiesThatWereCutShort) {
     const std::string picture = std::string("\x89PNG\r\n\x1a\n") + box("IHDR", 5).replace(3, 1, 1, 5) + "crc!" +
                                 std::string(4, '\0') + "IEND" + "crc!";
     const std::string text = "text that tells no length";
-    const fs::path block =
-        saved("B", {{.id = "r2", .uid = "A", .file = media("film.mov", film)},
-                    {.id = "r3", .uid = "B", .file = media("sound.wav", sound)},
-                    {.id = "r4", .uid = "C", .file = media("picture.png", picture)},
-                    {.id = "r5", .uid = "D", .file = media("plain.mov", text)}});
+    const fs::path block = saved("B", {{.id = "r2", .uid = "A", .file = media("film.mov", film)},
+                                       {.id = "r3", .uid = "B", .file = media("sound.wav", sound)},
+                                       {.id = "r4", .uid = "C", .file = media("picture.png", picture)},
+                                       {.id = "r5", .uid = "D", .file = media("plain.mov", text)}});
     EXPECT_THAT(states(block), ElementsAre(State::present, State::present, State::present, State::present));
     // What tells its length is known without the mark of its size, as of copies that bear none.
     std::vector<fs::path> copies;

@@ -160,32 +160,35 @@ TEST_F(ExportTest, KeepsDissolvesSplitSoundAndTheMediaOfRetimedClips) {
             <video ref="g" name="Clouds" offset="29s" duration="2s"/>
             <asset-clip ref="gone" name="lost" offset="31s" duration="2s"/>)")),
                 ElementsAre("V 0+5@3600 one ><1,1 5+5@3600 two 10+5@10 split 15+4@3604*2 fast", "A 8+6@8 split"));
-    EXPECT_THAT(left(),
-                ElementsAre("Video effects (2): “Blur”, “Clouds”",
-                            "Generators (1): “Clouds”", "Clips without media (1): “lost”", "Transitions (1): “Wipe”"));
+    EXPECT_THAT(left(), ElementsAre("Video effects (2): “Blur”, “Clouds”", "Generators (1): “Clouds”",
+                                    "Clips without media (1): “lost”", "Transitions (1): “Wipe”"));
 }
 
 TEST_F(ExportTest, NeverReadsBeyondTheMedia) {
     // In slow motion 8 s show 4 of the media; backwards and still frames are a speed, too.
-    EXPECT_THAT(tracks(withSpine(R"(
+    EXPECT_THAT(
+        tracks(withSpine(R"(
             <asset-clip ref="v" name="slow" offset="10s" start="190s" duration="8s"><timeMap><timept time="0s" value="3600s"/><timept time="200s" value="3700s"/></timeMap></asset-clip>
             <asset-clip ref="v" name="back" offset="18s" start="0s" duration="2s"><timeMap><timept time="0s" value="3650s"/><timept time="50s" value="3600s"/></timeMap></asset-clip>
             <asset-clip ref="v" name="still" offset="20s" start="0s" duration="2s"><timeMap><timept time="0s" value="3610s"/><timept time="9s" value="3610s"/></timeMap></asset-clip>
             <asset-clip ref="v" name="ramp" offset="22s" start="0s" duration="2s"><timeMap><timept time="0s" value="3600s"/><timept time="1s" value="3601s"/><timept time="2s" value="3605s"/></timeMap></asset-clip>
             <asset-clip ref="a" name="over" offset="24s" start="18s" duration="5s"/><asset-clip ref="a" name="past" offset="29s" start="20s" duration="1s"/>)")),
-                ElementsAre("V 0+8@3695*0.5 slow 8+2@3648*-1 back 10+2@3610*0 still 12+2@3600*2.5 ramp", "A 14+2@18 over"));
+        ElementsAre("V 0+8@3695*0.5 slow 8+2@3648*-1 back 10+2@3610*0 still 12+2@3600*2.5 ramp", "A 14+2@18 over"));
     EXPECT_THAT(left(), ElementsAre("Speed changes (1): “ramp”",
                                     "Parts of clips beyond the end of their media (2): “over”, “past”"));
     // 25 pictures a second shown as 24: the clip's clock, from 0 or from the media's beginning, is slower.
-    const QByteArray conformed = R"(<format id="f24" frameDuration="1/24s"/><media id="c" name="C"><sequence format="f24" tcStart="0s"><spine>
+    const QByteArray conformed =
+        R"(<format id="f24" frameDuration="1/24s"/><media id="c" name="C"><sequence format="f24" tcStart="0s"><spine>
         <asset-clip ref="v" name="zero" offset="0s" start="3760s" duration="50s"><conform-rate srcFrameRate="25"/></asset-clip>
         <asset-clip ref="v" name="begin" offset="50s" start="3604s" duration="100s"><conform-rate srcFrameRate="25"/></asset-clip>
         <asset-clip ref="v" name="as it is" offset="150s" start="3600s" duration="100s"><conform-rate scaleEnabled="0" srcFrameRate="25"/></asset-clip>
         <clip name="old" offset="250s" start="3750s" duration="100s"><conform-rate srcFrameRate="25"/><video ref="v" offset="3600s" start="3600s" duration="100s"/></clip>
         </spine></sequence></media>)";
-    EXPECT_THAT(tracks(fcpxml(13, R"(<asset id="v" name="v" start="3600s" duration="100s" hasVideo="1" format="r1a"/>)" + conformed,
-                              R"(<ref-clip ref="c" name="C" duration="350s"/>)")),
-                ElementsAre("V 0+50@3609.6*0.96 zero 50+100@3603.84*0.96 begin 150+100@3600 as it is 250+100@3600*0.96 v"));
+    EXPECT_THAT(
+        tracks(fcpxml(13,
+                      R"(<asset id="v" name="v" start="3600s" duration="100s" hasVideo="1" format="r1a"/>)" + conformed,
+                      R"(<ref-clip ref="c" name="C" duration="350s"/>)")),
+        ElementsAre("V 0+50@3609.6*0.96 zero 50+100@3603.84*0.96 begin 150+100@3600 as it is 250+100@3600*0.96 v"));
     EXPECT_THAT(left(), IsEmpty());
 }
 
@@ -195,7 +198,8 @@ TEST_F(ExportTest, TakesMarkersAndRolesAlong) {
             <marker start="6s" duration="1/25s" value="Look" note="closer"/><marker start="7s" value="Fix" completed="0"/>
             <chapter-marker start="8s" value="Part 2"/><marker start="99s" value="hidden"/></asset-clip>
         <title ref="g" name="T" offset="14s" start="3600s" duration="2s"><marker start="3601s" value="on the title"/></title>)");
-    const auto block = save(QByteArray(xml).replace("file:///m/v.mov", fileUrl(media("v.mov")))
+    const auto block = save(QByteArray(xml)
+                                .replace("file:///m/v.mov", fileUrl(media("v.mov")))
                                 .replace("file:///m/av.mov", fileUrl(media("av.mov")))
                                 .replace("file:///m/a.wav", fileUrl(media("a.wav"))));
     ASSERT_TRUE(block) << block.error().line().toStdString();
@@ -206,8 +210,8 @@ TEST_F(ExportTest, TakesMarkersAndRolesAlong) {
         QJsonDocument::fromJson(QByteArray::fromStdString(readFile(result->output))).object()["tracks"_L1];
     const auto told = [](const QJsonValue& marker) {
         const QJsonValue range = marker["marked_range"_L1];
-        return u"%1 %2 %3 at %4/%5"_s.arg(marker["OTIO_SCHEMA"_L1].toString(), marker["color"_L1].toString(),
-                                          marker["name"_L1].toString())
+        return u"%1 %2 %3 at %4/%5"_s
+            .arg(marker["OTIO_SCHEMA"_L1].toString(), marker["color"_L1].toString(), marker["name"_L1].toString())
             .arg(range["start_time"_L1]["value"_L1].toInt())
             .arg(range["start_time"_L1]["rate"_L1].toInt());
     };
@@ -273,6 +277,14 @@ TEST_F(ExportTest, BringsEveryVersionUpOrSaysThatItCannot) {
     EXPECT_EQ(spine[2].attribute("name"), "two");
     EXPECT_THAT(left(), ElementsAre("“asset-clip” settings (1): “lost”", "Audio effects (1)"));
 
+    // Each of several clips comes in a project of its own.
+    auto several = FCPXMLDocument::parse(
+        fcpxml(13, R"(<asset id="v" format="r1" duration="9s"><media-rep src="file:///m/v.mov"/></asset>)",
+               R"(<asset-clip ref="v" name="one" duration="1s"/><asset-clip ref="v" name="two" duration="2s"/>)"));
+    EXPECT_TRUE(bringToVersion110(*several, leftOut));
+    EXPECT_EQ(several->elements("project").size(), 2U);
+    EXPECT_EQ(several->elements("project").back().attribute("name"), "two");
+
     const std::pair<const char*, const char*> refused[] = {
         {"<fcpxml version=\"1.15\"><clip/></fcpxml>", "FCPXML 1.15 cannot be brought to version 1.10."},
         {"<fcpxml version=\"2.0\"><clip/></fcpxml>", "FCPXML 2.0 cannot be brought to version 1.10."},
@@ -281,7 +293,8 @@ TEST_F(ExportTest, BringsEveryVersionUpOrSaysThatItCannot) {
         {"<fcpxml version=\"1.9\"><project><sequence format=\"r1\"/></project></fcpxml>",
          "A timeline refers to the format “r1”, which the document does not have, so it cannot be brought to version "
          "1.10."},
-        {"<fcpxml version=\"1.2\"><project><resources><asset id=\"a\"/></resources></project><project><resources><asset "
+        {"<fcpxml version=\"1.2\"><project><resources><asset "
+         "id=\"a\"/></resources></project><project><resources><asset "
          "id=\"a\"/></resources></project></fcpxml>",
          "Two resources of the document are called “a”, so it cannot be brought to version 1.10."},
     };

@@ -174,7 +174,8 @@ TEST_F(SaveTest, StoresNothingOfAFileThatChangesMeanwhile) {
     const QByteArray xml = compound("Growing", {{.file = file}});
     bool isTouched = false;
     const auto refused = store.save(xml, {}, {}, {[&](auto, auto) {
-                                        if (!std::exchange(isTouched, true)) std::ofstream(file, std::ios::app) << "more";
+                                        if (!std::exchange(isTouched, true))
+                                            std::ofstream(file, std::ios::app) << "more";
                                     }});
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().line(),

@@ -13,8 +13,10 @@ TEST_F(TransformTest, RewritesInPlaceAndGoesOn) {
     EXPECT_EQ(mixed.status, 1);
     EXPECT_EQ(mixed.object()["rewritten"_L1].toArray(), QJsonArray{wide});
     EXPECT_EQ(mixed.object()["untouched"_L1].toArray(), (QJsonArray{in("not.svg"), in("absent.png")}));
-    EXPECT_TRUE(mixed.err.contains("not.svg” could not be rewritten and is as it was: It is no picture")) << mixed.err.toStdString();
-    EXPECT_TRUE(mixed.err.contains("absent.png” could not be rewritten and is as it was: No such file")) << mixed.err.toStdString();
+    EXPECT_TRUE(mixed.err.contains("not.svg” could not be rewritten and is as it was: It is no picture"))
+        << mixed.err.toStdString();
+    EXPECT_TRUE(mixed.err.contains("absent.png” could not be rewritten and is as it was: No such file"))
+        << mixed.err.toStdString();
     EXPECT_EQ(QImage(wide).size(), QSize(200, 300));
     EXPECT_EQ(json({u"transform"_s, u"flipVertical"_s, wide}).status, 0);
     EXPECT_EQ(run({u"transform"_s, u"sideways"_s, wide}).status, 2);

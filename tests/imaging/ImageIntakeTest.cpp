@@ -177,9 +177,8 @@ TEST(ImageIntake, ReadsFilesByTheirType) {
             EXPECT_EQ(result->sourceBytes, row.bytes.size()) << row.name;
         } else {
             const bool isLocked = result.error().kind == ImageIntakeError::Kind::lockedFile;
-            EXPECT_EQ(text(result.error().recoverySuggestion()), isLocked
-                                                                     ? "Save a copy of it without the password, then use that."
-                                                                     : "Try a PNG, TIFF or JPEG.");
+            EXPECT_EQ(text(result.error().recoverySuggestion()),
+                      isLocked ? "Save a copy of it without the password, then use that." : "Try a PNG, TIFF or JPEG.");
         }
     }
 }

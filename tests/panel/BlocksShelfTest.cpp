@@ -216,6 +216,7 @@ TEST_F(BlocksShelfTest, TellsWhichMediaAreWrongAndUsesFoundFiles) {
     fs::remove(videos / "no uid.mov");
     shelf().refresh();
     EXPECT_TRUE(comesTrue([&] { return details().problem == u"1 missing" && details().isIncomplete; }));
+    EXPECT_EQ(details().problemFiles, u"no uid.mov is missing.");
 
     BlockMediaModel& media = *shelf().care()->media();
     shelf().care()->show(urlOf(block));

@@ -197,8 +197,7 @@ private:
     LeftOut& m_leftOut;
 };
 
-void addProject(const FCPXMLDocument& document) {
-    const xml::Node clip = document.clip();
+void addProject(const FCPXMLDocument& document, xml::Node clip) {
     bool isClip = false;
     for (const char* kind : {"clip", "audition", "mc-clip", "ref-clip", "sync-clip", "asset-clip"})
         isClip = isClip || clip.isNamed(kind);
@@ -239,7 +238,10 @@ std::expected<void, ArrangementFailure> bringToVersion110(FCPXMLDocument& docume
     for (const xml::Node asset : document.elements("asset")) giveMediaRepresentation(asset);
     Cleaner(leftOut).clean(root, *FCPXMLVocabulary::version110().element("fcpxml"));
     TRY(ReferenceCheck(document, leftOut).check(root));
-    addProject(document);
+    // Where there is a timeline, it is what is meant.
+    const auto clips = document.clips();
+    if (clips.empty() || FCPXMLDocument::isTimeline(clips.front())) return {};
+    for (const xml::Node clip : clips) addProject(document, clip);
     return {};
 }
 

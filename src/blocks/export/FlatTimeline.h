@@ -73,14 +73,14 @@ struct FlatTimeline {
     Rational duration;
     std::vector<Asset> assets;
     std::vector<Marker> markers = {}; ///< of clips that have no media of their own
-    std::vector<Track> tracks; ///< pictures from the lowest to the highest, then sounds
+    std::vector<Track> tracks;        ///< pictures from the lowest to the highest, then sounds
 };
 
 /// Lays a document's clip out flat. Connected clips, secondary storylines and what compound, synchronised and multicam
 /// clips hold get tracks by their lanes; of auditions the chosen clip counts, of multicam clips the angles in use. A
 /// clip with picture and sound stands on a track of each. Items never read beyond their media. What has no media or no
-/// place in such a timeline is told in `leftOut`: titles, generators, effects, speeds that change within a clip. Fails where times do not fit into 64-bit fractions, and where
-/// clips within clips come to more than `mostItems`.
+/// place in such a timeline is told in `leftOut`: titles, generators, effects, speeds that change within a clip. Fails
+/// where times do not fit into 64-bit fractions, and where clips within clips come to more than `mostItems`.
 std::expected<FlatTimeline, ArrangementFailure> flattened(const FCPXMLDocument& document, LeftOut& leftOut);
 
 inline constexpr std::size_t mostItems = 500'000;

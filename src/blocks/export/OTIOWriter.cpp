@@ -143,8 +143,7 @@ private:
     /// What makes a clip as long as it is where it reads its media faster or slower.
     static QJsonObject timeWarp(const Rational& speed) {
         const bool isStill = speed == Rational();
-        QJsonObject made =
-            named(isStill ? QStringLiteral("FreezeFrame.1") : QStringLiteral("LinearTimeWarp.1"), {});
+        QJsonObject made = named(isStill ? QStringLiteral("FreezeFrame.1") : QStringLiteral("LinearTimeWarp.1"), {});
         made.insert(QStringLiteral("effect_name"),
                     isStill ? QStringLiteral("FreezeFrame") : QStringLiteral("LinearTimeWarp"));
         made.insert(QStringLiteral("time_scalar"), speed.toDouble());

@@ -387,9 +387,11 @@ void TimelineWalk::markers(const Story& story, const Place& within, std::size_t 
         const bool isChapter = child.isNamed("chapter-marker");
         const auto start = time(child, "start");
         if (!isChapter && !child.isNamed("marker")) continue;
-        FlatTimeline::Marker marker{.name = text(child, "value"), .note = text(child, "note"), .start = {}, .duration = {}};
+        FlatTimeline::Marker marker{
+            .name = text(child, "value"), .note = text(child, "note"), .start = {}, .duration = {}};
         const auto completed = child.attribute("completed");
-        if (completed) marker.kind = *completed == "1" ? FlatTimeline::Marker::Kind::done : FlatTimeline::Marker::Kind::toDo;
+        if (completed)
+            marker.kind = *completed == "1" ? FlatTimeline::Marker::Kind::done : FlatTimeline::Marker::Kind::toDo;
         if (isChapter) marker.kind = FlatTimeline::Marker::Kind::chapter;
         const Rational position = within.at(start.value_or(story.start));
         marker.duration = time(child, "duration").value_or(Rational()) * within.scale;
@@ -417,17 +419,9 @@ void TimelineWalk::tellUnevenSpeed(const Story& story) {
 }
 
 void TimelineWalk::noteSettings(const Story& story) {
-    constexpr std::array counted{"filter-video",
-                                 "filter-video-mask",
-                                 "filter-audio",
-                                 "object-tracker",
-                                 "keyword",
-                                 "rating",
-                                 "note",
-                                 "audio-channel-source",
-                                 "audio-role-source",
-                                 "sync-source",
-                                 "mute"};
+    constexpr std::array counted{
+        "filter-video", "filter-video-mask",    "filter-audio",      "object-tracker", "keyword", "rating",
+        "note",         "audio-channel-source", "audio-role-source", "sync-source",    "mute"};
     const bool isText = isNamedOneOf(story.element, {"title", "caption"});
     for (xml::Node child = story.element.firstElement(); child; child = child.nextElement()) {
         const bool counts = child.name().startsWith("adjust-") ||

@@ -35,8 +35,8 @@ private:
         Rational origin; ///< where time 0 of the surrounding clip lies on the timeline
         Rational from;   ///< the part of the timeline in which the element shows
         Rational to;
-        Rational scale = 1;                 ///< seconds of the timeline for one of the surrounding clip
-        std::optional<Rational> rate = {};  ///< frames a second of the sequence around it
+        Rational scale = 1;                ///< seconds of the timeline for one of the surrounding clip
+        std::optional<Rational> rate = {}; ///< frames a second of the sequence around it
         LanePath lanes = {};
         bool showsVideo = true;
         bool showsAudio = true;

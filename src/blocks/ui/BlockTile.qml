@@ -12,7 +12,7 @@ ShelfItem {
     required property BlocksShelf blocks
     readonly property real pictureHeight: grid.pictureHeight
     readonly property bool hasPoster: poster.status === Image.Ready
-    readonly property string spokenProblem: details.problem.length > 0 ? qsTr("Media: %1").arg(details.problem) + ". " : ""
+    readonly property string spokenProblem: details.problem.length > 0 ? qsTr("Media: %1").arg(details.problem) + ". " + details.problemFiles + " " : ""
 
     signal mediaRequested
 
@@ -67,6 +67,7 @@ ShelfItem {
         width: tile.width
     }
     ProblemBadge {
+        files: tile.details.problemFiles
         grave: tile.details.isIncomplete
         text: tile.details.problem
         visible: text.length > 0

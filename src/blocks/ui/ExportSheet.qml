@@ -42,7 +42,7 @@ Sheet {
         onActivated: index => sheet.format = index
     }
     Told {
-        text: sheet.format === BlockExportJob.Format.Fcpxml ? qsTr("For editors that read FCPXML up to version 1.10. Titles and effects stay; what only newer versions know is left out.") : qsTr("For editors that read OpenTimelineIO. Flat tracks with one clip for each piece of media; titles, effects and speed changes are left out.")
+        text: sheet.format === BlockExportJob.Format.Fcpxml ? qsTr("For editors that read FCPXML up to version 1.10. Titles and effects stay; what only newer versions know is left out.") : qsTr("For editors that read OpenTimelineIO. Flat tracks with one clip for each piece of media. Markers, roles and even speeds stay; titles and effects are left out.")
         visible: !sheet.over
     }
     Item {

@@ -8,7 +8,10 @@ T.AbstractButton {
 
     /// Whether something is missing.
     required property bool grave
+    /// The files that it is about.
+    required property string files
 
+    Accessible.description: files
     Accessible.name: qsTr("Media: %1").arg(text)
     Accessible.role: Accessible.Button
     Accessible.onPressAction: if (enabled) clicked()
@@ -17,6 +20,12 @@ T.AbstractButton {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     leftPadding: 4
     rightPadding: 5
+
+    ToolTip {
+        hushed: badge.down
+        shown: badge.hovered
+        text: badge.files
+    }
 
     background: Rectangle {
         color: Theme.caption

@@ -115,7 +115,7 @@ TEST(Rasterizer, SurvivesHostileDocuments) {
     }
     EXPECT_FALSE(draw(test::svg("width=\"8\" height=\"8\"", nested)));
     EXPECT_EQ(Rasterizer::draw(test::lockedPdf(), Format::pdf, {RasterRule::Kind::enlarge, 8}).error(),
-              Error::unreadable);
+              Error::locked);
     EXPECT_EQ(draw({}).error(), Error::unreadable);
     EXPECT_LT(time.elapsed(), 10'000);
 }

@@ -1,6 +1,7 @@
 #include "media/AudioPreview.h"
 
 #include "base/FileUrl.h"
+#include "base/Text.h"
 #include "library/AppSettings.h"
 #include "media/MediaLength.h"
 #include "media/Peaks.h"
@@ -111,6 +112,10 @@ QString AudioPreview::urlText() const {
     return m_url ? QString::fromLatin1(fileUrl(*m_url)) : QString();
 }
 
+QString AudioPreview::name() const {
+    return m_url ? shownStem(*m_url) : QString();
+}
+
 void AudioPreview::play(const fs::path& url, double fraction, std::optional<double> seconds) {
     m_scrubTo.reset();
     start(url, fraction, seconds);
@@ -179,6 +184,26 @@ void AudioPreview::stop() {
     m_scrubTo.reset();
     if (m_thread.isRunning()) QMetaObject::invokeMethod(m_player.get(), &SoundPlayer::stop, Qt::QueuedConnection);
     setPlaying(false);
+}
+
+void AudioPreview::follow(const fs::path& from, const fs::path& to) {
+    if (m_url != from) return;
+    m_url = to;
+    if (m_thread.isRunning())
+        QMetaObject::invokeMethod(
+            m_player.get(), [player = m_player.get(), to] { player->moved(to); }, Qt::QueuedConnection);
+    Q_EMIT urlChanged();
+    // Its length was being asked of a file that is not there any more.
+    if (m_length.busy()) start(to, m_progress, {});
+}
+
+void AudioPreview::forget(const fs::path& url) {
+    if (m_url != url) return;
+    stop();
+    m_url.reset();
+    m_duration = 0;
+    setProgress(0);
+    Q_EMIT urlChanged();
 }
 
 void AudioPreview::setVolume(double volume) {

@@ -23,6 +23,7 @@ class AppSettings;
 class AudioPreview : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString url READ urlText NOTIFY urlChanged FINAL)
+    Q_PROPERTY(QString name READ name NOTIFY urlChanged FINAL)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged FINAL)
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged FINAL)
     Q_PROPERTY(double duration READ duration NOTIFY urlChanged FINAL)
@@ -49,11 +50,17 @@ public:
     /// heard, the last one always.
     void scrub(const std::filesystem::path& url, double fraction, std::optional<double> seconds = {});
     Q_INVOKABLE void stop();
+    /// The sound that lay at `from` lies at `to` now: where it plays it goes on.
+    void follow(const std::filesystem::path& from, const std::filesystem::path& to);
+    /// The sound is no longer there: where it plays it stops.
+    void forget(const std::filesystem::path& url);
 
     /// The sound that was played last.
     const std::optional<std::filesystem::path>& url() const { return m_url; }
     /// As a file: URL, empty for none.
     QString urlText() const;
+    /// What the shelf calls it; empty for none.
+    QString name() const;
     bool isPlaying() const { return m_isPlaying; }
     double progress() const { return m_progress; } ///< 0 to 1
     double duration() const { return m_duration; } ///< seconds

@@ -26,6 +26,8 @@ public:
     double position() const { return m_position; }
 
     void play(const std::filesystem::path& url, double seconds, quint64 request);
+    /// The file that plays lies there now.
+    void moved(const std::filesystem::path& url) { m_url = url; }
     void stop();
     void setVolume(double volume);
 

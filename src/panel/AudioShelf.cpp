@@ -3,6 +3,7 @@
 #include "base/Translation.h"
 #include "media/SoundOrder.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -76,8 +77,11 @@ std::optional<double> AudioShelf::secondsOf(const FileLocation& url) const {
     return known == m_audioDurations.end() ? std::nullopt : std::optional(known->second);
 }
 
-/// What changed or went since its length was read is forgotten.
+/// What changed or went since its length was read is forgotten, and what went is no longer heard.
 void AudioShelf::takenOver() {
+    const auto& playing = m_preview.url();
+    if (playing && std::ranges::find(items(), FileLocation(*playing), &LibraryItem::url) == items().end())
+        m_preview.forget(fs::path(*playing));
     std::unordered_map<FileLocation, FileDate> asked;
     AudioDurationCache::Durations known;
     for (const LibraryItem& item : items()) {
@@ -175,7 +179,12 @@ void AudioShelf::relocated(std::span<const ShelfSelection::Relocation> relocatio
             m_asked.insert(std::move(asked));
         }
         if (m_selectedAudio == from) setSelectedAudio(to);
+        m_preview.follow(from, to);
     }
+}
+
+void AudioShelf::left(std::span<const fs::path> files) {
+    for (const fs::path& file : files) m_preview.forget(file);
 }
 
 } // namespace quillary

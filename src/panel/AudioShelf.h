@@ -82,6 +82,7 @@ protected:
     QVariant details(const LibraryItem& item) const override;
     void arrange(std::vector<quint32>& rows, const LibraryItems& items) const override;
     void relocated(std::span<const ShelfSelection::Relocation> relocations) override;
+    void left(std::span<const std::filesystem::path> files) override;
 
 private:
     struct LengthJob;

@@ -3,11 +3,13 @@
 #include "base/FileUrl.h"
 #include "base/Text.h"
 #include "base/Translation.h"
+#include "blocks/BlockFiles.h"
 #include "blocks/FCPXMLPasteboard.h"
 #include "drag/DragRequest.h"
 #include "imaging/ImageIntake.h"
 #include "library/AppSettings.h"
 #include "platform/Clipboard.h"
+#include "platform/FileAttributes.h"
 #include "platform/ItemProvider.h"
 #include "platform/Pasteboard.h"
 #include "platform/SystemWording.h"
@@ -234,6 +236,11 @@ FileVerbs BlocksShelf::fileVerbs() const {
     };
     verbs.moveBack = [store](const fs::path& block, const fs::path& place) {
         return described(store->moveBack(block, place));
+    };
+    verbs.withBelongings = [](const fs::path& block) {
+        std::vector<fs::path> files{block};
+        if (platform::isTaken(posterPath(block))) files.push_back(posterPath(block));
+        return files;
     };
     verbs.remove = [store](const fs::path& block) { return described(store->remove(block)); };
     verbs.trash = [store](const fs::path& block) { return described(store->trash(block)); };

@@ -17,18 +17,21 @@ using platform::KeptFile;
 
 namespace {
 
-ShelfOutcome transformed(const std::vector<fs::path>& files, ImageTransform::Operation operation) {
+ShelfOutcome transformed(const FileVerbs& verbs, const std::vector<fs::path>& files,
+                         ImageTransform::Operation operation) {
     const bool reversible = std::ssize(files) <= ShelfHistory::mostKeptFiles;
     std::vector<ShelfChanges::Rewritten> rewritten;
     qsizetype done = 0;
     QString reason;
     for (const fs::path& file : files) {
         auto before = reversible ? KeptFile::open(file) : std::unexpected(platform::FileError());
+        const auto identity = platform::fileIdentity(file);
         if (const auto applied = ImageTransform::apply(operation, file); !applied) {
             if (reason.isEmpty()) reason = applied.error();
             continue;
         }
         ++done;
+        if (const auto now = platform::fileIdentity(file); now && identity) verbs.succession->replaced(*identity, *now);
         const auto after = before ? KeptFile::open(file) : std::unexpected(platform::FileError());
         if (after) rewritten.emplace_back(file, std::make_shared<const KeptFile>(*std::move(before)), after->stamp());
     }
@@ -45,7 +48,7 @@ ShelfOutcome transformed(const std::vector<fs::path>& files, ImageTransform::Ope
     if (rewritten.empty()) return outcome;
     std::vector<fs::path> changed;
     for (const auto& one : rewritten) changed.push_back(one.file);
-    outcome.change = ShelfChanges::rewriting(translate("Shelf", "%1 of %2").arg(label, ShelfChanges::named(changed)),
+    outcome.change = ShelfChanges::rewriting(verbs, translate("Shelf", "%1 of %2").arg(label, ShelfChanges::named(changed)),
                                              std::move(rewritten));
     return outcome;
 }
@@ -178,11 +181,10 @@ void ImagesShelf::saveBuiltInToLibrary(const LibraryItem& item) {
 
 void ImagesShelf::transform(const QStringList& urls, const QString& operation) {
     const auto wanted = ImageTransform::operation(operation);
-    std::vector<fs::path> files;
-    for (const QString& url : urls)
-        if (const auto* item = itemAt(url); item && !item->isBuiltIn) files.push_back(item->url);
+    refuseBuiltIns(urls);
+    const std::vector<fs::path> files = ownFiles(urls);
     if (!wanted || files.empty()) return;
-    run(m_saving, [files, operation = *wanted](const FileVerbs&) { return transformed(files, operation); });
+    run(m_saving, [files, operation = *wanted](const FileVerbs& verbs) { return transformed(verbs, files, operation); });
 }
 
 } // namespace quillary

@@ -193,6 +193,10 @@ void Shelf::relocated(std::span<const ShelfSelection::Relocation> relocations) {
     Q_UNUSED(relocations)
 }
 
+void Shelf::left(std::span<const fs::path> files) {
+    Q_UNUSED(files)
+}
+
 std::expected<fs::path, QString> Shelf::fileToDrag(const LibraryItem& item) {
     std::error_code ignored;
     if (fs::exists(item.url.path(), ignored)) return item.url;

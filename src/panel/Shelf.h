@@ -128,14 +128,17 @@ public:
     Q_INVOKABLE void rename(const QString& url, const QString& name);
     /// Into a collection of the shelf; the empty path is Unfiled.
     Q_INVOKABLE void move(const QStringList& urls, const QString& collection);
-    /// For good.
+    /// What was removed can be taken back. More than can be kept is not removed: `removalAsked` tells of it.
     Q_INVOKABLE void remove(const QStringList& urls);
+    Q_INVOKABLE void removeForGood(const QStringList& urls);
     /// Into the desktop's trash.
     Q_INVOKABLE void trash(const QStringList& urls);
     /// Take back what was done last in this session, and do it again. The note names the step; what others changed
     /// since stays as it is.
     Q_INVOKABLE void undo() { revert(ShelfHistory::Direction::undo); }
     Q_INVOKABLE void redo() { revert(ShelfHistory::Direction::redo); }
+    /// Tells that the icons that come with the program stay as they are.
+    Q_INVOKABLE void refuseBuiltIn();
     /// Makes the collection and selects it.
     Q_INVOKABLE void createCollection(const QString& name);
     /// A file: URL for a drag that begins now, empty when there is none; the reason goes into the note.
@@ -154,6 +157,8 @@ Q_SIGNALS:
     void searchChanged();
     void filteredChanged();
     void noteChanged();
+    /// The user is to say whether these files, as "“Logo”" or "3 files", are removed without a way back.
+    void removalAsked(const QStringList& urls, const QString& named);
 
 protected:
     Shelf(const Services& with, std::shared_ptr<ShelfListing> listing, QObject* parent);
@@ -173,9 +178,15 @@ protected:
     virtual QVariant details(const LibraryItem& item) const;
     /// Files got another place, and `items` is not listed anew yet.
     virtual void relocated(std::span<const ShelfSelection::Relocation> relocations);
+    /// Files went from the shelf, and `items` is not listed anew yet.
+    virtual void left(std::span<const std::filesystem::path> files);
     void updateVisible();
     void tellFiltered();
 
+    /// The files of the given items, built-in ones left out.
+    std::vector<std::filesystem::path> ownFiles(const QStringList& urls) const;
+    /// Tells the user where built-in icons are among what was to be changed.
+    void refuseBuiltIns(const QStringList& urls);
     /// The verbs on one file: `this` is not theirs.
     virtual FileVerbs fileVerbs() const = 0;
     static FileVerbs fileVerbs(Storage& storage, Storage::Folder folder);
@@ -189,10 +200,9 @@ private:
     void list();
     void takeOver(ShelfListing::Contents found);
     void settleFilter();
-    /// The files of the given items, built-in ones left out.
-    std::vector<std::filesystem::path> ownFiles(const QStringList& urls) const;
     void run(std::function<ShelfOutcome(const FileVerbs&)> verb) { run(m_verbs, std::move(verb)); }
     void takeOver(ShelfOutcome& outcome);
+    FileVerbs verbs() const;
     void revert(ShelfHistory::Direction direction);
     void revertNext();
 
@@ -216,6 +226,7 @@ private:
     Background m_refresh;
     Background m_verbs;
     ShelfHistory m_history;
+    const std::shared_ptr<FileSuccession> m_succession = std::make_shared<FileSuccession>();
     int m_verbsUnderWay = 0;
     std::deque<ShelfHistory::Direction> m_reverts; ///< asked for while verbs are under way
     ShelfWatch m_watch;

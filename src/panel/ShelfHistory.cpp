@@ -1,6 +1,5 @@
 #include "panel/ShelfHistory.h"
 
-#include <numeric>
 #include <utility>
 
 namespace quillary {
@@ -33,11 +32,16 @@ void ShelfHistory::put(Direction taken, ShelfChange change) {
 }
 
 void ShelfHistory::bound() {
-    const auto kept = [this] {
-        return std::accumulate(m_undo.begin(), m_undo.end(), 0,
-                               [](int sum, const ShelfChange& step) { return sum + step.keptFiles; });
+    const auto keepsTooMuch = [this] {
+        int files = 0;
+        std::uint64_t bytes = 0;
+        for (const ShelfChange& step : m_undo) {
+            files += step.keptFiles;
+            bytes += step.keptBytes;
+        }
+        return files > mostKeptFiles || bytes > ShelfChanges::mostKeptBytes;
     };
-    while (m_undo.size() > mostSteps || (kept() > mostKeptFiles && !m_undo.empty())) m_undo.pop_front();
+    while (m_undo.size() > mostSteps || keepsTooMuch()) m_undo.pop_front();
 }
 
 } // namespace quillary

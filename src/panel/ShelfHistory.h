@@ -8,14 +8,14 @@
 
 namespace quillary {
 
-/// What was done on a shelf in this session, to be taken back and done again. Bounded in steps and in the files that
-/// they hold open: the oldest are forgotten first. A value; no thread of its own.
+/// What was done on a shelf in this session, to be taken back and done again. Bounded in steps, in the files that
+/// they hold open and in the room that those take: the oldest are forgotten first. A value; no thread of its own.
 class ShelfHistory {
 public:
     enum class Direction { undo, redo };
 
     static constexpr std::size_t mostSteps = 100;
-    static constexpr int mostKeptFiles = 400;
+    static constexpr int mostKeptFiles = ShelfChanges::mostKeptFiles;
 
     /// What was done anew; what was undone before it is forgotten.
     void record(ShelfChange change);

@@ -2,6 +2,8 @@
 #include "base/Translation.h"
 #include "panel/Shelf.h"
 
+#include <algorithm>
+
 namespace quillary {
 
 namespace fs = std::filesystem;
@@ -48,6 +50,12 @@ FileVerbs Shelf::fileVerbs(Storage& storage, Storage::Folder folder) {
     };
 }
 
+FileVerbs Shelf::verbs() const {
+    FileVerbs verbs = fileVerbs();
+    verbs.succession = m_succession;
+    return verbs;
+}
+
 std::vector<fs::path> Shelf::ownFiles(const QStringList& urls) const {
     std::vector<fs::path> files;
     std::unordered_set<FileLocation> wanted;
@@ -71,24 +79,44 @@ void Shelf::setFavorite(const QStringList& urls, bool favorite) {
             files.push_back(item->url);
     if (files.empty()) return;
     m_favorites.set(files, favorite);
-    m_history.record(ShelfChanges::stars(fileVerbs(), files, favorite));
+    m_history.record(ShelfChanges::stars(verbs(), files, favorite));
+}
+
+void Shelf::refuseBuiltIn() {
+    setNote(translate("Shelf", "Built-in icons can’t be edited — save a copy first"), Tone::problem);
+}
+
+void Shelf::refuseBuiltIns(const QStringList& urls) {
+    const auto isBuiltIn = [this](const QString& url) {
+        const LibraryItem* item = itemAt(url);
+        return item && item->isBuiltIn;
+    };
+    if (std::ranges::any_of(urls, isBuiltIn)) refuseBuiltIn();
 }
 
 void Shelf::rename(const QString& url, const QString& name) {
+    refuseBuiltIns({url});
     for (const fs::path& file : ownFiles({url}))
         run([file, name](const FileVerbs& verbs) { return ShelfChanges::rename(verbs, file, name); });
 }
 
 void Shelf::move(const QStringList& urls, const QString& collection) {
+    refuseBuiltIns(urls);
     run([files = ownFiles(urls), to = collection.isEmpty() ? std::nullopt : std::optional(collection)](
             const FileVerbs& verbs) { return ShelfChanges::move(verbs, files, to); });
 }
 
 void Shelf::remove(const QStringList& urls) {
+    refuseBuiltIns(urls);
     run([files = ownFiles(urls)](const FileVerbs& verbs) { return ShelfChanges::remove(verbs, files); });
 }
 
+void Shelf::removeForGood(const QStringList& urls) {
+    run([files = ownFiles(urls)](const FileVerbs& verbs) { return ShelfChanges::removeForGood(verbs, files); });
+}
+
 void Shelf::trash(const QStringList& urls) {
+    refuseBuiltIns(urls);
     run([files = ownFiles(urls)](const FileVerbs& verbs) { return ShelfChanges::trash(verbs, files); });
 }
 
@@ -101,7 +129,7 @@ void Shelf::createCollection(const QString& name) {
 
 void Shelf::run(Background& on, std::function<ShelfOutcome(const FileVerbs&)> verb) {
     ++m_verbsUnderWay;
-    on.every([verb = std::move(verb), verbs = fileVerbs()](const std::stop_token&) { return verb(verbs); },
+    on.every([verb = std::move(verb), verbs = verbs()](const std::stop_token&) { return verb(verbs); },
              [this](ShelfOutcome outcome) {
                  --m_verbsUnderWay;
                  takeOver(outcome);
@@ -115,6 +143,12 @@ void Shelf::takeOver(ShelfOutcome& outcome) {
     if (!outcome.relocations.empty()) {
         m_selection.follow(outcome.relocations);
         relocated(outcome.relocations);
+    }
+    if (!outcome.left.empty()) left(outcome.left);
+    if (!outcome.tooMuch.empty()) {
+        QStringList urls;
+        for (const fs::path& file : outcome.tooMuch) urls.append(QString::fromLatin1(fileUrl(file)));
+        Q_EMIT removalAsked(urls, ShelfChanges::named(outcome.tooMuch));
     }
     if (outcome.starsChanged || !outcome.relocations.empty()) m_favorites.reload();
     if (outcome.created) m_selectAfterRefresh = outcome.created;

@@ -35,6 +35,8 @@ public:
     /// Makes it the file at `target` again, in one step; what a link at `target` leads to is replaced. Afterwards that
     /// file has this one's stamp.
     std::expected<void, FileError> putBack(const std::filesystem::path& target) const;
+    /// Makes it a new file of this name, with this one's stamp: EEXIST when the name is taken.
+    std::expected<void, FileError> placeAs(const std::filesystem::path& target) const;
 
 private:
     explicit KeptFile(int descriptor) : m_descriptor(descriptor) {}

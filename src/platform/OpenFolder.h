@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -10,13 +12,6 @@
 #include <vector>
 
 namespace quillary::platform {
-
-/// What makes a file the same one under another name.
-struct FileIdentity {
-    std::uint64_t device = 0;
-    std::uint64_t number = 0;
-    bool operator==(const FileIdentity&) const = default;
-};
 
 /// The name of an extended attribute as the system wants it, made once for many files.
 class AttributeName {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileError.h"
+#include "platform/FileIdentity.h"
 
 #include <expected>
 #include <filesystem>
@@ -12,6 +13,7 @@ struct TrashedFile {
     std::filesystem::path origin; ///< where it was
     std::filesystem::path file;   ///< where it is now
     std::filesystem::path info;   ///< the desktop's note of it
+    FileIdentity identity = {};   ///< tells it from another file that lies there under its name by now
 };
 
 /// Moves a file (a link as such, never a folder) into the trash of its file system, in one rename: bytes are never
@@ -24,7 +26,7 @@ struct TrashedFile {
 std::expected<TrashedFile, FileError> moveToTrash(const std::filesystem::path& file);
 
 /// Puts the file back where it was, making its folder anew when that is gone. EEXIST when its name is taken there,
-/// ENOENT when the trash was emptied; nothing is changed then.
+/// ENOENT when it is not in the trash any more; nothing is changed then.
 std::expected<void, FileError> restoreFromTrash(const TrashedFile& trashed);
 
 } // namespace quillary::platform

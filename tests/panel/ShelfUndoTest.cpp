@@ -87,6 +87,80 @@ TEST_F(ShelfUndoTest, NothingOfOthersIsTouched) {
     EXPECT_TRUE(fs::exists(b)) << "the rest is done";
 }
 
+TEST_F(ShelfUndoTest, AnotherFileUnderTheNameIsNotTheOneThatWasChanged) {
+    const fs::path a = shelved("a.png");
+    const fs::path c = shelved("c.png");
+    const fs::path b = a.parent_path() / "b.png";
+    list(images());
+    images().rename(urlOf(a), u"b"_s);
+    settle();
+    fs::remove(b);
+    writeFile(b, "somebody's");
+    EXPECT_EQ(undone(images()), "Another file is called “b.png” by now; it stays as it is.");
+    EXPECT_EQ(readFile(b), "somebody's");
+    EXPECT_FALSE(fs::exists(a));
+
+    images().trash({urlOf(c)});
+    settle();
+    const fs::path inTrash = folder / "data/Trash/files/c.png";
+    ASSERT_TRUE(fs::exists(inTrash));
+    fs::remove(inTrash);
+    writeFile(inTrash, "somebody's");
+    EXPECT_EQ(undone(images()), "“c.png” is not in the trash any more.");
+    EXPECT_FALSE(fs::exists(c));
+
+    // What the panel itself puts in a file's place is that file.
+    const fs::path d = shelved("d.png", picture(6, 4));
+    const std::string before = readFile(d);
+    list(images());
+    images().rename(urlOf(d), u"e"_s);
+    settle();
+    const fs::path e = d.parent_path() / "e.png";
+    images().transform({urlOf(e)}, u"rotateLeft"_s);
+    settle();
+    images().remove({urlOf(e)});
+    settle();
+    EXPECT_FALSE(fs::exists(e));
+    for (int step = 0; step < 3; ++step) undone(images());
+    EXPECT_EQ(readFile(d), before) << images().noteText().toStdString();
+    for (int step = 0; step < 3; ++step) redone(images());
+    EXPECT_FALSE(fs::exists(d) || fs::exists(e)) << images().noteText().toStdString();
+    for (int step = 0; step < 3; ++step) undone(images());
+    EXPECT_EQ(readFile(d), before) << images().noteText().toStdString();
+    for (int step = 0; step < 2; ++step) redone(images());
+    fs::remove(e);
+    writeFile(e, "somebody's");
+    EXPECT_EQ(redone(images()), "Another file is called “e.png” by now; it stays as it is.");
+    EXPECT_EQ(readFile(e), "somebody's");
+}
+
+TEST_F(ShelfUndoTest, WhatWasRemovedComesBackUnlessItsNameIsTaken) {
+    const fs::path a = shelved("a.png");
+    const fs::path target = writeFile(folder / "elsewhere.png", readFile(a));
+    const fs::path link = a.parent_path() / "link.png";
+    fs::create_symlink("../../../../elsewhere.png", link);
+    Storage::setSourceFormat(a, u"svg"_s);
+    const auto date = fs::last_write_time(a);
+    const std::string bytes = readFile(a);
+    list(images());
+    images().remove({urlOf(a), urlOf(link)});
+    settle();
+    EXPECT_EQ(images().noteText().toStdString(), "Removed 2 files · Ctrl+Z undoes it");
+    EXPECT_EQ(images().count(), 0);
+    EXPECT_EQ(undone(images()), "Undid removing 2 files");
+    EXPECT_EQ(readFile(a), bytes);
+    EXPECT_EQ(fs::last_write_time(a), date);
+    EXPECT_EQ(Storage::sourceFormat(a), u"svg"_s);
+    EXPECT_EQ(fs::read_symlink(link), "../../../../elsewhere.png");
+    EXPECT_EQ(readFile(target), bytes);
+    redone(images());
+    EXPECT_EQ(images().count(), 0);
+    writeFile(a, "somebody's");
+    EXPECT_EQ(undone(images()), "Another file is called “a.png” by now; it stays as it is.");
+    EXPECT_EQ(readFile(a), "somebody's");
+    EXPECT_TRUE(fs::is_symlink(link)) << "the rest is done";
+}
+
 TEST_F(ShelfUndoTest, ATurnedPictureIsTheVeryFileAgain) {
     QImage deep(30, 20, QImage::Format_RGBA64);
     deep.fill(QColor::fromRgba64(1, 30000, 65535));
@@ -133,6 +207,14 @@ TEST_F(ShelfUndoTest, TheTrashGivesBackABlockWithItsPoster) {
     EXPECT_FALSE(fs::exists(block->url) || fs::exists(posterPath(block->url)));
     undone(blocks);
     EXPECT_TRUE(fs::exists(block->url) && fs::exists(posterPath(block->url)));
+    const std::string poster = readFile(posterPath(block->url));
+    blocks.remove({urlOf(block->url)});
+    settle();
+    EXPECT_EQ(blocks.noteText().toStdString(), "Removed “Intro” · Ctrl+Z undoes it");
+    EXPECT_FALSE(fs::exists(block->url) || fs::exists(posterPath(block->url)));
+    EXPECT_EQ(undone(blocks), "Undid removing “Intro”");
+    EXPECT_TRUE(fs::exists(block->url));
+    EXPECT_EQ(readFile(posterPath(block->url)), poster);
 }
 
 TEST_F(ShelfUndoTest, TheHistoryIsBoundedInStepsAndFiles) {
@@ -146,8 +228,8 @@ TEST_F(ShelfUndoTest, TheHistoryIsBoundedInStepsAndFiles) {
     }
     EXPECT_EQ(left, ShelfHistory::mostSteps);
     EXPECT_EQ(oldest, u"20"_s);
-    history.record({.name = u"old"_s, .revert = {}, .keptFiles = 300});
-    history.record({.name = u"new"_s, .revert = {}, .keptFiles = 200});
+    history.record({.name = u"old"_s, .revert = {}, .keptFiles = 150});
+    history.record({.name = u"new"_s, .revert = {}, .keptFiles = 100});
     EXPECT_EQ(history.take(ShelfHistory::Direction::undo)->name, u"new"_s);
     EXPECT_FALSE(history.take(ShelfHistory::Direction::undo));
 }

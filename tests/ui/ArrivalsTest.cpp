@@ -1,5 +1,6 @@
 #include "samples/Clips.h"
 #include "samples/Media.h"
+#include "ui/ShelfRows.h"
 #include "ui/ShownPanel.h"
 
 #include <fcntl.h>
@@ -65,18 +66,8 @@ protected:
         EXPECT_EQ(utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
     }
 
-    static QList<QQuickItem*> below(QQuickItem* item) {
-        QList<QQuickItem*> all = item->childItems();
-        for (int at = 0; at < all.size(); ++at) all += all[at]->childItems();
-        return all;
-    }
     /// Whether the window shows a row or tile of this name.
-    bool shows(const std::string& name) {
-        return std::ranges::any_of(below(stage.view.get()), [&](QQuickItem* item) {
-            return item->isVisible() && item->property("grid").isValid() &&
-                   item->property("name").toString().toStdString() == name;
-        });
-    }
+    bool shows(const std::string& name) { return shownRow(stage.view.get(), QString::fromStdString(name)) != nullptr; }
     bool comes(const std::string& name) {
         return comesTrue([&] { return shows(name); }, 5'000);
     }

@@ -1,4 +1,5 @@
 #include "samples/Media.h"
+#include "ui/ShelfRows.h"
 #include "ui/ShownPanel.h"
 
 namespace quillary::test {
@@ -15,14 +16,8 @@ protected:
             if (grid->isVisible()) return grid;
         return nullptr;
     }
-    /// All items below one: those of a list are its children on the screen alone.
-    static QList<QQuickItem*> below(QQuickItem* item) {
-        QList<QQuickItem*> all = item->childItems();
-        for (int at = 0; at < all.size(); ++at) all += all[at]->childItems();
-        return all;
-    }
     QQuickItem* row(const QString& name) {
-        for (auto* item : below(grid()))
+        for (auto* item : itemsBelow(grid()))
             if (item->property("grid").isValid() && item->property("name") == name) return item;
         return nullptr;
     }
@@ -35,7 +30,7 @@ protected:
     static QObject* scrubOf(QQuickItem* tile) { return named(tile->findChildren<QObject*>(), "ClipScrub"); }
     static QStringList textsIn(QQuickItem* item) {
         QStringList texts;
-        for (auto* part : below(item))
+        for (auto* part : itemsBelow(item))
             if (part->isVisible() && part->property("text").isValid()) texts << part->property("text").toString();
         return texts;
     }
@@ -63,7 +58,7 @@ protected:
         };
         EXPECT_TRUE(comesTrue([&] { return grid() && read("a") && read("b"); }));
     }
-    QQuickItem* wave(const char* name) { return named(below(row(QString::fromLatin1(name))), "Waveform"); }
+    QQuickItem* wave(const char* name) { return named(itemsBelow(row(QString::fromLatin1(name))), "Waveform"); }
     int current() { return grid()->property("currentIndex").toInt(); }
     AudioShelf& audio = *stage.model.audioShelf();
     AudioPreview& preview = *audio.preview();

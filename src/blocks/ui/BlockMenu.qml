@@ -14,6 +14,8 @@ ShelfMenu {
     signal exportRequested
     signal mediaRequested
 
+    removeLabel: several ? qsTr("Delete %n blocks", "", urls.length) : qsTr("Delete")
+
     extras: [
         MenuItem {
             symbol: "pencil"
@@ -63,12 +65,5 @@ ShelfMenu {
         text: qsTr("Move to…")
 
         onTriggered: menu.moveRequested()
-    }
-    MenuItem {
-        dangerous: true
-        symbol: "trash"
-        text: menu.several ? qsTr("Delete %n blocks", "", menu.urls.length) : qsTr("Delete")
-
-        onTriggered: menu.shelf.remove(menu.urls)
     }
 }

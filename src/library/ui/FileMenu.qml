@@ -25,12 +25,4 @@ ShelfMenu {
 
         onTriggered: menu.moveRequested()
     }
-    MenuSeparator {}
-    MenuItem {
-        dangerous: true
-        symbol: "trash"
-        text: qsTr("Delete")
-
-        onTriggered: menu.shelf.remove(menu.urls)
-    }
 }

@@ -11,6 +11,7 @@ ShelfMenu {
     readonly property bool isRecent: shelf.place === Shelf.Place.Recent
 
     actions: model.fileActions
+    removeLabel: isRecent ? qsTr("Remove from Recent") : qsTr("Remove from Library")
     extras: MenuItem {
         symbol: "folder"
         text: qsTr("Move to…")
@@ -33,7 +34,6 @@ ShelfMenu {
         onTriggered: menu.model.editItem(menu.url)
     }
     Menu {
-        enabled: !menu.isBuiltIn
         title: qsTr("Rotate & Flip")
 
         MenuItem {
@@ -74,13 +74,5 @@ ShelfMenu {
         visible: menu.isBuiltIn
 
         onTriggered: menu.model.imagesShelf.saveBuiltIn(menu.url)
-    }
-    MenuItem {
-        dangerous: true
-        symbol: "trash"
-        text: menu.isRecent ? qsTr("Remove from Recent") : qsTr("Remove from Library")
-        visible: !menu.isBuiltIn
-
-        onTriggered: menu.shelf.remove(menu.urls)
     }
 }

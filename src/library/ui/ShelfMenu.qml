@@ -2,8 +2,9 @@ import QtQuick
 import Quillary.Controls
 import Quillary.Model
 
-/// The menu of a shelf's file: the shelf's own entries, and behind a separator `extras` and what every shelf offers. All
-/// act on `urls`: the file, or the whole selection when it is part of it.
+/// The menu of a shelf's file: the shelf's own entries, the ways to be rid of the file, the one that can be taken back
+/// anywhere first, and behind a separator `extras` and what every shelf offers. All act on `urls`: the file, or the whole
+/// selection when it is part of it.
 Menu {
     id: menu
 
@@ -15,8 +16,9 @@ Menu {
     property bool isBuiltIn: false
     readonly property bool several: urls.length > 1
     property list<string> urls: []
+    property string removeLabel: qsTr("Delete")
     property list<Item> extras
-    readonly property list<Item> shared: [
+    readonly property list<Item> removals: [
         MenuItem {
             symbol: "arrow.up.bin"
             text: qsTr("Move to Trash")
@@ -24,6 +26,16 @@ Menu {
 
             onTriggered: menu.shelf.trash(menu.urls)
         },
+        MenuItem {
+            dangerous: true
+            symbol: "trash"
+            text: menu.removeLabel
+            visible: !menu.isBuiltIn
+
+            onTriggered: menu.shelf.remove(menu.urls)
+        }
+    ]
+    readonly property list<Item> shared: [
         MenuItem {
             symbol: "doc.on.doc"
             text: qsTr("Copy")
@@ -56,6 +68,8 @@ Menu {
     signal moveRequested
 
     Component.onCompleted: {
+        for (let row = 0; row < removals.length; ++row)
+            addItem(removals[row]);
         addItem(separator);
         for (let row = 0; row < extras.length; ++row)
             addItem(extras[row]);

@@ -226,6 +226,29 @@ Item {
 
         onTargetPicked: path => view.shelf.move(urls, path)
     }
+    Loader {
+        id: removal
+
+        Connections {
+            function onRemovalAsked(urls: list<string>, named: string) {
+                removal.setSource("qrc:/qt/qml/Quillary/Library/RemovalAlert.qml", {
+                    "named": named,
+                    "parent": view,
+                    "shelf": view.shelf,
+                    "urls": urls
+                });
+            }
+
+            target: view.shelf
+        }
+        Connections {
+            function onClosed() {
+                removal.source = "";
+            }
+
+            target: removal.item
+        }
+    }
     NameSheet {
         id: newCollection
 

@@ -55,7 +55,9 @@ GridView {
             openMenuAt(currentIndex, currentItem, currentItem.width / 2, currentItem.height / 2);
     }
     function rename() {
-        if (currentItem && !shelf.visible.builtInAt(currentIndex))
+        if (currentItem && shelf.visible.builtInAt(currentIndex))
+            shelf.refuseBuiltIn();
+        else if (currentItem)
             renameRequested(currentIndex);
     }
     /// The selected files, or the current one.

@@ -30,7 +30,32 @@ Item {
         secondary: true
         small: true
         text: qsTr("reading %n", "", footer.remaining)
-        visible: footer.remaining > 0
+        visible: footer.remaining > 0 && !stop.visible
+    }
+    IconButton {
+        id: stop
+
+        anchors.verticalCenter: volume.verticalCenter
+        focusPolicy: Qt.NoFocus
+        help: qsTr("Stop")
+        ink: Theme.accentText
+        objectName: "stopSound"
+        symbol: "stop.fill"
+        visible: footer.shelf.preview.isPlaying
+
+        onClicked: footer.shelf.preview.stop()
+    }
+    Label {
+        anchors.left: stop.right
+        anchors.leftMargin: 4
+        anchors.right: quiet.left
+        anchors.rightMargin: Theme.gap
+        anchors.verticalCenter: volume.verticalCenter
+        elide: Text.ElideMiddle
+        secondary: true
+        small: true
+        text: footer.shelf.preview.name
+        visible: stop.visible
     }
     ProgressBar {
         anchors.left: reading.right
@@ -42,6 +67,8 @@ Item {
         width: 60
     }
     Symbol {
+        id: quiet
+
         anchors.right: volume.left
         anchors.rightMargin: Theme.smallGap
         anchors.verticalCenter: volume.verticalCenter

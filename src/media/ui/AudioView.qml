@@ -30,6 +30,10 @@ ShelfView {
         return true;
     }
 
+    // Nothing is heard without a button beside it that stops it.
+    onVisibleChanged: if (!visible)
+        sounds?.preview.stop()
+
     emptyHint: qsTr("you already keep them in — subfolders become collections.")
     emptyLine: qsTr("Drop sound effects here, or point Library/Audio at the folders")
     emptySymbol: "waveform"

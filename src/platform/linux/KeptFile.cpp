@@ -47,4 +47,10 @@ std::expected<void, FileError> KeptFile::putBack(const fs::path& target) const {
     return pending.replace(file);
 }
 
+std::expected<void, FileError> KeptFile::placeAs(const fs::path& target) const {
+    auto pending = TRY(PendingFile::create(target.parent_path()));
+    TRY(pending.copyWhole(readablePath()));
+    return pending.placeAs(target.filename().native());
+}
+
 } // namespace quillary::platform

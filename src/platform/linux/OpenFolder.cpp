@@ -99,7 +99,7 @@ std::optional<OpenFolder> OpenFolder::openFolder(const char* name) const {
 FileIdentity OpenFolder::identity() const {
     struct stat status {};
     if (::fstat(m_descriptor, &status) != 0) return {};
-    return {status.st_dev, status.st_ino};
+    return {.device = status.st_dev, .number = status.st_ino};
 }
 
 void OpenFolder::read(Entries& entries) const {

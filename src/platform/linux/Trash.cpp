@@ -129,6 +129,7 @@ std::expected<TrashedFile, FileError> moveInto(const TrashFolder& trash, const f
         return moved;
     };
     trashed.info = TRY(claimFreeName(trash.folder / "info", noteNames(file), claim));
+    trashed.identity = fileIdentity(trashed.file).value_or(FileIdentity());
     return trashed;
 }
 
@@ -155,6 +156,7 @@ std::expected<TrashedFile, FileError> moveToTrash(const fs::path& file) {
 }
 
 std::expected<void, FileError> restoreFromTrash(const TrashedFile& trashed) {
+    if (fileIdentity(trashed.file) != trashed.identity) return std::unexpected(FileError{ENOENT});
     TRY(createFolders(trashed.origin.parent_path()));
     TRY(renameExclusively(trashed.file, trashed.origin));
     ::unlink(trashed.info.c_str());

@@ -20,7 +20,9 @@ std::optional<QString> collectionOfBlock(const std::filesystem::path& block, con
     const auto below = block.parent_path().lexically_relative(root / Storage::blocksFolder());
     if (below.empty() || below == ".") return {};
     QStringList names;
-    for (const auto& name : below) names.append(shown(name));
+    for (const auto& part : below)
+        if (const QString name = shown(part).trimmed(); !name.isEmpty()) names.append(name);
+    if (names.isEmpty()) return {};
     return names.join(collectionSeparator.toString());
 }
 

@@ -25,7 +25,7 @@ class RecentAdd final : public Command {
             image = image.cutOut(MatteRefiner::refine(cut.image, MatteRefiner::usualAmount));
         }
         const auto written = TRY(services.storage.write(image, Storage::Folder::recent, {}));
-        services.storage.pruneRecent(services.settings.recentLimit());
+        services.storage.pruneRecent(services.settings.recentLimit(), written);
         if (output.json())
             output.document(QJsonObject{{QStringLiteral("path"), jsonPath(written)}});
         else

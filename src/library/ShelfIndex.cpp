@@ -97,11 +97,11 @@ public:
     int descriptor() const { return m_watch ? m_watch->descriptor() : -1; }
     const std::shared_ptr<const LibraryItems>& items() const { return m_items; }
 
-    QStringList collectionFolders() const {
+    QStringList collectionFolders(bool missingOnes = false) const {
         QStringList found;
         if (!m_root) return found;
         visitAll(*m_root, [&](const ShelfNode& node) {
-            if (node.collection) found.append(*node.collection);
+            if (node.collection && (node.missing || !missingOnes)) found.append(*node.collection);
         });
         found.sort();
         found.removeDuplicates();
@@ -249,6 +249,9 @@ std::shared_ptr<const LibraryItems> ShelfIndex::items() const {
 }
 QStringList ShelfIndex::collectionFolders() const {
     return m_state->collectionFolders();
+}
+QStringList ShelfIndex::missingFolders() const {
+    return m_state->collectionFolders(true);
 }
 
 } // namespace quillary

@@ -49,6 +49,8 @@ public:
     std::shared_ptr<const LibraryItems> items() const;
     /// Every collection folder, empty ones too, ascending.
     QStringList collectionFolders() const;
+    /// Those of them that cannot be read now.
+    QStringList missingFolders() const;
 
     /// How many files a listing would have: the same walk without asking any file.
     static std::int64_t countFiles(const std::filesystem::path& folder, std::span<const std::string_view> extensions);

@@ -58,7 +58,9 @@ bool isListed(const FileLocation::Folder& text, const std::vector<ShelfNode::Fil
 }
 
 std::optional<QString> collectionBelow(const ShelfNode& parent, const char* name) {
-    const QString text = QString::fromUtf8(name);
+    // Blanks at its edges tell no name from another.
+    const QString text = QString::fromUtf8(name).trimmed();
+    if (text.isEmpty()) return parent.collection;
     return parent.collection ? *parent.collection + collectionSeparator.toString() + text : text;
 }
 
@@ -130,6 +132,7 @@ std::unique_ptr<ShelfNode> ShelfWalk::readFolder(ShelfNode& parent, const OpenFo
     node->parent = &parent;
     node->depth = parent.depth + 1;
     node->linksAbove = links;
+    node->missing = !folder;
     if (folder) enter(*node, *folder);
     return node;
 }
@@ -139,9 +142,15 @@ struct ShelfWalk::Folders {
     struct Met {
         std::uint32_t offset; ///< of the name in the node's text
         bool throughLink;
+        bool missing = false;
     };
     std::unordered_map<std::string_view, std::unique_ptr<ShelfNode>> known; ///< from the reading before
     std::vector<Met> met;
+
+    bool isThere(std::string_view name) const {
+        const auto folder = known.find(name);
+        return folder != known.end() && !folder->second->missing;
+    }
 };
 
 bool ShelfWalk::readEntries(ShelfNode& node, const OpenFolder& folder) {
@@ -175,7 +184,7 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
         const char* name = m_entries.name(entry);
         const std::string_view text(name, entry.length);
         const bool isLink = entry.kind == Kind::link;
-        if (entry.kind == Kind::folder || (isLink && node.unchanged(text) && folders.known.contains(text))) {
+        if (entry.kind == Kind::folder || (isLink && node.unchanged(text) && folders.isThere(text))) {
             folders.met.push_back({entry.offset, isLink});
             continue;
         }
@@ -196,6 +205,8 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
             continue;
         }
         node.restless = node.restless || isLink;
+        // A link without an extension that leads nowhere is taken for one to a folder on a drive that is away.
+        if (!status && isLink && text.find('.') == std::string_view::npos) folders.met.push_back({entry.offset, true, true});
         // A file that may not be asked is one without a date.
         if (!status || (isLink && status->kind != Kind::file) || !wanted(text)) continue;
         if (isGrowing(node, text, status->size) && !isListed(*oldText, oldFiles, text)) {
@@ -213,9 +224,9 @@ bool ShelfWalk::readFiles(ShelfNode& node, const OpenFolder& folder, Folders& fo
 
 bool ShelfWalk::readFolders(ShelfNode& node, const OpenFolder& folder, Folders& folders) {
     bool different = false;
-    for (const auto& [offset, throughLink] : folders.met) {
+    for (const auto& [offset, throughLink, missing] : folders.met) {
         const char* name = node.text->names.c_str() + offset;
-        if (node.unchanged(name)) {
+        if (node.unchanged(name) && (!throughLink || missing || folders.isThere(name))) {
             if (auto known = folders.known.extract(name)) {
                 node.folders.push_back(std::move(known.mapped()));
                 continue;

@@ -34,6 +34,7 @@ struct ShelfNode {
     int depth = 0;
     int linksAbove = 0;
     int watch = -1;
+    bool missing = false;  ///< cannot be opened, or is a link to a folder that is not there now
     bool restless = false; ///< holds links whose targets are not watched: must be read every time
     std::vector<File> files;
     std::vector<std::unique_ptr<ShelfNode>> folders;

@@ -81,7 +81,8 @@ public:
     /// A name that may stand in a folder: forbidden and control characters become "-", at most 80 characters, "Image"
     /// when nothing is left; a leading dot becomes "-", since hidden files show on no shelf.
     static QString sanitize(const QString& name);
-    /// The folder of a collection below `folder`. Pieces are trimmed; empty ones, "." and ".." are left out.
+    /// The folder of a collection below `folder`. Pieces are trimmed; empty ones, "." and ".." are left out. A folder
+    /// that bears a piece with blanks around it is that collection, unless there is one without.
     static std::filesystem::path appending(const QString& collection, const std::filesystem::path& folder);
 
     // --- Writing ------------------------------------------------------------------------------------------------
@@ -165,9 +166,10 @@ public:
     static QStringList collections(const LibraryItems& items);
     ShelfCounts shelfCounts();
 
-    /// Deletes the oldest entries of Recent down to `limit`; below 1 nothing. Folders count, but only empty ones go.
-    /// Returns how many were deleted.
-    int pruneRecent(int limit);
+    /// Deletes the oldest pictures of Recent down to `limit`; below 1 nothing. Only what the program itself puts there
+    /// counts and goes: PNG files, neither links nor folders nor files of other kinds; and never `justWritten`, whatever
+    /// its date. Returns how many were deleted.
+    int pruneRecent(int limit, const std::filesystem::path& justWritten = {});
 
     // --- Access to what aliases lead to -----------------------------------------------------------------------------
 

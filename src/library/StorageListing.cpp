@@ -1,3 +1,4 @@
+#include "base/Text.h"
 #include "library/AppSettings.h"
 #include "library/ShelfIndex.h"
 #include "library/Storage.h"
@@ -66,7 +67,7 @@ ShelfCounts Storage::shelfCounts(const fs::path& root) {
     };
 }
 
-int Storage::pruneRecent(int limit) {
+int Storage::pruneRecent(int limit, const fs::path& justWritten) {
     if (limit < 1) return 0;
     const auto root = this->root();
     if (!root) return 0;
@@ -80,8 +81,10 @@ int Storage::pruneRecent(int limit) {
     std::vector<std::pair<FileDate, const char*>> dated;
     for (const auto& entry : entries.list) {
         const char* name = entries.name(entry);
+        if (entry.kind != platform::OpenFolder::Kind::file || lowercaseExtension(name) != "png") continue;
         const auto status = folder->status(name);
-        dated.emplace_back(status ? status->modified : distantPast, name);
+        const bool fresh = justWritten == fs::path(folder->path()) / name;
+        dated.emplace_back(fresh ? FileDate::max() : status ? status->modified : distantPast, name);
     }
     std::ranges::stable_sort(dated, {}, [](const auto& entry) { return entry.first; });
     int deleted = 0;

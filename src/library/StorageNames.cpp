@@ -1,5 +1,7 @@
 #include "base/Text.h"
 #include "library/Storage.h"
+#include "platform/FileAttributes.h"
+#include "platform/OpenFolder.h"
 
 #include <QTextBoundaryFinder>
 #include <algorithm>
@@ -44,6 +46,17 @@ QString folderName(QString piece) {
         if (c == u'/' || isControl(c)) c = u'-';
     if (piece.startsWith(u'.')) piece[0] = u'-';
     return piece;
+}
+
+/// The folder that is the collection of this name, or is to become it.
+fs::path folderIn(const fs::path& above, const QString& name) {
+    const fs::path folder = above / pathOf(folderName(name));
+    if (platform::isTaken(folder)) return folder;
+    std::error_code gone;
+    std::vector<fs::path> padded;
+    for (const fs::path& entry : platform::visibleEntries(above))
+        if (shown(entry.filename()).trimmed() == name && fs::is_directory(entry, gone)) padded.push_back(entry);
+    return padded.empty() ? folder : std::ranges::min(padded);
 }
 
 } // namespace
@@ -117,7 +130,7 @@ fs::path Storage::appending(const QString& collection, const fs::path& folder) {
     fs::path path = folder;
     for (const QString& piece : collection.split(collectionSeparator.toString())) {
         const QString name = piece.trimmed();
-        if (!name.isEmpty() && name != u"." && name != u"..") path /= pathOf(folderName(name));
+        if (!name.isEmpty() && name != u"." && name != u"..") path = folderIn(path, name);
     }
     return path;
 }

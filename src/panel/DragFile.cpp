@@ -81,7 +81,7 @@ void DragFile::name(const SharedJob& job) {
     settle(job);
     if (placed && job == m_job) Q_EMIT fileChanged();
     if (placed)
-        Q_EMIT named();
+        Q_EMIT named(*placed);
     else
         Q_EMIT failed(placed.error().description());
 }

@@ -61,7 +61,7 @@ Q_SIGNALS:
     /// `file` is another one, or none.
     void fileChanged();
     /// A file was given its name.
-    void named();
+    void named(const std::filesystem::path& file);
     /// A file that was asked for cannot be had: a text for the user.
     void failed(const QString& why);
 

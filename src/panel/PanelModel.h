@@ -361,7 +361,7 @@ private:
     bool hasExport();
     /// Of a picture that came from outside, once it is encoded.
     DragFile::Listener recording(const PastedImage& image);
-    void pruneRecentInBackground();
+    void pruneRecentInBackground(const std::filesystem::path& justWritten);
     void startRemoval(std::optional<Cutout::Method> method);
     void finishRemoval(Cutout::Expected removed);
     void setCutoutState(CutoutState state);

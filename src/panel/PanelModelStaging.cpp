@@ -239,9 +239,9 @@ void PanelModel::showStagedInFiles() {
     if (hasExport()) m_dragFile.whenNamed([this](const fs::path& file) { m_fileActions.showInFiles({urlOf(file)}); });
 }
 
-void PanelModel::pruneRecentInBackground() {
-    m_saving.every([&storage = m_storage,
-                    limit = m_settings.recentLimit()](const std::stop_token&) { return storage.pruneRecent(limit); },
+void PanelModel::pruneRecentInBackground(const fs::path& justWritten) {
+    m_saving.every([&storage = m_storage, limit = m_settings.recentLimit(),
+                    justWritten](const std::stop_token&) { return storage.pruneRecent(limit, justWritten); },
                    [this](int) { m_imagesShelf.refresh(); });
 }
 

@@ -99,7 +99,7 @@ private:
 };
 
 /// Moves a file to the first free name of the sequence in `folder`, never over another file. Within one file system it
-/// is one rename, which moves folders and links as such; across two it is a whole copy of the file, attributes and date
+/// is one rename, which moves folders and links as such; a relative link goes on leading where it led. Across two it is a whole copy of the file, attributes and date
 /// included, and only then is the source removed; one that was changed meanwhile stays (EBUSY). A file system that can
 /// neither refuse to overwrite nor link may show an empty file under the new name for an instant.
 std::expected<std::filesystem::path, FileError>

@@ -73,6 +73,24 @@ TEST_F(ShelfIndexTest, followsLinksButNotInCircles) {
     EXPECT_EQ(ShelfIndex::countFiles(shelf, Storage::extensions(Folder::images)), 6);
 }
 
+TEST_F(ShelfIndexTest, aFolderOnADriveThatIsAwayIsMissing) {
+    file("a.png");
+    fs::create_directory_symlink(folder / "drive/Logos", shelf / "Logos");
+    ShelfIndex kept = index();
+    kept.refresh();
+    EXPECT_EQ(kept.missingFolders(), QStringList{u"Logos"_s});
+    EXPECT_EQ(kept.collectionFolders(), QStringList{u"Logos"_s});
+    EXPECT_FALSE(kept.refresh());
+    writeFile(folder / "drive/Logos/b.png", "x");
+    EXPECT_TRUE(kept.refresh());
+    EXPECT_EQ(kept.missingFolders(), QStringList());
+    EXPECT_EQ(shown(kept), (std::set<std::string>{"a.png", "Logos: b.png"}));
+    fs::remove_all(folder / "drive");
+    EXPECT_TRUE(kept.refresh());
+    EXPECT_EQ(kept.missingFolders(), QStringList{u"Logos"_s});
+    EXPECT_FALSE(kept.refresh());
+}
+
 TEST_F(ShelfIndexTest, manyLinksEndSoon) {
     for (int i = 0; i < 8; ++i) fs::create_directories(folder / "web" / std::to_string(i));
     for (int from = 0; from < 8; ++from)

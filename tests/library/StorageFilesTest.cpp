@@ -83,6 +83,50 @@ TEST_F(StorageFilesTest, movesWithinItsShelf) {
     EXPECT_EQ(storage.move(images / "Taken", u"Other"_s).error().description(), u"Taken is a folder."_s);
 }
 
+TEST_F(StorageFilesTest, aRelativeLinkGoesOnLeadingWhereItLed) {
+    writeFile(folder / "drive/far.png", "far away");
+    stored("Library/Images/A/near.png", "near");
+    const auto words = [](const fs::path& link) { return fs::read_symlink(link).native(); };
+    fs::create_symlink("near.png", images / "A/to near.png");
+    fs::create_symlink((folder / "drive/far.png").lexically_relative(images / "A"), images / "A/to far.png");
+    fs::create_symlink("nothing.png", images / "A/dangling.png");
+    fs::create_symlink(folder / "drive/far.png", images / "A/whole.png");
+    for (const char* name : {"to near.png", "to far.png", "dangling.png", "whole.png"}) {
+        const auto moved = storage.move(images / "A" / name, u"B / Deep"_s);
+        ASSERT_TRUE(moved) << name;
+        ASSERT_TRUE(fs::is_symlink(*moved));
+    }
+    const fs::path deep = images / "B/Deep";
+    EXPECT_EQ(readFile(deep / "to near.png"), "near");
+    EXPECT_EQ(readFile(deep / "to far.png"), "far away");
+    EXPECT_EQ(words(deep / "to near.png"), "../../A/near.png") << "still relative";
+    EXPECT_EQ(words(deep / "dangling.png"), "../../A/nothing.png");
+    EXPECT_EQ(words(deep / "whole.png"), (folder / "drive/far.png").native());
+    ASSERT_TRUE(storage.moveBack(deep / "to near.png", images / "A/to near.png"));
+    EXPECT_EQ(words(images / "A/to near.png"), "near.png");
+    EXPECT_EQ(words(*storage.rename(images / "A/to near.png", u"renamed"_s)), "near.png");
+    EXPECT_EQ(everythingIn(deep), (std::set<std::string>{"dangling.png", "to far.png", "whole.png"}));
+}
+
+TEST_F(StorageFilesTest, blanksAtTheEdgesMakeNoOtherCollection) {
+    stored("Library/Images/ Logos /a.png", "a");
+    stored("Library/Images/b.png", "b");
+    const auto listed = [&](const QString& collection) {
+        std::set<std::string> names;
+        for (const LibraryItem& item : storage.items(Folder::images))
+            if (item.collection == collection) names.insert(item.url.filename());
+        return names;
+    };
+    EXPECT_EQ(storage.collectionFolders(Folder::images), QStringList{u"Logos"_s});
+    EXPECT_EQ(*storage.move(images / "b.png", u"Logos"_s), images / " Logos /b.png");
+    EXPECT_EQ(*storage.write(pasted(u"c"_s), Folder::images, u" Logos "_s), images / " Logos /c.png");
+    EXPECT_EQ(*storage.move(images / " Logos /a.png", u"Logos "_s), images / " Logos /a.png") << "there already";
+    EXPECT_EQ(listed(u"Logos"_s), (std::set<std::string>{"a.png", "b.png", "c.png"}));
+    stored("Library/Images/Logos/d.png", "d");
+    EXPECT_EQ(listed(u"Logos"_s).size(), 4U) << "two folders, one collection";
+    EXPECT_EQ(storage.collectionFolders(Folder::images).size(), 1);
+}
+
 TEST_F(StorageFilesTest, renamesInItsFolder) {
     const struct {
         const char* name;

@@ -62,7 +62,7 @@ TEST_F(StorageListingTest, pruneDeletesTheOldestAboveTheLimit) {
         int deleted;
     } cases[] = {{0, 0}, {-1, 0}, {503, 0}, {504, 0}, {500, 3}, {500, 0}, {1, 499}};
     for (int i = 0; i < 503; ++i) {
-        const fs::path file = recent / (std::to_string(i) + (i % 2 ? ".png" : ".txt"));
+        const fs::path file = recent / (std::to_string(i) + (i % 2 ? ".png" : ".PNG"));
         writeFile(file, "x");
         setDate(file, 100'000 - i);
     }
@@ -70,10 +70,25 @@ TEST_F(StorageListingTest, pruneDeletesTheOldestAboveTheLimit) {
     for (const auto& [limit, deleted] : cases) {
         EXPECT_EQ(storage.pruneRecent(limit), deleted) << limit;
         if (limit == 500) {
-            EXPECT_FALSE(fs::exists(recent / "500.txt") || fs::exists(recent / "502.txt"));
+            EXPECT_FALSE(fs::exists(recent / "500.PNG") || fs::exists(recent / "502.PNG"));
         }
     }
-    EXPECT_EQ(everythingIn(recent), (std::set<std::string>{".hidden", "0.txt"}));
+    EXPECT_EQ(everythingIn(recent), (std::set<std::string>{".hidden", "0.PNG"}));
+}
+
+TEST_F(StorageListingTest, pruneTakesNeitherWhatWasJustWrittenNorWhatOthersPutThere) {
+    for (const char* name : {"notes.txt", "photo.jpg", "plan.pdf", "new.png", "a.png", "b.png"}) {
+        writeFile(recent / name, name);
+        setDate(recent / name, name[0] == 'a' ? 5000 : 1000);
+    }
+    fs::create_symlink("b.png", recent / "link.png");
+    // A clock that went wrong has dated the others later.
+    setDate(recent / "new.png", 1);
+    EXPECT_EQ(storage.pruneRecent(2, recent / "new.png"), 1);
+    EXPECT_EQ(everythingIn(recent),
+              (std::set<std::string>{"notes.txt", "photo.jpg", "plan.pdf", "new.png", "a.png", "link.png"}));
+    EXPECT_EQ(storage.pruneRecent(1, recent / "new.png"), 1);
+    EXPECT_TRUE(fs::exists(recent / "new.png"));
 }
 
 TEST_F(StorageListingTest, pruneNeverDeletesWhatLiesInAFolder) {

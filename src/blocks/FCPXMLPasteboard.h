@@ -24,6 +24,11 @@ inline const QString flexoType = QStringLiteral("com.apple.flexo.proFFPasteboard
 /// The types that carry FCPXML, in the order in which they are tried and offered; plain text last.
 const QStringList& types();
 
+/// The same, as a drop target registers for them.
+inline const QStringList& pasteboardTypes() {
+    return types();
+}
+
 /// Whether the first 512 bytes are UTF-8 that contains "<fcpxml". A cut inside a character makes it no FCPXML.
 bool isFCPXML(QByteArrayView bytes);
 

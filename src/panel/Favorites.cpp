@@ -11,7 +11,10 @@ Favorites::Favorites(Storage& storage, AppSettings& settings, QObject* parent)
     , m_storage(storage)
     , m_settings(settings)
     , m_keys(storage.favorites())
-    , m_only(settings.favouritesOnly()) {}
+    , m_only(settings.favouritesOnly())
+    , m_watch(settings.store().file(), [this] {
+        if (m_storage.favorites() != m_keys) reload();
+    }) {}
 
 void Favorites::toggle(const std::filesystem::path& file) {
     m_storage.toggleFavorite(file);

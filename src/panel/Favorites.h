@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/LibraryFilter.h"
+#include "panel/SettingsWatch.h"
 
 #include <QObject>
 #include <QtQml/qqml.h>
@@ -33,7 +34,7 @@ public:
     bool only() const { return m_only; }
     void setOnly(bool on);
 
-    /// Reads the stored keys again, after someone else may have changed them.
+    /// Reads the stored keys again. What another process stores is read by itself.
     void reload();
     /// Whose files the keys name from now on.
     void follow(const std::filesystem::path& root);
@@ -49,6 +50,7 @@ private:
     QSet<QString> m_keys;
     FavoriteFiles m_files; ///< `m_keys` below `m_root`
     bool m_only = false;
+    SettingsWatch m_watch;
 };
 
 } // namespace quillary

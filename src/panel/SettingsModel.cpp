@@ -80,6 +80,10 @@ void SettingsModel::setSubjectModel(const QString& file) {
     Q_EMIT subjectModelChanged();
 }
 
+bool SettingsModel::locationGiven() const {
+    return m_storage.isForThisRun();
+}
+
 bool SettingsModel::hasChosenFolder() const {
     return !m_settings.store().value(SettingsKey::rootFolderBookmark).toByteArray().isEmpty();
 }
@@ -126,7 +130,7 @@ void SettingsModel::useDefaultLocation() {
 }
 
 void SettingsModel::chooseLocation() {
-    if (m_copyJob.copying()) return;
+    if (m_copyJob.copying() || locationGiven()) return;
     platform::FileChooser::Question question{
         .message =
             translate("Settings", "Choose where to keep the Quillary folder. A folder called “Quillary” is created "
@@ -149,7 +153,7 @@ void SettingsModel::useFolder(const std::filesystem::path& folder) {
 }
 
 void SettingsModel::relocate(const std::function<void()>& change) {
-    if (m_copyJob.copying()) return;
+    if (m_copyJob.copying() || locationGiven()) return;
     const auto before = m_storage.root();
     change();
     m_locationProblem.clear();

@@ -43,6 +43,8 @@ class SettingsModel : public QObject {
     Q_PROPERTY(QString subjectModel READ subjectModel WRITE setSubjectModel NOTIFY subjectModelChanged FINAL)
     /// The root in use as a text, the home folder written "~". Empty when there is none.
     Q_PROPERTY(QString libraryPath READ libraryPath NOTIFY locationChanged FINAL)
+    /// Whether the library was named for this run alone: no choice is stored that the run would not follow.
+    Q_PROPERTY(bool locationGiven READ locationGiven CONSTANT FINAL)
     Q_PROPERTY(bool hasChosenFolder READ hasChosenFolder NOTIFY locationChanged FINAL)
     Q_PROPERTY(bool chosenFolderUnavailable READ chosenFolderUnavailable NOTIFY locationChanged FINAL)
     /// Why the folder that was picked last is not used; empty when it is.
@@ -77,6 +79,7 @@ public:
     void setSubjectModel(const QString& file);
 
     const QString& libraryPath() const { return m_libraryPath; }
+    bool locationGiven() const;
     bool hasChosenFolder() const;
     bool chosenFolderUnavailable() const;
     const QString& locationProblem() const { return m_locationProblem; }
@@ -93,7 +96,8 @@ public:
     Q_INVOKABLE void setALimit();
 
     /// Lets the user pick the folder that is to hold the library. One that cannot be used leaves everything as it was.
-    /// Once the library lies elsewhere, `copyJob` offers to copy its files. Nothing while a copy runs.
+    /// Once the library lies elsewhere, `copyJob` offers to copy its files. Nothing while a copy runs, and nothing where
+    /// the location is given.
     Q_INVOKABLE void chooseLocation();
     /// Shows the library's folder in the desktop's program for files.
     Q_INVOKABLE void showInFiles();

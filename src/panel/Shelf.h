@@ -77,6 +77,8 @@ public:
     virtual const QStringList& collections() const { return m_contents.collectionFolders; }
     /// Every collection folder, empty ones too, ascending: where files can go.
     const QStringList& collectionFolders() const { return m_contents.collectionFolders; }
+    /// Those of them that cannot be read now, such as links to a drive that is away.
+    const QStringList& missingFolders() const { return m_contents.missing; }
     const QHash<QString, int>& counts() const { return m_contents.counts; }
     int unfiledCount() const { return m_contents.unfiled; }
     int count() const { return static_cast<int>(m_contents.count); }

@@ -20,7 +20,8 @@ void summarize(ShelfListing::Contents& contents) {
     }
     for (auto at = own.cbegin(); at != own.cend(); ++at)
         for (const Crumb& step : crumbs(at.key())) contents.counts[step.path] += at.value();
-    contents.collections = own.keys();
+    contents.collections = own.keys() + contents.missing;
+    contents.collections.removeDuplicates();
     contents.collections.sort();
     contents.formats = {formats.begin(), formats.end()};
     contents.formats.sort();
@@ -49,6 +50,7 @@ std::optional<ShelfListing::Contents> ShelfListing::refresh(Storage& storage) {
     Contents contents{.root = m_root,
                       .items = SearchableItems(m_index->items()),
                       .collectionFolders = m_index->collectionFolders(),
+                      .missing = m_index->missingFolders(),
                       .descriptor = m_index->descriptor(),
                       .growing = m_index->growing()};
     summarize(contents);

@@ -26,6 +26,7 @@ public:
         SearchableItems items = {};         ///< newest first
         QStringList collections = {};       ///< those that hold a file themselves, ascending
         QStringList collectionFolders = {}; ///< empty ones too, ascending
+        QStringList missing = {};           ///< collection folders that cannot be read now
         QHash<QString, int> counts = {};    ///< by collection path, sub-collections included
         std::size_t count = 0;              ///< files of the shelf
         int unfiled = 0;

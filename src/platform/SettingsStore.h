@@ -19,6 +19,9 @@ public:
     /// Reads, changes and writes one key in one step, also against other processes. An invalid result removes the key.
     virtual void update(const QString& key, const std::function<QVariant(const QVariant&)>& change) = 0;
 
+    /// The file that keeps the settings, for whoever watches it; empty where there is none.
+    virtual std::filesystem::path file() const { return {}; }
+
     void setValue(const QString& key, const QVariant& value) {
         update(key, [&](const QVariant&) { return value; });
     }

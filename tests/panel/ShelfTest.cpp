@@ -1,5 +1,6 @@
 #include "panel/ListingCache.h"
 #include "panel/PanelModelFixture.h"
+#include "platform/SettingsStore.h"
 
 namespace quillary::test {
 
@@ -64,6 +65,26 @@ TEST_F(ShelfTest, AFavoriteIsOneOnEveryShelf) {
     images().clearFilters();
     EXPECT_EQ(names(images()), Names{"a"});
     EXPECT_FALSE(audio().filtered());
+}
+
+TEST_F(ShelfTest, AStarThatAnotherProcessSetsShows) {
+    const fs::path image = shelved("a.png");
+    const auto here = platform::settingsIn(folder / "config/quillary/quillary.conf");
+    const auto there = platform::settingsIn(folder / "config/quillary/quillary.conf");
+    Storage own(*here, bookmarks, desktop, folder / "library");
+    Storage other(*there, bookmarks, desktop, folder / "library");
+    AppSettings ownSettings(*here);
+    Favorites stars(own, ownSettings);
+    stars.follow(root());
+    int told = 0;
+    QObject::connect(&stars, &Favorites::changed, [&] { ++told; });
+    for (const bool starred : {true, false, true}) {
+        other.setFavorites(std::array{image}, starred);
+        EXPECT_TRUE(comesTrue([&] { return stars.contains(image) == starred; }, 1'000));
+    }
+    const int before = told;
+    there->setValue(SettingsKey::recentLimit, 7);
+    EXPECT_FALSE(comesTrue([&] { return told != before; }, 400)) << "another setting";
 }
 
 TEST_F(ShelfTest, AnEmptyCollectionStaysSelectedUntilThePanelListsAgain) {

@@ -161,6 +161,52 @@ TEST_F(ShelfCareTest, TheTrashStandsBeforeARemovalInEveryMenu) {
     }
 }
 
+TEST_F(ShelfCareTest, ASearchFindsCollectionsToGoInto) {
+    stage.file("library/Quillary/Library/Images/Client Logos/Old/red.png", picture(8, 8));
+    stage.file("library/Quillary/Library/Images/Maps/city.png", picture(8, 8));
+    fs::create_directory_symlink(stage.folder / "away/Logos on a drive", on("Images/Logos on a drive"));
+    open(Kind::images);
+    ASSERT_TRUE(comes(u"red"_s) && comes(u"city"_s));
+    const auto folderRow = [&](const QString& label) -> QQuickItem* {
+        for (auto* item : itemsBelow(stage.view.get()))
+            if (item->isVisible() && item->property("accented").isValid() && item->property("label") == label)
+                return item;
+        return nullptr;
+    };
+    stage.model.imagesShelf()->setSearch(u" logos "_s);
+    ASSERT_TRUE(goes(u"red"_s) && goes(u"city"_s));
+    ASSERT_TRUE(comesTrue([&] { return folderRow(u"Client Logos"_s) && folderRow(u"Client Logos / Old"_s); }));
+    ASSERT_TRUE(folderRow(u"Logos on a drive"_s));
+    EXPECT_EQ(folderRow(u"Logos on a drive"_s)->property("symbol"), u"folder.badge.questionmark"_s);
+    EXPECT_FALSE(folderRow(u"Maps"_s) || folderRow(u"Unfiled"_s));
+    auto* found = folderRow(u"Client Logos"_s);
+    QTest::mouseClick(&stage.window, Qt::LeftButton, {}, found->mapToScene({20, found->height() / 2}).toPoint());
+    EXPECT_TRUE(comes(u"red"_s)) << "what lies in it shows, whatever it is called";
+    EXPECT_FALSE(shows(u"city"_s));
+    EXPECT_EQ(shelf->placePath(), u"Client Logos"_s);
+    EXPECT_EQ(shelf->search(), QString());
+}
+
+TEST_F(ShelfCareTest, BuiltInIconsSayThatTheyAreNotEdited) {
+    writeFile(stage.folder / "BuiltIn/Arrows/Arrow.svg",
+              "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>");
+    open(Kind::images);
+    ASSERT_TRUE(comesTrue([&] { return stage.model.imagesShelf()->builtInCount() == 1; }));
+    shelf->pick(Shelf::Place::BuiltIn, u"Arrows"_s);
+    ASSERT_TRUE(comes(u"Arrow"_s));
+    const QString arrow = urlOf(stage.folder / "BuiltIn/Arrows/Arrow.svg");
+    const std::function<void()> tries[] = {[&] { press(Qt::Key_F2); }, [&] { press(Qt::Key_Delete); },
+                                           [&] { press(Qt::Key_Backspace, Qt::ControlModifier); },
+                                           [&] { stage.model.imagesShelf()->transform({arrow}, u"rotateLeft"_s); }};
+    for (const auto& edit : tries) {
+        shelf->setNote(std::nullopt);
+        click(u"Arrow"_s);
+        edit();
+        EXPECT_EQ(noteShown(), "Built-in icons can’t be edited — save a copy first");
+        EXPECT_TRUE(shows(u"Arrow"_s));
+    }
+}
+
 TEST_F(ShelfCareTest, ASoundThatPlaysFollowsItsFile) {
     const fs::path a = sound("a.wav");
     sound("b.wav");

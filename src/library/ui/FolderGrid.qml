@@ -85,6 +85,9 @@ GridView {
                 grid.expanded = true;
                 return;
             }
+            // What was searched is found: its files are to be seen, not those of its name.
+            if (grid.shelf.search.length > 0)
+                grid.shelf.search = "";
             grid.shelf.pick(place, path);
         }
 

@@ -50,7 +50,7 @@ void FolderListModel::setShelf(Shelf* shelf) {
     m_shelf = shelf;
     const auto start = qOverload<>(&QTimer::start);
     if (m_shelf)
-        for (const auto changed : {&Shelf::listed, &Shelf::placeChanged}) connect(m_shelf, changed, &m_update, start);
+        for (const auto changed : {&Shelf::listed, &Shelf::placeChanged, &Shelf::searchChanged}) connect(m_shelf, changed, &m_update, start);
     update();
     Q_EMIT shelfChanged();
 }
@@ -80,6 +80,7 @@ std::vector<Row> FolderListModel::rows() const {
     if (!m_shelf || !m_active) return {};
     const QHash<QString, int>& counts = m_shelf->counts();
     if (m_content == Content::Targets) return targets();
+    if (m_content == Content::Here && !m_shelf->search().trimmed().isEmpty()) return matches();
     const auto extras = m_shelf->extraPlaces();
     std::vector<Row> found;
     const auto add = [&](Place place) {
@@ -93,10 +94,28 @@ std::vector<Row> FolderListModel::rows() const {
     if (m_content == Content::Here) add(Place::Recent);
     if (m_content == Content::Here)
         for (const FolderEntry& folder : childFolders(m_shelf->collectionFilter().collection(), m_shelf->collections()))
-            found.push_back({Place::Collection, folder.name, folder.path, 0, counts.value(folder.path)});
+            found.push_back({Place::Collection, folder.name, folder.path, 0, counts.value(folder.path), false,
+                             m_shelf->missingFolders().contains(folder.path)});
     else
         appendTree(found, collectionTree(m_shelf->collections()), counts, 0);
     add(Place::BuiltIn);
+    return found;
+}
+
+std::vector<Row> FolderListModel::matches() const {
+    const Place place = m_shelf->place();
+    if (place != Place::All && place != Place::Collection) return {};
+    const QString here = m_shelf->placePath();
+    QStringList folders;
+    for (const QString& collection : m_shelf->collections())
+        for (const Crumb& step : crumbs(collection)) folders.append(step.path);
+    folders.removeDuplicates();
+    std::vector<Row> found;
+    for (const QString& path : folderMatches(m_shelf->search().trimmed(), folders)) {
+        if (!here.isEmpty() && (path == here || !liesIn(path, here))) continue;
+        found.push_back({Place::Collection, path, path, 0, m_shelf->counts().value(path), false,
+                         m_shelf->missingFolders().contains(path)});
+    }
     return found;
 }
 
@@ -147,7 +166,7 @@ QVariant FolderListModel::data(const QModelIndex& index, int role) const {
     case NestedRole:
         return row.nested;
     case SymbolRole:
-        return symbolOf(row.place);
+        return row.missing ? QStringLiteral("folder.badge.questionmark") : symbolOf(row.place);
     default:
         return {};
     }

@@ -22,7 +22,9 @@ class FolderListModel : public quillary::RowListModel { // qualified: the QML ty
 
 public:
     enum class Content {
-        Here,    ///< Unfiled, Recent, the folders directly in the selected collection, the built-in sets
+        /// Unfiled, Recent, the folders directly in the selected collection, the built-in sets; while something is
+        /// searched, the collections there that match, at any depth
+        Here,
         Filters, ///< All, Unfiled, every collection, the built-in sets
         Targets  ///< where a file can go: `parentPath` (Unfiled when it is empty) and the folders directly in it
     };
@@ -35,7 +37,8 @@ public:
         QString path;  ///< of the collection, or the set's name
         int depth = 0; ///< of a collection in the whole tree
         int count = 0;
-        bool nested = false; ///< of a target: has folders of its own
+        bool nested = false;  ///< of a target: has folders of its own
+        bool missing = false; ///< of a collection: its folder cannot be read
 
         bool sameFolder(const Row& other) const { return place == other.place && path == other.path; }
         bool operator==(const Row&) const = default;
@@ -67,6 +70,7 @@ Q_SIGNALS:
 private:
     std::vector<Row> rows() const;
     std::vector<Row> targets() const;
+    std::vector<Row> matches() const;
     void update();
 
     QPointer<Shelf> m_shelf;

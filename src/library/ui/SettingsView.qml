@@ -103,6 +103,14 @@ Sheet {
                     width: parent.width
                 }
                 NoteLine {
+                    ink: Theme.secondary
+                    maximumLines: 3
+                    objectName: "locationGiven"
+                    symbol: "info.circle"
+                    text: sheet.settings.locationGiven ? qsTr("This panel was started with a library of its own. A place chosen here would not hold for it.") : ""
+                    width: parent.width
+                }
+                NoteLine {
                     ink: Theme.warning
                     symbol: "exclamationmark.triangle"
                     text: sheet.settings.locationProblem
@@ -112,7 +120,7 @@ Sheet {
                     spacing: Theme.smallGap
 
                     Button {
-                        enabled: !sheet.job.copying
+                        enabled: !sheet.job.copying && !sheet.settings.locationGiven
                         help: qsTr("Choose the folder that holds the library")
                         objectName: "chooseLocation"
                         text: qsTr("Choose…")
@@ -126,7 +134,7 @@ Sheet {
                         onClicked: sheet.settings.showInFiles()
                     }
                     Button {
-                        enabled: sheet.settings.hasChosenFolder && !sheet.job.copying
+                        enabled: sheet.settings.hasChosenFolder && !sheet.job.copying && !sheet.settings.locationGiven
                         objectName: "useDefault"
                         text: qsTr("Use Default")
 

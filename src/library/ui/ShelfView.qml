@@ -93,7 +93,7 @@ Item {
             height: implicitHeight
             mostRows: view.height > 520 ? 5 : 3
             shelf: view.shelf
-            visible: view.shelf.search.trim().length === 0 && view.shelf.loaded && !(view.nothingSaved && view.shelf.collections.length === 0 && count < 2)
+            visible: view.shelf.loaded && (view.shelf.search.trim().length > 0 ? count > 0 : !(view.nothingSaved && view.shelf.collections.length === 0 && count < 2))
             width: parent.width
             y: grid.headY + 3
 
@@ -133,7 +133,7 @@ Item {
         line: view.nothingSaved ? view.emptyLine : view.shelf.filtered ? "" : recent ? qsTr("Everything you drag out is kept here") : view.emptyPlaceLine
         symbol: view.nothingSaved ? view.emptySymbol : view.shelf.filtered ? "magnifyingglass" : recent ? "clock.arrow.circlepath" : "folder"
         title: view.nothingSaved ? view.emptyTitle : view.shelf.filtered ? qsTr("Nothing matches") : qsTr("Nothing here yet")
-        visible: view.empty
+        visible: view.empty && !(folders.visible && view.shelf.search.trim().length > 0)
         widest: 290
     }
     Item {

@@ -44,6 +44,8 @@ public:
     explicit FileSettings(fs::path file)
         : m_file(std::move(file)), m_settings(QString::fromUtf8(m_file.native()), QSettings::IniFormat) {}
 
+    std::filesystem::path file() const override { return m_file; }
+
     QVariant value(const QString& key) const override {
         const std::scoped_lock lock(m_mutex);
         m_settings.sync();

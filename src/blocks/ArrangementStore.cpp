@@ -4,6 +4,7 @@
 #include "base/Try.h"
 #include "blocks/BlockFiles.h"
 #include "blocks/BlockSummaries.h"
+#include "library/ShelfIndex.h"
 #include "library/Storage.h"
 #include "platform/FileAttributes.h"
 #include "platform/OpenFile.h"
@@ -127,6 +128,14 @@ std::vector<fs::path> ArrangementStore::files() {
     if (const auto root = m_storage.root())
         for (const LibraryItem& block : blocksBelow(*root)) files.push_back(block.url);
     return files;
+}
+
+QStringList ArrangementStore::collections() {
+    const auto root = m_storage.root();
+    if (!root) return {};
+    ShelfIndex index(*root / Storage::blocksFolder(), {}, false);
+    index.refresh();
+    return index.collectionFolders();
 }
 
 bool ArrangementStore::createCollection(const QString& path) {

@@ -47,6 +47,8 @@ public:
     std::vector<Arrangement> blocks();
     /// The files of all blocks, newest first, unread.
     std::vector<std::filesystem::path> files();
+    /// Every collection folder, empty ones too, ascending.
+    QStringList collections();
     /// False when the folder cannot be made.
     bool createCollection(const QString& path);
 

@@ -46,6 +46,8 @@ public:
     virtual bool needsDisplay() const { return false; }
     /// Whether the choice of a library for this run makes no sense for it.
     virtual bool choosesLibrary() const { return false; }
+    /// Whether it works on the library of the run, which is opened first then.
+    virtual bool usesLibrary() const { return true; }
 };
 
 } // namespace cli

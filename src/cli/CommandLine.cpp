@@ -172,7 +172,7 @@ bool CommandLine::needsDisplay() const {
 
 int CommandLine::run(const CommandServices& services) {
     Output output(m_state->style);
-    if (library())
+    if (library() && m_state->selected->usesLibrary())
         if (const auto root = services.storage.root(); !root) return fail(root.error());
     const auto status = m_state->selected->run(services, output);
     if (!status) return fail(status.error());

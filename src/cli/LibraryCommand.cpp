@@ -89,7 +89,7 @@ class LibraryCopyTo final : public Command {
         grammar.path("TO", m_to, Value::folder, "Where the copy goes, likewise; made when it is missing");
         grammar.text("--shelves", m_shelves, "LIST", "Only these: images, videos, audio, blocks, recent, with commas");
     }
-    bool choosesLibrary() const override { return true; }
+    bool usesLibrary() const override { return false; }
 
     std::expected<ExitStatus, CommandError> run(const CommandServices& services, Output& output) override {
         const CopySelection selection = TRY(selected());

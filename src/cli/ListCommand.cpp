@@ -9,6 +9,7 @@
 #include "library/BuiltInLibrary.h"
 #include "library/LibraryFilter.h"
 #include "media/AudioDurationCache.h"
+#include "media/LengthLabel.h"
 #include "media/SoundOrder.h"
 #include "values/CollectionNode.h"
 
@@ -149,16 +150,21 @@ class List final : public Command {
     }
 
     template <typename IsFavorite>
-    static void tell(const Rows& rows, const LibraryItems& items, const IsFavorite& isFavorite, Output& output) {
+    void tell(const Rows& rows, const LibraryItems& items, const IsFavorite& isFavorite, Output& output) const {
         std::vector<Output::Row> table;
         for (const quint32 row : rows) {
             const LibraryItem& item = items[row];
             table.push_back({isFavorite(item) ? QStringLiteral("★") : QStringLiteral(" "),
                              dateOf(item).toLocalTime().toString(QStringLiteral("yyyy-MM-dd hh:mm")),
                              item.collection.value_or(QString()), shown(item.url.filename())});
+            if (m_shelf == u"audio") {
+                const auto known = m_durations.find(item.url);
+                table.back().push_back(known == m_durations.end() ? QString() : lengthLabel(known->second));
+            }
         }
-        output.table(table, {},
-                     {Output::Paint::star, Output::Paint::faint, Output::Paint::faint, Output::Paint::strong});
+        output.table(
+            table, {4},
+            {Output::Paint::star, Output::Paint::faint, Output::Paint::faint, Output::Paint::strong, Output::Paint::faint});
         output.talk(counted(static_cast<qsizetype>(rows.size()), u"file"));
     }
 

@@ -22,7 +22,7 @@ ShelfCollections collectionsOf(QStringView word, Storage& storage) {
         folder ? Storage::extensions(*folder) : std::span<const std::string_view>(Storage::blockExtensions), false);
     index.refresh();
     ShelfCollections found;
-    found.folders = index.collectionFolders();
+    found.folders = folder ? index.collectionFolders() : ArrangementStore(storage).collections();
     for (const LibraryItem& item : *index.items()) found.files.push_back(item.collection);
     return found;
 }

@@ -1,11 +1,11 @@
 #include "panel/AudioShelf.h"
 
 #include "base/Translation.h"
+#include "media/LengthLabel.h"
 #include "media/SoundOrder.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace quillary {
 
@@ -22,13 +22,6 @@ QString AudioShelf::label(AudioSort sort) {
     constexpr std::array labels{QT_TRANSLATE_NOOP("Shelf", "Newest"), QT_TRANSLATE_NOOP("Shelf", "Name"),
                                 QT_TRANSLATE_NOOP("Shelf", "Shortest"), QT_TRANSLATE_NOOP("Shelf", "Longest")};
     return translate("Shelf", labels.at(static_cast<std::size_t>(sort)));
-}
-
-QString AudioShelf::lengthLabel(double seconds) {
-    if (!(seconds > 0)) return {};
-    if (seconds < 10) return translate("Shelf", "%1s", "seconds").arg(seconds, 0, 'f', 1);
-    const auto whole = static_cast<qint64>(seconds);
-    return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
 AudioShelf::AudioShelf(const Services& with, AudioPreview& preview, QObject* parent)

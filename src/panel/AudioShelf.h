@@ -63,8 +63,6 @@ public:
     int durationsRemaining() const { return m_durationsRemaining; }
     int durationsWanted() const { return m_durationsWanted; }
     AudioPreview* preview() { return &m_preview; }
-    /// "0:14", or "2.4s" below ten seconds; empty for a length of 0.
-    static QString lengthLabel(double seconds);
 
     /// Plays the sound that the shelf shows under this file: URL from a fraction of its length.
     Q_INVOKABLE void play(const QString& url, double fraction);

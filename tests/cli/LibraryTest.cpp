@@ -75,6 +75,15 @@ TEST_F(LibraryTest, AFolderForOneRunIsNotRemembered) {
     EXPECT_EQ(setting("openOnLibrary"), true);
 }
 
+TEST_F(LibraryTest, ACopyTakesNoNoticeOfTheLibraryOfTheRun) {
+    writeFile(m_folder / "from/Quillary/Library/Audio/a.wav", "a");
+    const Ended copied = json({u"--library"_s, in("unused"), u"library"_s, u"copy"_s, in("from"), in("to")});
+    EXPECT_EQ(copied.status, 0) << copied.err.toStdString();
+    EXPECT_EQ(copied.object()["copied"_L1], 1);
+    EXPECT_TRUE(fs::exists(m_folder / "to/Quillary/Library/Audio/a.wav"));
+    EXPECT_FALSE(fs::exists(m_folder / "unused"));
+}
+
 TEST_F(LibraryTest, AFolderThatCannotBeOpenedEndsTheRun) {
     writeFile(m_folder / "file", "no folder");
     const QString picture = this->picture("a.png");

@@ -1,4 +1,5 @@
 #include "cli/ProgramTest.h"
+#include "samples/Media.h"
 
 #include <QDateTime>
 
@@ -69,6 +70,17 @@ TEST_F(ListTest, TellsEverythingOfAnItem) {
     const QJsonObject sound = json({u"list"_s, u"audio"_s}).array().at(0).toObject();
     EXPECT_TRUE(sound.contains("seconds"_L1));
     EXPECT_TRUE(sound["collection"_L1].isNull());
+}
+
+TEST_F(ListTest, TellsPeopleHowLongSoundsAre) {
+    const Pcm pcm{.rate = 8000, .channels = 1, .frames = 8000 * 74};
+    writeFile(root() / "Library/Audio/long.wav", waveFile(pcm, wobblingTone(200, 8000)));
+    put("Audio/broken.wav", 1);
+    const QString told = QString::fromUtf8(run({u"list"_s, u"audio"_s, u"--sort"_s, u"name"_s}).out);
+    const QStringList lines = told.split(u'\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2) << told.toStdString();
+    EXPECT_TRUE(lines.front().trimmed().endsWith(u"broken.wav"));
+    EXPECT_TRUE(lines.back().contains(u"long.wav") && lines.back().trimmed().endsWith(u"1:14")) << told.toStdString();
 }
 
 TEST_F(ListTest, CountsCollectionsWithWhatLiesBelow) {

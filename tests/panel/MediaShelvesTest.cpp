@@ -1,3 +1,4 @@
+#include "media/LengthLabel.h"
 #include "panel/PanelModelFixture.h"
 #include "samples/Clips.h"
 #include "samples/Media.h"
@@ -89,7 +90,7 @@ TEST_F(MediaShelvesTest, LabelsOfLengths) {
                                          {14.9, "0:14"},
                                          {72.0, "1:12"},
                                          {43200.0, "720:00"}})
-        EXPECT_EQ(AudioShelf::lengthLabel(seconds), QLatin1String(label));
+        EXPECT_EQ(lengthLabel(seconds), QLatin1String(label));
 }
 
 TEST_F(MediaShelvesTest, DropsAddWhatIsOfTheShelfsKind) {

@@ -1,4 +1,4 @@
-"""A newcomer at the real panel: walks of named steps, each of which tells what was seen, with another program beside the panel
+"""A newcomer at the real panel: walks of named steps, each of which tells what was seen, beside it another program's window
 and a sound server that nobody hears. A step that fails leaves a picture of the screen."""
 
 import contextlib

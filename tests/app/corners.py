@@ -1,6 +1,7 @@
 """Where a newcomer stumbles beside the straight road: a part of newcomer.py."""
 
 import os
+import signal
 import subprocess
 import time
 from urllib.parse import quote
@@ -131,8 +132,7 @@ class Corners(Newcomer):
         self.open_panel()
         self.paste("image/png", png(600, 400, RED), "Pasted Image", RED)
         with self.step("work while the clipboard hangs") as seen:
-            owner = self.desktop.start([self.program("clipboard_owner"), "--data", f"image/png={os.devnull}", "--hang"])
-            owner.wait_for("ready")
+            owner = self.own_and_hang()
             self.to_the_panel()
             begin = time.monotonic()
             self.click(self.middle(self.reader.placed("text", "Name")))
@@ -150,6 +150,17 @@ class Corners(Newcomer):
             owner.stop()
             self.paste("image/png", png(200, 200, BLUE), "Pasted Image", BLUE)
             seen("staged")
+
+    def own_and_hang(self):
+        """Another owner of the clipboard, which tells of a picture at most and never gives it."""
+        if not self.wayland:
+            owner = self.desktop.start([self.program("clipboard_owner"), "--data", f"image/png={os.devnull}", "--hang"])
+            owner.wait_for("ready")
+            return owner
+        owner = self.desktop.start(["wl-copy", "--foreground", "--type", "image/png", "never seen"])
+        wait_until(lambda: b"never seen" in self.clipboard("image/png"), 15, "the other owner")
+        owner.process.send_signal(signal.SIGSTOP)
+        return owner
 
     def test_vectors_are_rasterised(self):
         self.open_panel()

@@ -109,7 +109,8 @@ class PanelTest(unittest.TestCase):
         # The first click on the frame that the toolkit draws under Wayland is lost after a drag.
         self.to_the_panel()
         frame = self.reader.wait_for("frame", "Quillary")
-        self.click((frame.left + 366, frame.top - 15) if self.wayland else (frame.left + 370, frame.top - 10))
+        from_the_corner = (14, 15) if self.wayland else (10, 10)
+        self.click((frame.left + frame.width - from_the_corner[0], frame.top - from_the_corner[1]))
 
     # What a hand does
 

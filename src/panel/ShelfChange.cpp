@@ -291,8 +291,8 @@ ShelfChange rewriting(const FileVerbs& verbs, const QString& name, std::vector<R
                 reasons.append(translate("Shelf", "Could not write “%1”: %2")
                                    .arg(shown(file.filename()), put.error().description()));
             } else {
-                if (const auto put = platform::fileIdentity(file); put && identity)
-                    verbs.succession->replaced(*identity, *put);
+                if (const auto restored = platform::fileIdentity(file); restored && identity)
+                    verbs.succession->replaced(*identity, *restored);
                 now.emplace_back(file, std::make_shared<const platform::KeptFile>(*std::move(current)),
                                  before->stamp());
             }

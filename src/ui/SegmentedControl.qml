@@ -22,8 +22,8 @@ FocusScope {
     readonly property real namesWidth: wide(labels, nameMetrics)
     readonly property real detailsWidth: wide(details, detailMetrics) + gap * details.length
     readonly property real room: width - 4 - namesWidth - detailsWidth
-    /// The least width that shows everything.
-    readonly property real wholeWidth: 4 + namesWidth + detailsWidth + least * labels.length
+    /// A width that shows everything with room between.
+    readonly property real wholeWidth: 4 + namesWidth + detailsWidth + (least + gap) * labels.length
 
     signal activated(int index)
 

@@ -106,6 +106,7 @@ Item {
 
         objectName: "tiles"
         anchors.bottom: line.top
+        anchors.bottomMargin: line.visible || footer.height > 0 ? 4 : 0
         anchors.left: filters.left
         anchors.leftMargin: -leftMargin
         anchors.right: filters.right

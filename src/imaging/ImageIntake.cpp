@@ -1,6 +1,7 @@
 #include "imaging/ImageIntake.h"
 
 #include "base/FileUrl.h"
+#include "base/SvgText.h"
 #include "base/Text.h"
 #include "base/Try.h"
 #include "imaging/BitmapDecoder.h"
@@ -37,20 +38,6 @@ PastedImage staged(QImage image, PastedImage::Source source, const QString& name
             .source = std::move(source),
             .name = name,
             .formatLabel = formatLabel};
-}
-
-/// Where an SVG document begins and ends in pasted text; empty when there is none.
-QString svgIn(const QString& text) {
-    constexpr qsizetype longest = 3'999'999;
-    // Characters, not UTF-16 units: a pair counts once.
-    if (text.size() > longest &&
-        text.size() - std::ranges::count_if(text, [](QChar unit) { return unit.isLowSurrogate(); }) > longest)
-        return {};
-    const QString closing = QStringLiteral("</svg>");
-    const qsizetype begin = text.indexOf(QLatin1String("<svg"));
-    const qsizetype end = text.lastIndexOf(closing);
-    if (begin < 0 || end < 0 || begin >= end) return {};
-    return text.mid(begin, end + closing.size() - begin);
 }
 
 /// Any picture that the desktop offers, in the owner's order.

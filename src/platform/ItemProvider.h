@@ -25,7 +25,7 @@ public:
 
     /// Types are tried by readers in their own order; registering a type again replaces its data.
     void registerData(const QString& type, const QByteArray& data);
-    void setSuggestedName(const QString& name) { m_suggestedName = name; }
+    void setSuggestedName(const std::optional<QString>& name) { m_suggestedName = name; }
     void setWebOrigin(const WebOrigin& origin) { m_webOrigin = origin; }
 
     const QStringList& types() const { return m_types; }
@@ -47,8 +47,9 @@ private:
 };
 
 /// Takes over what a drop brings, while the drop lasts: one item for each file, or one for a picture that comes as
-/// data, or one for plain text. Types named like "com.maker.type", in which editors carry clips, go along as bytes with
-/// the first item. A picture is named by the address it came from. Main thread; a source that hangs is waited for once,
+/// data, or one for plain text, which is a drawing as well if it holds SVG. Data of no told type are a picture if their
+/// first bytes say so. Types named like "com.maker.type", in which editors carry clips, go along as bytes with the
+/// first item. A picture is named as `Pasteboard::pictureName` says. Main thread; a source that hangs is waited for once,
 /// for some seconds at most, and what it did not give is left out.
 std::vector<ItemProvider> itemProviders(const QMimeData& drop);
 

@@ -1,5 +1,7 @@
 #include "platform/Pasteboard.h"
 
+#include "platform/SuggestedName.h"
+
 #include <QStringConverter>
 #include <QStringDecoder>
 #include <algorithm>
@@ -13,6 +15,8 @@ constexpr auto uriListType = u"text/uri-list";
 constexpr auto linkType = u"text/x-moz-url";
 constexpr auto htmlType = u"text/html";
 constexpr auto sourcePageType = u"chromium/x-source-url";
+constexpr auto sourceSiteType = u"chromium/x-renderer-taint";
+constexpr std::array fileNameTypes{u"application/x-moz-file-promise-dest-filename", u"XdndDirectSave0"};
 
 constexpr std::array plainTextTypes{
     u"text/plain;charset=utf-8",
@@ -75,10 +79,23 @@ bool leadsToPicture(const QString& address) {
     return std::ranges::any_of(endings, [&](QStringView end) { return path.endsWith(end, Qt::CaseInsensitive); });
 }
 
+/// What stands for bytes and not for a place.
+bool isMadeUp(const QUrl& url) {
+    return url.scheme() == u"data" || url.scheme() == u"blob";
+}
+
+/// Of the `name` that a type such as "application/octet-stream;name="a.png"" gives its data; empty when it gives none.
+QString fileNameIn(const QString& type) {
+    const qsizetype at = type.indexOf(u";name=");
+    QString name = at < 0 ? QString() : type.sliced(at + 6);
+    if (name.size() > 1 && name.startsWith(u'"') && name.endsWith(u'"')) name = name.sliced(1, name.size() - 2);
+    return name;
+}
+
 /// Adds an absolute address that can be told from data. Nothing is added twice.
 void add(QList<QUrl>& urls, const QByteArray& address) {
     const QUrl url = QUrl::fromEncoded(address);
-    if (!url.isValid() || url.scheme().isEmpty() || url.scheme() == u"data") return;
+    if (!url.isValid() || url.scheme().isEmpty() || isMadeUp(url)) return;
     if (!urls.contains(url)) urls.append(url);
 }
 
@@ -128,7 +145,20 @@ WebOrigin Pasteboard::webOrigin() {
         QString& unknown = origin.address.isEmpty() && leadsToPicture(address) ? origin.address : origin.page;
         if (unknown.isEmpty()) unknown = address;
     }
+    if (origin.page.isEmpty()) origin.page = webAddress(decoded(offered(sourceSiteType)));
     return origin;
+}
+
+std::optional<QString> Pasteboard::pictureName() {
+    const QUrl picture(pictureInHtml());
+    if (const auto name = isMadeUp(picture) ? std::nullopt : suggestedName(picture)) return name;
+    QStringList fileNames;
+    for (const QStringView type : fileNameTypes) fileNames += decoded(offered(type));
+    for (const QString& type : types()) fileNames += fileNameIn(type);
+    for (const QString& name : fileNames)
+        if (const auto usable = suggestedName(QUrl::fromLocalFile(u'/' + name))) return usable;
+    const auto others = urls();
+    return others.isEmpty() ? std::nullopt : suggestedName(others.front());
 }
 
 } // namespace quillary::platform

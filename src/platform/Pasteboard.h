@@ -31,6 +31,9 @@ public:
     /// Where on the web the picture was found that a browser copied or dragged: its address from the HTML, else a link
     /// to a picture; the page as the browser tells it, else a link to anything else. Nothing is fetched.
     WebOrigin webOrigin();
+    /// A name for the picture that a browser copied or dragged: from the picture's address, the file name that the
+    /// browser gives it, or the first other address.
+    std::optional<QString> pictureName();
 
 private:
     /// Empty when the type is not on it.

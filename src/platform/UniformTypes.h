@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <filesystem>
 
@@ -17,6 +18,9 @@ bool conforms(const QString& type, const QString& ancestor);
 /// A file's content type: by its extension, or by its first bytes when the extension tells nothing;
 /// "application/octet-stream" when neither does.
 QString contentType(const std::filesystem::path& file);
+
+/// The type that a file's first bytes tell; "application/octet-stream" when they tell none.
+QString contentType(const QByteArray& bytes);
 
 /// The usual file name extension of a type, such as "jpeg", without a dot; empty when it has none.
 QString preferredExtension(const QString& type);

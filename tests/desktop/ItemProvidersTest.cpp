@@ -3,6 +3,8 @@
 #include "platform/SuggestedName.h"
 #include "support/TemporaryFolder.h"
 
+#include <QBuffer>
+#include <QImage>
 #include <QMimeData>
 #include <gtest/gtest.h>
 #include <thread>
@@ -80,6 +82,85 @@ TEST(ItemProviders, AreOneForAPictureOrText) {
     }
     EXPECT_TRUE(dropped({}).empty());
     EXPECT_TRUE(dropped({{"application/x-unknown", "x"}}).empty());
+}
+
+TEST(ItemProviders, RecogniseABrowsersPictureByItsContents) {
+    // Chromium gives the file of a dragged picture a type that tells nothing, Firefox its own PNG of it.
+    QByteArray jpeg;
+    QBuffer buffer(&jpeg);
+    ASSERT_TRUE(QImage(4, 3, QImage::Format_RGB32).save(&buffer, "JPG"));
+    const QByteArray svg = "<?xml version='1.0'?>\n<!-- drawn --><svg xmlns='http://www.w3.org/2000/svg'/>";
+    const auto wide = [](const char* text) {
+        const QString wanted = QString::fromLatin1(text);
+        return QByteArray(reinterpret_cast<const char*>(wanted.utf16()), wanted.size() * 2);
+    };
+    constexpr auto anything = "application/octet-stream";
+    struct Case {
+        const char* name;
+        Data data;
+        const char* type;
+        const char* suggestedName;
+        const char* page = nullptr;
+        const char* address = nullptr;
+    };
+    const Case cases[] = {
+        {"a picture of a page",
+         {{"text/x-moz-url", wide("https://example.org/my%20logo.jpg\na picture")},
+          {anything, jpeg},
+          {"chromium/x-renderer-taint", "https://shop.example.org"},
+          {"text/html", "<img src=\"https://example.org/my%20logo.jpg\">"}},
+         "image/jpeg",
+         "my logo",
+         "https://shop.example.org",
+         "https://example.org/my%20logo.jpg"},
+        {"a picture that is a link",
+         {{"text/x-moz-url", wide("https://example.org/shop?x=1")},
+          {anything, jpeg},
+          {"text/html", "<img src='https://example.org/pics/cat.jpg'>"}},
+         "image/jpeg",
+         "cat",
+         "https://example.org/shop?x=1",
+         "https://example.org/pics/cat.jpg"},
+        {"a drawing", {{anything, svg}, {"text/html", "<img src='a/tree.svg'>"}}, "image/svg+xml", "tree"},
+        {"a picture within its page",
+         {{"text/x-moz-url", wide("data:image/jpeg;base64,AAAA")},
+          {anything, jpeg},
+          {"text/html", "<img src='data:image/jpeg;base64,AAAA'>"}},
+         "image/jpeg",
+         nullptr},
+        {"a picture that a script made",
+         {{anything, jpeg}, {"text/html", "<img src='blob:https://example.org/1f3c-aa'>"}}, "image/jpeg", nullptr},
+        {"a named one",
+         {{"application/octet-stream;name=\"red barn.jpg\"", jpeg},
+          {"text/html", "<img src='https://example.org/17?w=5'>"}},
+         "image/jpeg",
+         "red barn",
+         nullptr,
+         "https://example.org/17?w=5"},
+        {"a promised one",
+         {{"image/png", "p"},
+          {"application/x-moz-file-promise-dest-filename", wide("old mill.jpg")},
+          {"text/html", "<img src='https://example.org/17'>"}},
+         "image/png",
+         "old mill",
+         nullptr,
+         "https://example.org/17"},
+        {"the source of a drawing",
+         {{"text/html", "<pre>&lt;svg"}, {"text/plain", "see <svg xmlns='x'></svg> there"}},
+         "image/svg+xml",
+         nullptr},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        const auto items = dropped(each.data);
+        ASSERT_EQ(items.size(), 1);
+        EXPECT_TRUE(items[0].data(type(each.type)));
+        EXPECT_EQ(items[0].suggestedName().value_or(QString()), type(each.suggestedName));
+        EXPECT_EQ(items[0].webOrigin().page, type(each.page));
+        EXPECT_EQ(items[0].webOrigin().address, type(each.address));
+    }
+    for (const QByteArray& other : {QByteArray("PK\3\4 an archive"), QByteArray("words"), QByteArray()})
+        EXPECT_TRUE(dropped({{anything, other}}).empty());
 }
 
 TEST(ItemProviders, CarryClipsAsTheyAre) {

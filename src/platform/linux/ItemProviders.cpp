@@ -1,8 +1,9 @@
 #include "base/FileUrl.h"
+#include "base/SvgText.h"
 #include "platform/ItemProvider.h"
 #include "platform/Pasteboard.h"
-#include "platform/SuggestedName.h"
 #include "platform/UniformTypes.h"
+#include "platform/linux/DirectSave.h"
 #include "platform/linux/MimeReading.h"
 
 #include <QMimeData>
@@ -22,6 +23,7 @@ public:
 
     QStringList types() override { return m_types; }
     std::optional<QByteArray> data(const QString& type) override {
+        if (type == directSaveType) return directSaveName();
         const auto spelling = offeredSpelling(m_types, type);
         return spelling ? m_reader.read(m_drop, *spelling) : std::nullopt;
     }
@@ -40,6 +42,24 @@ std::vector<std::filesystem::path> filesIn(const QByteArray& list) {
     return files;
 }
 
+bool isPicture(const QString& type) {
+    return conforms(type, QStringLiteral("image/*")) || conforms(type, QStringLiteral("application/pdf"));
+}
+
+/// Browsers drag a picture's file under a type that tells nothing; its bytes tell what it is.
+std::optional<ItemProvider> unnamedPicture(DropPasteboard& drop) {
+    for (const QString& type : drop.types()) {
+        if (type.section(u';', 0, 0) != u"application/octet-stream") continue;
+        const auto bytes = drop.data(type);
+        const QString told = bytes ? contentType(*bytes) : QString();
+        if (!isPicture(told)) continue;
+        ItemProvider item;
+        item.registerData(told, *bytes);
+        return item;
+    }
+    return {};
+}
+
 std::optional<ItemProvider> picture(DropPasteboard& drop) {
     static const QStringList preferred = {QStringLiteral("image/png"), QStringLiteral("image/tiff"),
                                           QStringLiteral("image/jpeg"), QStringLiteral("image/svg+xml"),
@@ -53,12 +73,9 @@ std::optional<ItemProvider> picture(DropPasteboard& drop) {
         if (!bytes) continue;
         ItemProvider item;
         item.registerData(type, *bytes);
-        const auto urls = drop.urls();
-        if (!urls.isEmpty())
-            if (const auto name = suggestedName(urls.front())) item.setSuggestedName(*name);
         return item;
     }
-    return {};
+    return unnamedPicture(drop);
 }
 
 std::optional<ItemProvider> text(DropPasteboard& drop) {
@@ -66,6 +83,8 @@ std::optional<ItemProvider> text(DropPasteboard& drop) {
     if (!found) return {};
     ItemProvider item;
     item.registerData(QStringLiteral("text/plain;charset=utf-8"), found->toUtf8());
+    if (const QString drawing = svgIn(*found); !drawing.isEmpty())
+        item.registerData(QStringLiteral("image/svg+xml"), drawing.toUtf8());
     return item;
 }
 
@@ -87,6 +106,7 @@ std::vector<ItemProvider> itemProviders(const QMimeData& drop) {
     const QStringList clips = clipTypes(source.types());
     if (items.empty()) {
         auto item = picture(source);
+        if (item) item->setSuggestedName(source.pictureName());
         if (!item) item = text(source);
         if (item || !clips.isEmpty()) items.push_back(std::move(item).value_or(ItemProvider()));
     }

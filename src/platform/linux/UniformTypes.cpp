@@ -63,7 +63,7 @@ QString withoutParameters(const QString& type) {
 QString typeOfContents(const std::filesystem::path& file) {
     QFile contents;
     if (!openForReading(contents, file)) return anything;
-    return QMimeDatabase().mimeTypeForData(contents.read(enoughToTell)).name();
+    return contentType(contents.read(enoughToTell));
 }
 
 } // namespace
@@ -92,6 +92,15 @@ QString contentType(const std::filesystem::path& file) {
         if (told.isValid() && !told.isDefault()) return told.name();
     }
     return typeOfContents(file);
+}
+
+QString contentType(const QByteArray& bytes) {
+    const QByteArray head = bytes.first(std::min(bytes.size(), qsizetype(enoughToTell)));
+    const QString told = QMimeDatabase().mimeTypeForData(head).name();
+    // A drawing that begins with a declaration or a comment passes for plain XML or text.
+    const bool drawing = (conforms(told, QStringLiteral("application/xml")) || told == u"text/plain") &&
+                         head.contains("<svg") && !head.contains("<html");
+    return drawing ? QStringLiteral("image/svg+xml") : told;
 }
 
 QString preferredExtension(const QString& type) {

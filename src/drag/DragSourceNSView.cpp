@@ -65,7 +65,7 @@ void DragSourceNSView::mouseMoveEvent(QMouseEvent* event) {
     if (m_didDrag || !m_pressedAt) return;
     const QPointF pressedAt = *m_pressedAt;
     if (!exceedsDragThreshold(pressedAt, event->position())) return;
-    if (Load load = requestedLoad(); load.data) startDrag(std::move(load), pressedAt, event->position());
+    if (Load load = requestedLoad(event->timestamp()); load.data) startDrag(std::move(load), pressedAt, event->position());
 }
 
 void DragSourceNSView::mouseReleaseEvent(QMouseEvent* event) {
@@ -99,11 +99,11 @@ void DragSourceNSView::reportHover(QHoverEvent* event) {
     event->ignore();
 }
 
-DragSourceNSView::Load DragSourceNSView::requestedLoad() {
+DragSourceNSView::Load DragSourceNSView::requestedLoad(quint64 now) {
     DragRequest request;
     if (!url) Q_EMIT urlRequested(&request);
-    if (request.lateFiles) return {platform::fileDragData(std::move(request.lateFiles)), m_title};
-    if (request.item) return {platform::itemDragData(*request.item), request.item->suggestedName().value_or(QString())};
+    if (request.lateFiles) return {platform::fileDragData(std::move(request.lateFiles), now), m_title};
+    if (request.item) return {platform::itemDragData(*request.item, now), request.item->suggestedName().value_or(QString())};
     std::vector<std::filesystem::path> files;
     if (url)
         if (auto file = url()) files.push_back(std::move(*file));
@@ -111,7 +111,7 @@ DragSourceNSView::Load DragSourceNSView::requestedLoad() {
         if (auto file = pathOfFileUrl(asked.toUtf8())) files.push_back(std::move(*file));
     if (files.empty()) return {};
     const QString name = files.size() == 1 ? shown(files.front().filename()) : QString::number(files.size());
-    return {platform::fileDragData(files), name};
+    return {platform::fileDragData(files, now), name};
 }
 
 std::optional<QImage> DragSourceNSView::look() const {

@@ -89,7 +89,7 @@ private:
         std::unique_ptr<QMimeData> data;
         QString name;
     };
-    Load requestedLoad();
+    Load requestedLoad(quint64 now);
     std::optional<QImage> look() const;
     void startDrag(Load load, QPointF pressedAt, QPointF now);
     static void run(const QPointer<DragSourceNSView>& source, QDrag* drag);

@@ -215,10 +215,13 @@ void BlocksShelf::fillDrag(DragRequest* request, const QString& url) {
     const auto file = pathOfFileUrl(url.toLatin1());
     const Arrangement* block = find(file);
     if (!block) return;
-    if (const auto xml = m_drags.take(block->url))
+    if (const auto xml = m_drags.take(block->url)) {
         request->item = FCPXMLPasteboard::provider(*xml, block->name);
-    else if (xml.error() == DragDocuments::Missing::gone)
+        // For those who know no clips.
+        request->item->registerData(QStringLiteral("text/uri-list"), fileUrl(block->url) + "\r\n");
+    } else if (xml.error() == DragDocuments::Missing::gone) {
         finish(std::unexpected(translate("Blocks", "“%1” is no longer there.").arg(block->name)));
+    }
 }
 
 void BlocksShelf::prepareDrag(const QString& url) {

@@ -2,11 +2,13 @@
 
 #include "base/FileUrl.h"
 #include "platform/ItemProvider.h"
+#include "platform/linux/X11DragData.h"
 
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QVersionNumber>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace quillary::platform {
@@ -22,11 +24,17 @@ QString announcedType() {
     return known && QGuiApplication::platformName() == u"xcb" ? uriList + QChar::Null : uriList;
 }
 
+void handOut(std::optional<X11DragData>& sender, const QMimeData* data, quint64 begun) {
+    if (QGuiApplication::platformName() == u"xcb") sender.emplace(data, static_cast<std::uint32_t>(begun));
+}
+
 /// Bytes under types, in an order of their own. The toolkit's own class would parse URLs and write them anew.
 class OfferData final : public QMimeData {
 public:
     void add(const QString& type, QByteArray bytes) { m_offers.emplace_back(type, std::move(bytes)); }
     void addUrls(QByteArray list) { add(announcedType(), std::move(list)); }
+    /// From here on the drag may be asked for it.
+    void beDragged(quint64 begun) { handOut(m_sender, this, begun); }
 
     bool hasFormat(const QString& type) const override { return find(type) != nullptr; }
     QStringList formats() const override {
@@ -49,12 +57,15 @@ private:
     }
 
     std::vector<std::pair<QString, QByteArray>> m_offers;
+    std::optional<X11DragData> m_sender;
 };
 
 /// A list of files that is made when it is asked for.
 class LateFiles final : public QMimeData {
 public:
-    explicit LateFiles(std::function<std::vector<std::filesystem::path>()> files) : m_files(std::move(files)) {}
+    LateFiles(std::function<std::vector<std::filesystem::path>()> files, quint64 begun) : m_files(std::move(files)) {
+        handOut(m_sender, nullptr, begun);
+    }
 
     bool hasFormat(const QString& type) const override { return type == uriList || type == announcedType(); }
     QStringList formats() const override { return {announcedType()}; }
@@ -64,6 +75,7 @@ protected:
 
 private:
     std::function<std::vector<std::filesystem::path>()> m_files;
+    std::optional<X11DragData> m_sender;
 };
 
 QByteArray urlList(const std::vector<std::filesystem::path>& files) {
@@ -82,13 +94,14 @@ QVariant LateFiles::retrieveData(const QString& type, QMetaType) const {
 
 } // namespace
 
-std::unique_ptr<QMimeData> fileDragData(std::function<std::vector<std::filesystem::path>()> files) {
-    return std::make_unique<LateFiles>(std::move(files));
+std::unique_ptr<QMimeData> fileDragData(std::function<std::vector<std::filesystem::path>()> files, quint64 begun) {
+    return std::make_unique<LateFiles>(std::move(files), begun);
 }
 
-std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>& files) {
+std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>& files, quint64 begun) {
     auto data = std::make_unique<OfferData>();
     data->addUrls(urlList(files));
+    data->beDragged(begun);
     return data;
 }
 
@@ -102,13 +115,14 @@ std::unique_ptr<QMimeData> fileOfferData(const std::vector<std::filesystem::path
     return data;
 }
 
-std::unique_ptr<QMimeData> itemDragData(const ItemProvider& item) {
-    auto data = std::make_unique<QMimeData>();
+std::unique_ptr<QMimeData> itemDragData(const ItemProvider& item, quint64 begun) {
+    auto data = std::make_unique<OfferData>();
     for (const QString& type : item.types())
-        if (const auto bytes = item.data(type)) data->setData(type, *bytes);
+        if (const auto bytes = item.data(type)) data->add(type == uriList ? announcedType() : type, *bytes);
     const QString text = QStringLiteral("public.utf8-plain-text");
     if (item.types().contains(text))
-        if (const auto bytes = item.data(text)) data->setData(QStringLiteral("text/plain;charset=utf-8"), *bytes);
+        if (const auto bytes = item.data(text)) data->add(QStringLiteral("text/plain;charset=utf-8"), *bytes);
+    data->beDragged(begun);
     return data;
 }
 

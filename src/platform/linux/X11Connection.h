@@ -27,6 +27,11 @@ public:
         const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(get(), cookie, nullptr));
         return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
     }
+    /// Waits until the server has done all it was asked for: of a connection that ends it reads no more.
+    void finish() const {
+        const X11Reply<xcb_get_input_focus_reply_t> reply(
+            xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
+    }
 
 private:
     struct Disconnect {

@@ -60,7 +60,8 @@ private:
             &std::free);
         xcb_change_property(server, XCB_PROP_MODE_REPLACE, owner->owner, atom("XdndDirectSave0"), atom("text/plain"), 8,
                             static_cast<std::uint32_t>(name.size()), name.constData());
-        xcb_flush(server);
+        // The server reads no more of a connection that ends.
+        std::free(xcb_get_input_focus_reply(server, xcb_get_input_focus(server), nullptr));
         xcb_disconnect(server);
     }
 

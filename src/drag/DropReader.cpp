@@ -1,6 +1,7 @@
 #include "drag/DropReader.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quillary::DropReader {
 
@@ -25,8 +26,13 @@ void fileURLs(const std::vector<ItemProvider>& providers, QObject* context,
         Qt::QueuedConnection);
 }
 
-Contents contents(const std::vector<ItemProvider>& providers, const std::function<bool(const ItemProvider&)>& isClip) {
-    if (std::ranges::any_of(providers, isClip)) return Contents::clips;
+Split split(const std::vector<ItemProvider>& providers, const std::function<bool(const ItemProvider&)>& isClip) {
+    Split parts;
+    std::ranges::partition_copy(providers, std::back_inserter(parts.clips), std::back_inserter(parts.others), isClip);
+    return parts;
+}
+
+Contents contents(const std::vector<ItemProvider>& providers) {
     if (providers.size() == 1 && isImage(providers.front())) return Contents::image;
     const auto isFile = [](const ItemProvider& item) { return item.fileURL().has_value(); };
     return std::ranges::any_of(providers, isFile) ? Contents::batch : Contents::nothing;

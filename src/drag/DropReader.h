@@ -14,15 +14,20 @@ namespace quillary::DropReader {
 void fileURLs(const std::vector<platform::ItemProvider>& providers, QObject* context,
               std::function<void(std::vector<std::filesystem::path>)> completion);
 
-/// What a drop means to the panel.
+/// A drop's clips and the rest of it, each in its order. `isClip` tells an item that carries Final Cut's clips.
+struct Split {
+    std::vector<platform::ItemProvider> clips;
+    std::vector<platform::ItemProvider> others;
+};
+Split split(const std::vector<platform::ItemProvider>& providers,
+            const std::function<bool(const platform::ItemProvider&)>& isClip);
+
+/// What a drop without clips means to the panel.
 enum class Contents {
-    clips,  ///< Final Cut's, whatever else comes along
     image,  ///< exactly one item, and it is a picture
     batch,  ///< files or folders to be filed
     nothing ///< no file, or not one picture
 };
-/// `isClip` tells an item that carries Final Cut's clips.
-Contents contents(const std::vector<platform::ItemProvider>& providers,
-                  const std::function<bool(const platform::ItemProvider&)>& isClip);
+Contents contents(const std::vector<platform::ItemProvider>& providers);
 
 } // namespace quillary::DropReader

@@ -24,20 +24,20 @@ MediaShelf::~MediaShelf() {
 }
 
 void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
-    const auto clip = std::ranges::find_if(providers, FCPXMLPasteboard::carriesClips);
-    if (clip != providers.end()) {
-        const auto xml = FCPXMLPasteboard::xml(*clip);
-        if (xml)
-            saveClip(*clip, *xml);
+    const auto [clips, others] = DropReader::split(providers, &FCPXMLPasteboard::carriesClips);
+    for (const auto& clip : clips) {
+        if (const auto xml = FCPXMLPasteboard::xml(clip))
+            saveClip(clip, *xml);
         else
             setNote(translate("Shelf", "That drag carried no Final Cut clip"), Tone::problem);
-        return;
     }
-    DropReader::fileURLs(providers, this, [this](const std::vector<fs::path>& urls) {
-        if (urls.empty())
-            setNote(m_texts.none, Tone::problem);
-        else
+    DropReader::fileURLs(others, this, [this, beside = !clips.empty()](std::vector<fs::path> urls) {
+        // Beside clips, whose note counts, only what is for this shelf is taken.
+        if (beside) std::erase_if(urls, [this](const fs::path& file) { return Storage::shelf(file) != m_folder; });
+        if (!urls.empty())
             save(urls);
+        else if (!beside)
+            setNote(m_texts.none, Tone::problem);
     });
 }
 

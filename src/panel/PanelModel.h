@@ -280,7 +280,8 @@ public:
 
     // --- Drops and batches ------------------------------------------------------------------------------------------
 
-    /// What a drop on the panel does.
+    /// A drop lands where it was dropped: on the stage of the Import tab, or on the shelf that is shown. Clips and what
+    /// comes beside them go onto the shelves of their kinds.
     void handleDrop(const std::vector<platform::ItemProvider>& items);
     /// Files a batch: shelves by type, one summary line, the Library tab shown afterwards. Folders are walked. A second
     /// batch waits for the first.
@@ -374,7 +375,11 @@ private:
     void setCutout(const Refined& refined);
     void saveInBackground(std::function<std::expected<QString, QString>()> save);
 
+    /// A drop without clips on the Import tab or the Images shelf.
+    void takeFilesAndPictures(const std::vector<platform::ItemProvider>& items);
     void stageDropped(const platform::ItemProvider& item);
+    /// Puts a picture that came as data onto the Images shelf.
+    void saveDropped(const platform::ItemProvider& item);
     void keepBlocks(const std::vector<platform::ItemProvider>& clips);
     void finishBatch(const BatchResult& result);
     /// Whose notes the user sees now.

@@ -1,5 +1,4 @@
 #include "base/Translation.h"
-#include "drag/DropReader.h"
 #include "library/AppSettings.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
@@ -14,24 +13,6 @@ namespace quillary {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// The best type under which a picture comes as data.
-QString imageType(const platform::ItemProvider& item) {
-    for (const QString& type : ImageIntake::bitmapPriority() + ImageIntake::vectorTypes())
-        if (item.types().contains(type)) return type;
-    const auto accepted = [](const QString& type) {
-        return std::ranges::any_of(ImageIntake::acceptedFileTypes(),
-                                   [&](const QString& kind) { return platform::conforms(type, kind); });
-    };
-    const auto picture = std::ranges::find_if(item.types(), accepted);
-    return picture == item.types().end() ? QString() : *picture;
-}
-
-/// What whoever dragged it tells goes before what its file says.
-PastedImage withOrigin(PastedImage image, const WebOrigin& told) {
-    if (told.isKnown()) image.webOrigin = told;
-    return image;
-}
 
 QStringList texts(std::span<const std::string_view> extensions) {
     QStringList list;
@@ -69,59 +50,6 @@ platform::FileChooser::Question importQuestion(PanelModel::LibraryKind kind) {
 }
 
 } // namespace
-
-void PanelModel::handleDrop(const std::vector<platform::ItemProvider>& items) {
-    // What is dropped on the shelf of sounds or clips is for that shelf.
-    if (m_tab == Tab::library && m_libraryKind == LibraryKind::audio) return m_audioShelf.saveAudio(items);
-    if (m_tab == Tab::library && m_libraryKind == LibraryKind::videos) return m_videoShelf.saveVideos(items);
-    switch (DropReader::contents(items, &BlocksShelf::isClip)) {
-    case DropReader::Contents::clips:
-        keepBlocks(items);
-        break;
-    case DropReader::Contents::image:
-        // Over the Images shelf a file goes onto the shelf, into the collection that is shown.
-        if (m_tab == Tab::library && m_libraryKind == LibraryKind::images && items.front().fileURL())
-            saveToLibrary({*items.front().fileURL()});
-        else
-            stageDropped(items.front());
-        break;
-    case DropReader::Contents::batch:
-        DropReader::fileURLs(items, this, [this](const std::vector<fs::path>& urls) { saveToLibrary(urls); });
-        break;
-    case DropReader::Contents::nothing:
-        fail(translate("Panel", "Nothing readable in that drop."),
-             translate("Panel", "Drop PNG, TIFF, JPEG, SVG or PDF files."));
-        break;
-    }
-}
-
-void PanelModel::keepBlocks(const std::vector<platform::ItemProvider>& clips) {
-    setTab(Tab::library);
-    setLibraryKind(LibraryKind::blocks);
-    m_blocksShelf.captureBlocks(clips);
-}
-
-void PanelModel::stageDropped(const platform::ItemProvider& item) {
-    const int longEdge = m_settings.vectorLongEdge();
-    if (item.fileURL()) {
-        load([file = *item.fileURL(), longEdge, origin = item.webOrigin()](std::stop_token stop) -> State {
-            auto image = ImageIntake::read(file, longEdge, stop);
-            if (image) return withOrigin(*std::move(image), origin);
-            if (image.error().kind == ImageIntakeError::Kind::lockedFile)
-                return Failed{image.error().description(), image.error().recoverySuggestion()};
-            return Failed{translate("Panel", "Could not read that file."),
-                          translate("Panel", "Try a PNG, TIFF, JPEG, SVG or PDF.")};
-        });
-        return;
-    }
-    const QString type = imageType(item);
-    load([data = item.data(type).value_or(QByteArray()), type, longEdge, origin = item.webOrigin(),
-          name = item.suggestedName().value_or(PastedImage::defaultName())](std::stop_token stop) -> State {
-        if (auto image = ImageIntake::read(data, name, type, longEdge, stop))
-            return withOrigin(*std::move(image), origin);
-        return Failed{translate("Panel", "Could not read that image."), std::nullopt};
-    });
-}
 
 void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
     auto progress = std::make_shared<BatchProgress>();

@@ -86,6 +86,60 @@ TEST_F(BlocksShelfTest, ClipsThatAreMoreThanOneFileComeFromTheOtherShelves) {
     }
 }
 
+TEST_F(BlocksShelfTest, WhatIsDroppedHereAndIsNoClipIsTold) {
+    stage(file("staged.png", picture(3, 3)));
+    model->setTab(PanelModel::Tab::library);
+    model->setLibraryKind(PanelModel::LibraryKind::blocks);
+    const auto data = [](const QString& type, const QByteArray& bytes) {
+        platform::ItemProvider item;
+        item.registerData(type, bytes);
+        return item;
+    };
+    writeFile(folder / "notes.txt", "words");
+    writeFile(folder / "timeline.xml", "<xmeml version='5'/>");
+    const QString text = u"text/plain;charset=utf-8"_s;
+    const std::vector<platform::ItemProvider> drops[] = {
+        {platform::ItemProvider::file(file("one.png", picture(2, 2)))},
+        {platform::ItemProvider::file(folder / "one.png"), platform::ItemProvider::file(folder / "notes.txt")},
+        {platform::ItemProvider::file(folder / "timeline.xml")},
+        {data(u"image/png"_s, pngData(picture(2, 2)))},
+        {data(text, "words")},
+        {data(text, "<xmeml version='5'/>")},
+        {data(FCPXMLPasteboard::primary, "<!--" + QByteArray(600, 'x') + "-->" + clip("Late"))},
+    };
+    for (const auto& items : drops) {
+        shelf().setNote(std::nullopt);
+        drop(items);
+        EXPECT_EQ(note(), u"That drag carried no Final Cut clip");
+        EXPECT_TRUE(shelf().noteIsProblem());
+        EXPECT_EQ(model->libraryKind(), PanelModel::LibraryKind::blocks);
+        EXPECT_EQ(model->stagedName(), u"staged"_s);
+    }
+    EXPECT_EQ(model->shelfCounts().images + model->shelfCounts().blocks, 0);
+}
+
+TEST_F(BlocksShelfTest, WhatComesBesideAClipIsFiledByItsKind) {
+    writeFile(folder / "exported.fcpxml", clip("Exported").toStdString());
+    writeFile(folder / "rain.wav", "sound");
+    const std::vector<platform::ItemProvider> items{
+        platform::ItemProvider::file(file("one.png", picture(2, 2))),
+        platform::ItemProvider::file(folder / "exported.fcpxml"), platform::ItemProvider::file(folder / "rain.wav")};
+    for (const auto tab : {PanelModel::Tab::intake, PanelModel::Tab::library}) {
+        model->setTab(tab);
+        drop(items);
+        EXPECT_TRUE(comesTrue([&] { return model->shelfCounts().audio == 1 && model->shelfCounts().images == 1; }));
+        EXPECT_EQ(names(), QStringList{u"Exported"_s});
+        EXPECT_EQ(model->tab(), PanelModel::Tab::library);
+        EXPECT_EQ(model->libraryKind(), PanelModel::LibraryKind::blocks);
+    }
+    // Over the sounds, a single clip and the sounds beside it.
+    model->setLibraryKind(PanelModel::LibraryKind::audio);
+    writeFile(folder / "wind.wav", "another sound");
+    writeFile(folder / "hail.wav", "a third sound");
+    drop({offered(singleClip({.file = folder / "wind.wav"})), platform::ItemProvider::file(folder / "hail.wav")});
+    EXPECT_TRUE(comesTrue([&] { return model->shelfCounts().audio == 3; }));
+}
+
 TEST_F(BlocksShelfTest, WhatIsNoClipIsToldAndStoresNothing) {
     platform::ItemProvider opaque;
     opaque.registerData(FCPXMLPasteboard::flexoType, "opaque");
@@ -184,6 +238,8 @@ TEST_F(BlocksShelfTest, ADragOfALargeBlockFindsItsDocumentReady) {
     shelf().fillDrag(&ready, urlOf(block));
     ASSERT_TRUE(ready.item);
     EXPECT_TRUE(ready.item->data(FCPXMLPasteboard::primary)->contains("<ref-clip"));
+    EXPECT_EQ(ready.item->types(), FCPXMLPasteboard::types() + QStringList{u"text/uri-list"_s});
+    EXPECT_EQ(ready.item->data(u"text/uri-list"_s), fileUrl(block) + "\r\n");
     // Another document in its place is another drag.
     large.replace("xxxxx", "yyyyy");
     writeFile(block, large.toStdString() + "\n");

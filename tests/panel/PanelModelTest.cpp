@@ -180,6 +180,33 @@ TEST_F(PanelModelTest, ADropOverTheImagesGoesIntoTheShownCollection) {
     EXPECT_EQ(model->stage(), PanelModel::Stage::empty);
 }
 
+TEST_F(PanelModelTest, ADropOverTheImagesLeavesTheStageAlone) {
+    stage(file("staged.png", picture(3, 3)));
+    model->setTab(PanelModel::Tab::library);
+    images().setCollectionFilter(CollectionFilter::named(u"Logos"_s));
+    platform::ItemProvider dropped;
+    dropped.registerData(u"image/png"_s, pngData(picture(5, 5)));
+    dropped.setSuggestedName(u"web picture"_s);
+    dropped.setWebOrigin({.page = u"https://example.org/"_s, .address = u"https://example.org/a.png"_s});
+    model->handleDrop({dropped});
+    EXPECT_TRUE(comesTrue([&] { return model->librarySaveNote() == u"web picture saved to your library"_s; }));
+    const fs::path saved = root() / "Library/Images/Logos/web picture.png";
+    EXPECT_EQ(platform::webOrigin(saved), dropped.webOrigin());
+    EXPECT_TRUE(comesTrue([&] { return images().visible().size() == 1; }));
+
+    dropped.registerData(u"image/png"_s, "no picture");
+    model->handleDrop({dropped});
+    EXPECT_TRUE(comesTrue([&] { return model->librarySaveNote() == u"Could not read that image."_s; }));
+    EXPECT_TRUE(images().noteIsProblem());
+    platform::ItemProvider words;
+    words.registerData(u"text/plain;charset=utf-8"_s, "a clipping");
+    model->handleDrop({words});
+    EXPECT_EQ(model->librarySaveNote(), u"Nothing readable in that drop."_s);
+    EXPECT_TRUE(images().noteIsProblem());
+    EXPECT_EQ(model->stagedName(), u"staged"_s);
+    EXPECT_EQ(namesIn(saved.parent_path()), Names{"web picture.png"});
+}
+
 TEST_F(PanelModelTest, SortsOutWhatADropBrings) {
     const auto drop = [this](const platform::ItemProvider& item) {
         model->handleDrop({item});

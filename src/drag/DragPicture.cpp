@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace quillary {
 
@@ -67,6 +68,16 @@ QSizeF dragPictureSize(QSizeF picture) {
 
 QImage dragPicture(const std::optional<QImage>& image, const QString& caption, qreal devicePixelRatio) {
     return image && image->width() > 0 ? reduced(*image, devicePixelRatio) : badge(caption, devicePixelRatio);
+}
+
+QImage withHardEdges(QImage picture) {
+    constexpr int half = 128;
+    if (!picture.hasAlphaChannel()) return picture;
+    picture.convertTo(QImage::Format_ARGB32);
+    for (int y = 0; y < picture.height(); ++y)
+        for (QRgb& pixel : std::span(reinterpret_cast<QRgb*>(picture.scanLine(y)), std::size_t(picture.width())))
+            pixel = qAlpha(pixel) < half ? 0 : qRgb(qRed(pixel), qGreen(pixel), qBlue(pixel));
+    return picture;
 }
 
 QPointF dragHotSpot(QPointF pressedAt, QPointF now, QSizeF picture) {

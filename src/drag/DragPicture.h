@@ -21,6 +21,9 @@ QSizeF dragPictureSize(QSizeF picture);
 /// the caption where there is no image.
 QImage dragPicture(const std::optional<QImage>& image, const QString& caption, qreal devicePixelRatio);
 
+/// For screens that show each pixel or do not: what is half there or more is there, in its own colour.
+QImage withHardEdges(QImage picture);
+
 /// Where the pointer is within a picture that is centred on the point that was pressed.
 QPointF dragHotSpot(QPointF pressedAt, QPointF now, QSizeF picture);
 

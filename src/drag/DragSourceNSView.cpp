@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
+#include <QQmlEngine>
+#include <QQuickAsyncImageProvider>
 #include <QQuickWindow>
 #include <algorithm>
 #include <utility>
@@ -36,6 +38,12 @@ void DragSourceNSView::setPicture(QQuickItem* picture) {
     Q_EMIT pictureChanged();
 }
 
+void DragSourceNSView::setPixels(const QImage& pixels) {
+    if (pixels.cacheKey() == m_pixels.cacheKey()) return;
+    m_pixels = pixels;
+    Q_EMIT pixelsChanged();
+}
+
 void DragSourceNSView::setOpenHandCursor(bool on) {
     if (std::exchange(m_openHandCursor, on) == on) return;
     if (on)
@@ -54,11 +62,49 @@ void DragSourceNSView::mousePressEvent(QMouseEvent* event) {
     setDidDrag(false);
     // A list that scrolls must not take the press over before it becomes a drag.
     setKeepMouseGrab(true);
+    preparePicture();
+}
+
+void DragSourceNSView::preparePicture() {
+    m_asked = nullptr;
+    m_answered = {};
     m_look.reset();
-    if (m_picture && m_picture->isVisible() && !m_picture->size().isEmpty() && window()) {
-        const QSizeF size = dragPictureSize(m_picture->size()) * window()->effectiveDevicePixelRatio();
-        m_look = m_picture->grabToImage(size.toSize().expandedTo(QSize(1, 1)));
-    }
+    if (!m_pixels.isNull()) return;
+    requestSource();
+    grabPicture();
+}
+
+void DragSourceNSView::requestSource() {
+    const QUrl address(m_source);
+    const auto* engine = qmlEngine(this);
+    if (!engine || address.scheme() != u"image") return;
+    auto* provider = dynamic_cast<QQuickAsyncImageProvider*>(engine->imageProvider(address.host()));
+    if (!provider) return;
+    const QString id = address.toString(QUrl::RemoveScheme | QUrl::RemoveAuthority).sliced(1);
+    auto* response = provider->requestImageResponse(id, {});
+    m_asked = response;
+    connect(response, &QQuickImageResponse::finished, this, [this, response] {
+        const std::unique_ptr<QQuickTextureFactory> texture(response->textureFactory());
+        if (m_asked == response && texture) m_answered = texture->image();
+    });
+    connect(response, &QQuickImageResponse::finished, response, &QObject::deleteLater);
+}
+
+void DragSourceNSView::grabPicture() {
+    if (!m_picture || !m_picture->isVisible() || m_picture->size().isEmpty() || !window()) return;
+    // An Image that fits what it shows leaves room around it, and may show it larger than it is.
+    const QSizeF whole = m_picture->size();
+    const QVariant width = m_picture->property("paintedWidth");
+    QSizeF painted = width.isValid() ? QSizeF(width.toReal(), m_picture->property("paintedHeight").toReal()) : whole;
+    if (painted.isEmpty()) painted = whole;
+    painted = painted.boundedTo(whole);
+    const QSizeF natural = m_picture->property("sourceSize").toSizeF();
+    const QSizeF shown = dragPictureSize(natural.isEmpty() ? painted : natural);
+    const qreal scale = std::max(shown.width() / painted.width(), shown.height() / painted.height());
+    m_lookArea = QRectF(QPointF((1 - painted.width() / whole.width()) / 2, (1 - painted.height() / whole.height()) / 2),
+                        QSizeF(painted.width() / whole.width(), painted.height() / whole.height()));
+    const QSizeF pixels = whole * scale * window()->effectiveDevicePixelRatio();
+    m_look = m_picture->grabToImage(pixels.toSize().expandedTo(QSize(1, 1)));
 }
 
 void DragSourceNSView::mouseMoveEvent(QMouseEvent* event) {
@@ -117,15 +163,21 @@ DragSourceNSView::Load DragSourceNSView::requestedLoad(quint64 now) {
 std::optional<QImage> DragSourceNSView::look() const {
     if (image)
         if (auto given = image()) return given;
+    if (!m_pixels.isNull()) return m_pixels;
+    if (!m_answered.isNull()) return m_answered;
     if (!m_look || m_look->image().isNull()) return {};
-    QImage grabbed = m_look->image();
+    const QSizeF size = m_look->image().size();
+    const QRectF area(m_lookArea.x() * size.width(), m_lookArea.y() * size.height(), m_lookArea.width() * size.width(),
+                      m_lookArea.height() * size.height());
+    QImage grabbed = m_look->image().copy(area.toAlignedRect());
     grabbed.setDevicePixelRatio(window()->effectiveDevicePixelRatio());
     return grabbed;
 }
 
 void DragSourceNSView::startDrag(Load load, QPointF pressedAt, QPointF now) {
-    const QImage picture =
+    QImage picture =
         dragPicture(look(), m_title.isEmpty() ? load.name : m_title, window()->effectiveDevicePixelRatio());
+    if (!platform::dragsAreTranslucent()) picture = withHardEdges(std::move(picture));
     // The application is the drag's parent: a list that is refreshed meanwhile may delete this item.
     auto* drag = new QDrag(QCoreApplication::instance());
     drag->setMimeData(load.data.release());

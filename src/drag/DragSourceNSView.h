@@ -13,6 +13,7 @@
 
 class QDrag;
 class QMimeData;
+class QQuickImageResponse;
 
 namespace quillary {
 
@@ -22,7 +23,7 @@ namespace quillary {
 ///     FileDragSource {
 ///         anchors.fill: parent
 ///         title: item.name
-///         picture: thumbnail
+///         pixels: model.displayImage
 ///         onUrlRequested: request => request.url = model.dragFileUrl(item.url)
 ///         onTapped: select()
 ///     }
@@ -36,7 +37,11 @@ class DragSourceNSView : public QQuickItem {
     QML_NAMED_ELEMENT(FileDragSource)
     /// The caption of a drag without a picture; the file's name when it is empty.
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged FINAL)
-    /// The item whose look the drag carries. It is painted when the button goes down.
+    /// What the drag carries: a picture as it is, null for none; else that of an asynchronous image provider,
+    /// "image://provider/id", asked for at its own size when the button goes down; else the look of an item, painted
+    /// then, without the room that an Image leaves around what it shows.
+    Q_PROPERTY(QImage pixels READ pixels WRITE setPixels NOTIFY pixelsChanged FINAL)
+    Q_PROPERTY(QString source MEMBER m_source NOTIFY sourceChanged FINAL)
     Q_PROPERTY(QQuickItem* picture READ picture WRITE setPicture NOTIFY pictureChanged FINAL)
     Q_PROPERTY(bool openHandCursor READ openHandCursor WRITE setOpenHandCursor NOTIFY openHandCursorChanged FINAL)
     /// Whether a drag from here is under way.
@@ -53,6 +58,8 @@ public:
     void setTitle(const QString& title);
     QQuickItem* picture() const { return m_picture; }
     void setPicture(QQuickItem* picture);
+    const QImage& pixels() const { return m_pixels; }
+    void setPixels(const QImage& pixels);
     bool openHandCursor() const { return m_openHandCursor; }
     void setOpenHandCursor(bool on);
     bool dragging() const { return m_didDrag; }
@@ -71,6 +78,8 @@ Q_SIGNALS:
     void hoverEnded();
     void titleChanged();
     void pictureChanged();
+    void pixelsChanged();
+    void sourceChanged();
     void openHandCursorChanged();
     void draggingChanged();
 
@@ -90,6 +99,9 @@ private:
         QString name;
     };
     Load requestedLoad(quint64 now);
+    void preparePicture();
+    void requestSource();
+    void grabPicture();
     std::optional<QImage> look() const;
     void startDrag(Load load, QPointF pressedAt, QPointF now);
     static void run(const QPointer<DragSourceNSView>& source, QDrag* drag);
@@ -97,8 +109,13 @@ private:
     void reportHover(QHoverEvent* event);
 
     QString m_title;
+    QImage m_pixels;
+    QString m_source;
     QPointer<QQuickItem> m_picture;
+    QPointer<QQuickImageResponse> m_asked;
+    QImage m_answered;
     QSharedPointer<QQuickItemGrabResult> m_look;
+    QRectF m_lookArea; ///< of the grabbed picture, in 0 … 1 of its width and height
     bool m_openHandCursor = false;
     std::optional<QPointF> m_pressedAt;
     bool m_didDrag = false;

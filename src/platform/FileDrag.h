@@ -17,6 +17,9 @@ std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>
 /// program wants the data, and may be waited for in an event loop of their own. None of them is no data.
 std::unique_ptr<QMimeData> fileDragData(std::function<std::vector<std::filesystem::path>()> files, quint64 begun);
 
+/// Whether the picture that a drag carries can be half transparent on this screen now.
+bool dragsAreTranslucent();
+
 /// What copied files are on the clipboard: PNG bytes first, if there are any, then the URLs, then the URLs as file
 /// managers mark copied ones.
 std::unique_ptr<QMimeData> fileOfferData(const std::vector<std::filesystem::path>& files, const QByteArray& png);

@@ -27,6 +27,20 @@ TEST(DragPicture, IsReducedAndNeverEnlarged) {
     }
 }
 
+TEST(DragPicture, KeepsItsColoursWhereEdgesAreHard) {
+    QImage soft(3, 1, QImage::Format_ARGB32_Premultiplied);
+    const QColor red(200, 40, 20);
+    const int alphas[] = {100, 140, 255};
+    for (int x = 0; x < 3; ++x) soft.setPixelColor(x, 0, QColor(red.red(), red.green(), red.blue(), alphas[x]));
+    soft.setDevicePixelRatio(2);
+    const QImage hard = withHardEdges(soft);
+    EXPECT_EQ(hard.pixelColor(0, 0).alpha(), 0);
+    EXPECT_NEAR(hard.pixelColor(1, 0).red(), red.red(), 2);
+    EXPECT_EQ(hard.pixelColor(1, 0).alpha(), 255);
+    EXPECT_EQ(hard.pixelColor(2, 0), red);
+    EXPECT_EQ(hard.devicePixelRatio(), 2);
+}
+
 TEST(DragPicture, IsABadgeWithoutAnImage) {
     EXPECT_EQ(dragPicture(QImage(), QStringLiteral("a"), 2).height(), 48);
     const QImage wide = dragPicture({}, QString(200, u'W'), 1);

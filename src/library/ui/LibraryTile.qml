@@ -10,6 +10,7 @@ ShelfItem {
 
     help: Wording.forEditor(qsTr("Drag into Final Cut · click to select"))
     picture: thumbnail
+    pictureSource: thumbnail.source
 
     Checkerboard {
         height: tile.pictureHeight

@@ -18,6 +18,8 @@ Item {
     required property TileGrid grid
     /// What a drag shows; its name without one.
     property Item picture: null
+    /// The same as it is on its own; empty where the item's look counts.
+    property string pictureSource: ""
     property string help: ""
     /// Whether a drag can start anywhere on it.
     property bool dragsAnywhere: true
@@ -57,6 +59,7 @@ Item {
         anchors.fill: parent
         enabled: item.dragsAnywhere
         picture: item.picture
+        source: item.pictureSource
         title: item.name
         visible: item.dragsAnywhere
         z: -1

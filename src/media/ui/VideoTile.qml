@@ -101,6 +101,7 @@ ShelfItem {
     FileDragSource {
         anchors.fill: parent
         picture: frame
+        source: thumbnail.source
         title: tile.name
 
         onHoverEnded: {

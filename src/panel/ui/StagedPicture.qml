@@ -117,7 +117,7 @@ Item {
     FileDragSource {
         anchors.fill: parent
         openHandCursor: true
-        picture: picture
+        pixels: staged.model.displayImage
         title: staged.model.stagedName
 
         onUrlRequested: request => staged.model.offerStaged(request)

@@ -2,6 +2,7 @@
 
 #include "base/FileUrl.h"
 #include "platform/ItemProvider.h"
+#include "platform/linux/X11Connection.h"
 #include "platform/linux/X11DragData.h"
 
 #include <QGuiApplication>
@@ -103,6 +104,17 @@ std::unique_ptr<QMimeData> fileDragData(const std::vector<std::filesystem::path>
     data->addUrls(urlList(files));
     data->beDragged(begun);
     return data;
+}
+
+bool dragsAreTranslucent() {
+    if (QGuiApplication::platformName() != u"xcb") return true;
+    // Whoever draws an X server's windows together owns this selection.
+    const X11Connection connection;
+    if (!connection.works()) return false;
+    const auto cookie = xcb_get_selection_owner(connection.get(), connection.atom("_NET_WM_CM_S0"));
+    const X11Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection.get(), cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 std::unique_ptr<QMimeData> fileOfferData(const std::vector<std::filesystem::path>& files, const QByteArray& png) {

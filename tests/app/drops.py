@@ -28,6 +28,9 @@ class FromBrowsers(PanelTest):
                                    check=True).stdout
         self.open_panel()
 
+    def drag(self, offers, shown, promise=""):
+        self.drag_in(*offers.items(), until=lambda: self.reader.wait_for("image", shown), promise=promise)
+
     def saved(self, name):
         self.reader.press("push button", "Save to Library")
         path = self.root / "Library/Images" / name
@@ -40,36 +43,31 @@ class FromBrowsers(PanelTest):
 
     def test_chromium_gives_a_picture_no_type(self):
         address = "http://pictures.example/my%20logo.jpg"
-        self.drag_in({"text/x-moz-url": wide(address + "\na picture"), "text/plain": address.encode(),
-                      "application/octet-stream": self.jpeg, "chromium/x-renderer-taint": b"http://shop.example",
-                      "text/html": f'<img src="{address}" alt="a picture">'.encode(), "chromium/x-drag-id": b"22"},
-                     "--promise", "my logo.jpg")
-        self.reader.wait_for("image", "my logo")
+        self.drag({"text/x-moz-url": wide(address + "\na picture"), "text/plain": address.encode(),
+                   "application/octet-stream": self.jpeg, "chromium/x-renderer-taint": b"http://shop.example",
+                   "text/html": f'<img src="{address}" alt="a picture">'.encode(), "chromium/x-drag-id": b"22"},
+                  "my logo", "my logo.jpg")
         self.wait_for_text("600 × 400")
         self.assert_origin(self.saved("my logo.png"), address, "http://shop.example")
 
         # An address without a name: that of the promised file counts.
-        self.drag_in({"text/x-moz-url": wide("http://shop.example/"), "application/octet-stream": self.jpeg,
-                      "text/html": b'<img src="http://pictures.example/17?w=600">'}, "--promise", "red barn.jpg")
-        self.reader.wait_for("image", "red barn")
+        self.drag({"text/x-moz-url": wide("http://shop.example/"), "application/octet-stream": self.jpeg,
+                   "text/html": b'<img src="http://pictures.example/17?w=600">'}, "red barn", "red barn.jpg")
         # A drawing stays a drawing.
-        self.drag_in({"application/octet-stream": SVG, "text/html": b'<img src="http://pictures.example/tree.svg">'})
-        self.reader.wait_for("image", "tree")
+        self.drag({"application/octet-stream": SVG, "text/html": b'<img src="http://pictures.example/tree.svg">'}, "tree")
         self.wait_for_text("4096 × 2048")
 
     def test_firefox_gives_its_own_copy(self):
         page, address = "http://shop.example/deals?x=1", "http://pictures.example/my%20logo.jpg"
-        self.drag_in({"text/uri-list": page.encode() + b"\r\n", "_NETSCAPE_URL": page.encode(),
+        self.drag({"text/uri-list": page.encode() + b"\r\n", "_NETSCAPE_URL": page.encode(),
                       "text/html": f'<a href="{page}"><img src="{address}"></a>'.encode(), "text/plain": page.encode(),
                       "application/x-moz-nativeimage": b"", "image/png": png(600, 400, (9, 99, 9)),
-                      "image/jpeg": self.jpeg, "application/x-moz-file-promise-dest-filename": wide("my logo.jpg")})
-        self.reader.wait_for("image", "my logo")
+                      "image/jpeg": self.jpeg, "application/x-moz-file-promise-dest-filename": wide("my logo.jpg")}, "my logo")
         self.assert_origin(self.saved("my logo.png"), address, page)
 
     def test_selected_source_is_a_drawing(self):
-        self.drag_in({"text/html": b"<pre>&lt;svg", "text/plain": b"see " + SVG + b" there"})
+        self.drag({"text/html": b"<pre>&lt;svg", "text/plain": b"see " + SVG + b" there"}, "Pasted Image")
         self.wait_for_text("4096 × 2048")
-        self.reader.wait_for("image", "Pasted Image")
 
 
 class OntoShelves(PanelTest):
@@ -84,6 +82,9 @@ class OntoShelves(PanelTest):
         self.reader.wait_for("image", "staged")
         self.reader.press("push button", "Library")
 
+    def drag(self, offers, told):
+        self.drag_in(*offers.items(), until=lambda: self.reader.wait_for("", told))
+
     def assert_staged(self):
         self.reader.press("push button", "Import")
         self.reader.wait_for("image", "staged")
@@ -93,11 +94,10 @@ class OntoShelves(PanelTest):
         return sorted(path.name for path in (self.root / "Library" / shelf).glob("*.*"))
 
     def test_onto_the_images(self):
-        self.drag_in({"image/png": png(60, 40, (99, 9, 9)), "text/html": b'<img src="http://a.example/red%20barn.png">'})
-        self.reader.wait_for("", "red barn saved to your library")
+        self.drag({"image/png": png(60, 40, (99, 9, 9)), "text/html": b'<img src="http://a.example/red%20barn.png">'},
+                  "red barn saved to your library")
         self.tile("red barn")
-        self.drag_in({"text/plain": b"a clipping"})
-        self.reader.wait_for("", "Nothing readable in that drop.")
+        self.drag({"text/plain": b"a clipping"}, "Nothing readable in that drop.")
         self.assert_staged()
         self.assertEqual(self.files("Images"), ["red barn.png"])
 
@@ -112,15 +112,13 @@ class OntoShelves(PanelTest):
         picture.write_bytes(png(30, 30, (9, 9, 9)))
         for offers in ({"text/plain": b"<xmeml version='5'/>"}, {"com.apple.finalcutpro.xml": late},
                        {"text/uri-list": url_of(picture).encode() + b"\r\n"}):
-            self.drag_in(offers)
-            self.reader.wait_for("", refused)
+            self.drag(offers, refused)
             wait_until(lambda: not self.reader.find("", refused), 15, "the end of the note")
         self.assert_staged()
 
         exported = self.folder / "exported.fcpxml"
         exported.write_bytes(clip)
-        self.drop(exported, picture)
-        self.tile("Card")
+        self.drop_files(exported, picture, until=lambda: self.tile("Card"))
         wait_until(lambda: self.files("Images") == ["one.png"], 10, "the picture beside the clip")
         self.assertEqual(self.files("Blocks"), ["Card.fcpxml"])
 
@@ -165,7 +163,7 @@ class OutOfThePanel(PanelTest):
         """The part of the screen around a place, as rows of (red, green, blue)."""
         width, height = size
         crop = f"{width}x{height}+{place[0] - width // 2}+{place[1] - height // 2}"
-        shot = subprocess.run(["import", "-window", "root", "-crop", crop, "-depth", "8", "rgb:-"],
+        shot = subprocess.run(["import", "-silent", "-window", "root", "-crop", crop, "-depth", "8", "rgb:-"],
                               env=self.desktop.environment, stdout=subprocess.PIPE, check=True, timeout=30).stdout
         pixels = [tuple(shot[at:at + 3]) for at in range(0, len(shot), 3)]
         return [pixels[row * width:(row + 1) * width] for row in range(height)]
@@ -176,11 +174,11 @@ class OutOfThePanel(PanelTest):
         self.desktop.press(*place)
         for step in (4, 8):
             self.desktop.move(place[0] + step, place[1])
-        self.desktop.move(900, 250)
+        self.desktop.move(*self.over_there)
         box = [0, 0]
 
         def there():
-            rows = self.look((900, 250), (200, 160))
+            rows = self.look(self.over_there, (200, 160))
             near = [[max(abs(a - b) for a, b in zip(pixel, colour)) < 12 for pixel in row] for row in rows]
             box[:] = [max(sum(row) for row in near), sum(any(row) for row in near)]
             return box[0] > 5

@@ -197,26 +197,6 @@ class PanelTest(unittest.TestCase):
     def drop_target(self, *arguments):
         return self.open_beside("drop_target", *arguments)
 
-    def drop(self, *paths, to=(190, 200)):
-        """Drops files as a file manager does."""
-        self.drag_in({"text/uri-list": "".join(url_of(path) + "\r\n" for path in paths).encode()}, to=to)
-
-    def drag_in(self, offers, *arguments, to=(190, 200)):
-        """Drags into the panel what another program offers: bytes by their types."""
-        data = []
-        for number, (kind, content) in enumerate(offers.items()):
-            offer = self.folder / f"offer {number}"
-            offer.write_bytes(content)
-            data += ["--data", f"{kind}={offer}"]
-        source = self.desktop.start([self.program("drag_source"), "--place", "700,100,400,300", "--count", "2", *data,
-                                     *arguments])
-        source.wait_for("ready")
-        self.desktop.drag((900, 250), to)
-        source.wait_for("dragged")
-        # The drop is told to be done before all of it was fetched, so the source stays for a while.
-        time.sleep(2)
-        source.stop()
-
     def drag_out(self, place, *arguments):
         """Drags what lies there into another program, which reports the drop."""
         target = self.drop_target(*arguments)
@@ -225,15 +205,16 @@ class PanelTest(unittest.TestCase):
         target.stop()
         return drop
 
-    def drag_in(self, *offers, onto=None, until=lambda: True):
+    def drag_in(self, *offers, onto=None, until=lambda: True, promise=""):
         """Drags what another program offers, each a pair of type and bytes, into the panel, and waits for what comes of
-        it. The program stays as long: a drop is told to be done before all of it was fetched."""
+        it. The program stays as long: a drop is told to be done before all of it was fetched. It may promise to save a
+        file of some name."""
         data = []
         for number, (kind, content) in enumerate(offers):
             file = self.folder / f"offer {number}"
             file.write_bytes(content)
             data += ["--data", f"{kind}={file}"]
-        source = self.open_beside("drag_source", "--count", "2", *data)
+        source = self.open_beside("drag_source", "--count", "2", "--promise", promise, *data)
         try:
             self.desktop.drag(self.over_there, onto or self.middle(self.reader.wait_for("frame", "Quillary")))
             source.wait_for("dragged")

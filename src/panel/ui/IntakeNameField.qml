@@ -41,9 +41,5 @@ TextField {
     Component.onCompleted: showName()
 
     Keys.onEscapePressed: giveUp()
-    onAccepted: {
-        commit(draft);
-        draft = name;
-        selectAll();
-    }
+    onAccepted: focus = false
 }

@@ -200,7 +200,9 @@ class Session:
         settings = os.path.join(self._folder, "weston.ini")
         with open(settings, "w") as file:
             file.write("[core]\nidle-time=0\nrequire-input=false\n[shell]\npanel-position=none\nlocking=false\n"
-                       "animation=none\nstartup-animation=none\nclose-animation=none\nfocus-animation=none\n")
+                       "animation=none\nstartup-animation=none\nclose-animation=none\nfocus-animation=none\n"
+                       # No keyboard on the screen, which would come up over a text field that is clicked.
+                       "[input-method]\npath=\n")
             for number, (width, height) in enumerate(self.screens):
                 file.write(f"[output]\nname=screen{number}\nmode={width}x{height}\n")
         weston = self._service(

@@ -3,7 +3,7 @@
 #include "platform/KeyModifiers.h"
 
 #include <QKeyEvent>
-#include <QQuickWindow>
+#include <QPointerEvent>
 
 namespace quillary {
 
@@ -38,6 +38,36 @@ void PanelContainerView::keyPressEvent(QKeyEvent* event) {
 void PanelContainerView::mousePressEvent(QMouseEvent* event) {
     forceActiveFocus(Qt::MouseFocusReason);
     QQuickItem::mousePressEvent(event);
+}
+
+void PanelContainerView::itemChange(ItemChange change, const ItemChangeData& data) {
+    QQuickItem::itemChange(change, data);
+    if (change != ItemSceneChange) return;
+    if (m_window) {
+        m_window->removeEventFilter(this);
+        m_window->disconnect(this);
+    }
+    m_window = data.window;
+    if (!m_window) return;
+    m_window->installEventFilter(this);
+    connect(m_window, &QQuickWindow::activeFocusItemChanged, this, &PanelContainerView::takeLostFocus);
+}
+
+bool PanelContainerView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin)
+        leaveField(static_cast<QPointerEvent*>(event)->point(0).scenePosition());
+    return QQuickItem::eventFilter(watched, event);
+}
+
+void PanelContainerView::leaveField(QPointF pressed) {
+    QQuickItem* field = m_window->activeFocusItem();
+    if (!editsText(field) || !isAncestorOf(field) || field->contains(field->mapFromScene(pressed))) return;
+    field->setFocus(false, Qt::MouseFocusReason);
+}
+
+void PanelContainerView::takeLostFocus() {
+    // An item that loses the focus without a heir leaves it to the window's content, and so does a popup that closes.
+    if (m_window->activeFocusItem() == m_window->contentItem()) forceActiveFocus(Qt::OtherFocusReason);
 }
 
 } // namespace quillary

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QPointer>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <functional>
 
 class QKeyEvent;
@@ -8,7 +10,11 @@ class QKeyEvent;
 namespace quillary {
 
 /// The view that fills the panel's window. It turns the paste command into a call, wherever the focus is inside the
-/// panel except in a text field, and takes the focus when the user clicks beside every control.
+/// panel except in a text field.
+///
+/// It also settles, for the whole window, who has the keyboard. A press anywhere beside the text field that is being
+/// edited takes the focus from that field, before anybody hears of the press. A focus that is left to nobody, as by a
+/// menu or a sheet that closes, comes back here and so to the control that had it last.
 class PanelContainerView : public QQuickItem {
     Q_OBJECT
 
@@ -25,6 +31,14 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void leaveField(QPointF pressed);
+    void takeLostFocus();
+
+    QPointer<QQuickWindow> m_window;
 };
 
 } // namespace quillary

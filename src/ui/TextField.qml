@@ -24,6 +24,10 @@ T.TextField {
     selectionColor: Theme.accentFill
     verticalAlignment: TextInput.AlignVCenter
 
+    // Hidden it would go on to take the keys.
+    onVisibleChanged: if (!visible)
+        focus = false
+
     background: Rectangle {
         border.color: control.activeFocus ? Theme.accent : control.hovered ? Theme.outline : Theme.hairline
         border.width: 1

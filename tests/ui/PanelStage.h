@@ -2,6 +2,7 @@
 
 #include "imaging/Thumbnail.h"
 #include "library/ui/ThumbnailProvider.h"
+#include "panel/PanelContainerView.h"
 #include "panel/PanelParts.h"
 
 #include <QQmlComponent>
@@ -11,7 +12,7 @@
 
 namespace quillary::test {
 
-/// The panel's root view over a real library in a folder of its own, in a window of its own.
+/// The panel's root view in its container over a real library in a folder of its own, in a window of its own.
 class PanelStage : public PanelParts {
 public:
     /// Clips have pictures when their frames can be had from somewhere.
@@ -30,6 +31,9 @@ public:
     bool show(QSize size) {
         view = make("Panel/PanelView", {{QStringLiteral("model"), QVariant::fromValue(&model)}});
         if (!view) return false;
+        container.setParentItem(window.contentItem());
+        container.onPaste = [this] { model.handlePaste(); };
+        view->setParentItem(&container);
         resize(size);
         activate();
         return true;
@@ -51,6 +55,7 @@ public:
     }
     void resize(QSize size) {
         window.resize(size);
+        container.setSize(size);
         if (view) view->setSize(size);
     }
 
@@ -59,6 +64,7 @@ public:
     Thumbnail thumbnails;
     QQmlEngine engine;
     QQuickWindow window;
+    PanelContainerView container;
     std::unique_ptr<QQuickItem> view;
     QString errors;
 };

@@ -46,8 +46,12 @@ GridView {
         shelf.selection.toggle(row, modifiers);
     }
     function openMenuAt(row: int, item: Item, x: real, y: real) {
-        if (!shelf.selection.holds(row))
+        if (shelf.selection.holds(row)) {
+            forceActiveFocus(Qt.MouseFocusReason);
+            currentIndex = row;
+        } else {
             click(row, 0);
+        }
         menuRequested(row, grid.mapFromItem(item, x, y));
     }
     function openMenu() {

@@ -56,13 +56,14 @@ void PanelContainerView::itemChange(ItemChange change, const ItemChangeData& dat
 bool PanelContainerView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin)
         leaveField(static_cast<QPointerEvent*>(event)->point(0).scenePosition());
+    if (event->type() == QEvent::Close) leaveField({});
     return QQuickItem::eventFilter(watched, event);
 }
 
-void PanelContainerView::leaveField(QPointF pressed) {
+void PanelContainerView::leaveField(std::optional<QPointF> pressed) {
     QQuickItem* field = m_window->activeFocusItem();
-    if (!editsText(field) || !isAncestorOf(field) || field->contains(field->mapFromScene(pressed))) return;
-    field->setFocus(false, Qt::MouseFocusReason);
+    if (!editsText(field) || !isAncestorOf(field)) return;
+    if (!pressed || !field->contains(field->mapFromScene(*pressed))) field->setFocus(false, Qt::MouseFocusReason);
 }
 
 void PanelContainerView::takeLostFocus() {

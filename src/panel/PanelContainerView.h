@@ -4,6 +4,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <functional>
+#include <optional>
 
 class QKeyEvent;
 
@@ -13,7 +14,7 @@ namespace quillary {
 /// panel except in a text field.
 ///
 /// It also settles, for the whole window, who has the keyboard. A press anywhere beside the text field that is being
-/// edited takes the focus from that field, before anybody hears of the press. A focus that is left to nobody, as by a
+/// edited takes the focus from that field, before anybody hears of the press, and so does closing the window. A focus that is left to nobody, as by a
 /// menu or a sheet that closes, comes back here and so to the control that had it last.
 class PanelContainerView : public QQuickItem {
     Q_OBJECT
@@ -35,7 +36,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void leaveField(QPointF pressed);
+    /// Ends the editing of a text field, unless this place of the scene lies in it.
+    void leaveField(std::optional<QPointF> pressed);
     void takeLostFocus();
 
     QPointer<QQuickWindow> m_window;

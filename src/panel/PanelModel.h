@@ -330,6 +330,9 @@ Q_SIGNALS:
     void tabChanged();
     void libraryKindChanged();
     void stateChanged();
+    /// The staged image is about to leave, or to make room for another: a name that is being typed for it is committed
+    /// now.
+    void nameWanted();
     void stagingChanged();
     void displayImageChanged();
     void stagedChanged();

@@ -44,6 +44,7 @@ void PanelModel::setState(State state) {
 }
 
 void PanelModel::fail(const QString& message, const std::optional<QString>& hint) {
+    Q_EMIT nameWanted();
     m_staging.cancel();
     resetCutout();
     setState(Failed{message, hint});
@@ -61,6 +62,7 @@ void PanelModel::handlePaste() {
 }
 
 void PanelModel::load(const Maker& make, Origin origin) {
+    Q_EMIT nameWanted();
     m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     m_staging.run(make, [this, origin](State next) {
@@ -152,6 +154,7 @@ void PanelModel::saveInBackground(std::function<std::expected<QString, QString>(
 
 void PanelModel::saveCurrentToLibrary() {
     if (stage() != Stage::loaded) return;
+    Q_EMIT nameWanted();
     const bool cutout = m_showCutout && hasCutout();
     saveInBackground([make = exported(), collection = m_imagesShelf.collectionFilter().collection(), cutout,
                       &storage = m_storage]() -> std::expected<QString, QString> {
@@ -184,6 +187,7 @@ void PanelModel::prepareExport() {
 }
 
 bool PanelModel::hasExport() {
+    Q_EMIT nameWanted();
     if (stage() == Stage::loaded && m_dragFile.state() == DragFile::State::idle) prepareExport();
     return stage() == Stage::loaded;
 }

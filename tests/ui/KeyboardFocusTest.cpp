@@ -164,6 +164,42 @@ TEST_F(KeyboardFocusTest, TheArrowKeysMoveOnAfterAContextMenu) {
     EXPECT_TRUE(pasteReachesThePanel());
 }
 
+class TypedNameTest : public KeyboardFocusTest {
+protected:
+    /// Types a name for the staged picture and does not confirm it.
+    void type(const char* name) {
+        click(spoken("Name"));
+        ASSERT_TRUE(editing());
+        for (const char letter : std::string_view(name)) QTest::keyClick(&stage.window, letter);
+        EXPECT_NE(staged(), name);
+    }
+    std::string staged() const { return stage.model.stagedName().toStdString(); }
+};
+
+TEST_F(TypedNameTest, HoldsForWhateverTheUserDoesNext) {
+    load(picture(64, 64));
+    type("pressed");
+    click(spoken("staged")->mapToScene({40, 40}));
+    EXPECT_EQ(staged(), "pressed");
+    type("elsewhere");
+    click(spoken("Library"));
+    EXPECT_EQ(staged(), "elsewhere");
+    click(spoken("Import"));
+
+    // As a screen reader presses it, which moves no focus.
+    type("saved");
+    stage.model.saveCurrentToLibrary();
+    EXPECT_TRUE(comesTrue([this] { return exists(stage.root() / "Library/Images/saved.png"); }));
+    type("dragged");
+    EXPECT_EQ(stage.model.stagedFileUrl(), urlOf(stage.root() / "Recent/dragged.png"));
+    type("given up");
+    press(Qt::Key_Escape);
+    EXPECT_EQ(staged(), "dragged");
+    type("left");
+    stage.window.close();
+    EXPECT_EQ(staged(), "left");
+}
+
 } // namespace
 
 } // namespace quillary::test

@@ -16,6 +16,10 @@ TextField {
         draft = name;
         focus = false;
     }
+    /// Ends the editing with a commit.
+    function finish() {
+        focus = false;
+    }
     function showName() {
         draft = name;
         cursorPosition = 0;

@@ -37,9 +37,12 @@ Column {
         onCommit: draft => footer.model.renameCurrent(draft)
     }
     Connections {
-        /// What is typed is no name for the next image.
+        function onNameWanted() {
+            nameField.finish();
+        }
+        /// What was typed since is no name for the next image.
         function onStagingChanged() {
-            if (footer.model.staging)
+            if (!footer.model.staging)
                 nameField.giveUp();
         }
 

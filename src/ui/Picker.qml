@@ -25,8 +25,6 @@ Button {
         id: menu
 
         objectName: "choices"
-        x: picker.width - width
-        y: picker.height + 4
 
         Repeater {
             model: picker.choices

@@ -61,9 +61,11 @@ ShelfMenu {
         onTriggered: menu.blocks.removePoster(menu.url)
     }
     MenuItem {
+        id: mover
+
         symbol: "folder"
         text: qsTr("Move to…")
 
-        onTriggered: menu.moveRequested()
+        onTriggered: menu.moveRequested(mover)
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillary.Controls
 import Quillary.Library
 
 /// Offers the places on a shelf that files can move to: a collection with folders of its own leads to a further menu,
@@ -17,11 +18,10 @@ FolderMenu {
     onClosed: further.source = ""
     onEntered: (path, at) => {
         further.setSource(Qt.resolvedUrl("CollectionMoveMenu.qml"), {
+            "area": Qt.rect(menu.x + 24, menu.y + menu.topPadding + at, menu.width - 24, Theme.controlHeight),
             "parent": menu.parent,
             "parentPath": path,
-            "shelf": menu.shelf,
-            "x": menu.x + 24,
-            "y": menu.y + at
+            "shelf": menu.shelf
         });
         (further.item as FolderMenu)?.open();
     }

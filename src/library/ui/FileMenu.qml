@@ -20,9 +20,11 @@ ShelfMenu {
         onTriggered: menu.renameRequested()
     }
     MenuItem {
+        id: mover
+
         symbol: "folder"
         text: qsTr("Move to…")
 
-        onTriggered: menu.moveRequested()
+        onTriggered: menu.moveRequested(mover)
     }
 }

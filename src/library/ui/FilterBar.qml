@@ -52,7 +52,6 @@ Item {
             content: FolderListModel.Filters
             offersNew: true
             shelf: bar.shelf
-            y: collection.height + 4
 
             onNewRequested: bar.newCollectionRequested()
             onPicked: (place, path) => bar.shelf.pick(place, path)

@@ -15,13 +15,18 @@ T.Popup {
     /// Whose folders are the targets.
     property string parentPath: ""
 
+    /// Stands over its parent rather than under it.
+    property alias above: place.above
+    /// What it stands beside, in its parent's coordinates; all of the parent while this is empty.
+    property alias area: place.area
+
     signal picked(int place, string path)
     signal newRequested
     /// A target with folders of its own was entered, at this height.
     signal entered(string path, real at)
 
     focus: true
-    height: Math.min(implicitHeight, (T.Overlay.overlay?.height ?? 300) - 24)
+    height: Math.min(implicitHeight, place.tallest)
     implicitHeight: contentHeight + topPadding + bottomPadding
     margins: 6
     modal: false
@@ -53,6 +58,11 @@ T.Popup {
             menu.close();
             menu.picked(place, path);
         }
+    }
+    readonly property PopupPlace place: PopupPlace {
+        id: place
+
+        popup: menu
     }
     enter: Transition {
         NumberAnimation {

@@ -13,11 +13,13 @@ ShelfMenu {
     actions: model.fileActions
     removeLabel: isRecent ? qsTr("Remove from Recent") : qsTr("Remove from Library")
     extras: MenuItem {
+        id: mover
+
         symbol: "folder"
         text: qsTr("Move to…")
         visible: !menu.isBuiltIn && !menu.isRecent
 
-        onTriggered: menu.moveRequested()
+        onTriggered: menu.moveRequested(mover)
     }
 
     MenuItem {

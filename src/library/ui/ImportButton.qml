@@ -22,7 +22,7 @@ Button {
     symbol: "square.and.arrow.down"
     text: brief ? "" : spokenName
 
-    onClicked: menu.popup(button, button.width - menu.width, button.height + 4)
+    onClicked: menu.open()
 
     TextMetrics {
         id: metrics

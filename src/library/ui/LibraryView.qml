@@ -32,7 +32,7 @@ ShelfView {
             help: qsTr("More")
             symbol: "ellipsis.circle"
 
-            onClicked: moreMenu.popup(more, 0, more.height + 4)
+            onClicked: moreMenu.open()
 
             Menu {
                 id: moreMenu

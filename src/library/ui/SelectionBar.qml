@@ -93,9 +93,9 @@ Item {
             CollectionMoveMenu {
                 id: targets
 
+                above: true
                 objectName: "moveTargets"
                 shelf: bar.shelf
-                y: -height - 4
 
                 onTargetPicked: path => bar.shelf.move(bar.shelf.selection.urls(), path)
             }

@@ -64,8 +64,8 @@ Menu {
     readonly property MenuSeparator separator: MenuSeparator {}
 
     signal renameRequested
-    /// A menu of collections is wanted where this one stood.
-    signal moveRequested
+    /// A menu of collections is wanted beside this entry.
+    signal moveRequested(Item entry)
 
     Component.onCompleted: {
         for (let row = 0; row < removals.length; ++row)

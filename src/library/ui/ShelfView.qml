@@ -199,7 +199,7 @@ Item {
         menu.star = shelf.visible.starAt(row);
         menu.isBuiltIn = shelf.visible.builtInAt(row);
         menu.urls = shelf.selection.holds(row) ? shelf.selection.urls() : [menu.url];
-        menu.popup(grid, at.x, at.y);
+        menu.openAt(grid, at.x, at.y);
     }
     function askForName(url: string, name: string) {
         renaming.url = url;
@@ -209,10 +209,11 @@ Item {
         function onRenameRequested() {
             view.askForName(view.menu.url, view.menu.name);
         }
-        function onMoveRequested() {
+        function onMoveRequested(entry: Item) {
+            const line = entry.mapToItem(view.menu.contentItem, 0, 0).y + view.menu.topPadding;
             targets.urls = view.menu.urls;
-            targets.x = view.menu.x;
-            targets.y = view.menu.y;
+            targets.parent = view.menu.parent;
+            targets.area = Qt.rect(view.menu.x, view.menu.y + line, view.menu.width, entry.height);
             targets.open();
         }
 

@@ -64,8 +64,8 @@ Button {
     Menu {
         id: methods
 
+        above: true
         objectName: "cutoutMethods"
-        y: -height - 4
 
         MenuItem {
             text: qsTr("Flat background")

@@ -30,7 +30,7 @@ Item {
     Keys.onSpacePressed: openMenu()
 
     function openMenu() {
-        menu.popup(staged, staged.width / 2 - menu.width / 2, staged.height / 2 - menu.height / 2);
+        menu.openAt(staged, staged.width / 2, staged.height / 2);
     }
 
     Rectangle {
@@ -112,7 +112,7 @@ Item {
         acceptedButtons: Qt.RightButton
         anchors.fill: parent
 
-        onClicked: mouse => menu.popup(staged, mouse.x, mouse.y)
+        onClicked: mouse => menu.openAt(staged, mouse.x, mouse.y)
     }
     FileDragSource {
         anchors.fill: parent

@@ -1,5 +1,7 @@
 #include "app/PanelWindow.h"
 
+#include "app/EnumWords.h"
+#include "app/WindowKeeper.h"
 #include "base/FileUrl.h"
 #include "base/Text.h"
 #include "cli/ImageFile.h"
@@ -16,7 +18,6 @@
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QMetaEnum>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
@@ -31,7 +32,7 @@ namespace {
 using namespace std::chrono_literals;
 
 const QUrl rootView(QStringLiteral("qrc:/qt/qml/Quillary/Panel/PanelView.qml"));
-constexpr QSize smallest{320, 400};
+constexpr QSize smallest{320, 300};
 constexpr qint64 longestWait = 20'000; ///< ms
 constexpr int quietTicks = 4;
 
@@ -95,16 +96,8 @@ void takeArguments(PanelModel& model, const std::vector<QString>& arguments) {
 }
 
 template <typename Enumeration>
-QString wordOf(const std::optional<Enumeration>& value) {
-    if (!value) return {};
-    return QLatin1String(QMetaEnum::fromType<Enumeration>().valueToKey(static_cast<int>(*value)));
-}
-
-template <typename Enumeration>
-std::optional<Enumeration> valueOf(const QString& word) {
-    bool known = false;
-    const int value = QMetaEnum::fromType<Enumeration>().keyToValue(word.toLatin1().constData(), &known);
-    return known ? std::optional(static_cast<Enumeration>(value)) : std::nullopt;
+QString wordIfAny(const std::optional<Enumeration>& value) {
+    return value ? wordOf(*value) : QString();
 }
 
 void show(PanelModel& model, std::optional<PanelModel::Tab> tab, std::optional<PanelModel::LibraryKind> shelf) {
@@ -179,8 +172,8 @@ private:
 
 platform::StartRequest startRequest(const PanelOptions& options) {
     return {.urls = options.arguments,
-            .tab = wordOf(options.tab),
-            .shelf = wordOf(options.shelf),
+            .tab = wordIfAny(options.tab),
+            .shelf = wordIfAny(options.shelf),
             .activationToken =
                 qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"))};
 }
@@ -214,10 +207,13 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
                                            *fileManager, work, saves, &ownChooser, services.desktop.cacheFolder()},
                                           services.desktop);
         PanelModel& model = controller.model();
+        PanelWindow window(controller, services.desktop);
+        // A picture of the panel shows it as it opens first.
+        std::optional<WindowKeeper> keeper;
+        if (!options.screenshot && until == RunUntil::closed) keeper.emplace(window, model, services.settings);
         show(model, options.tab, options.shelf);
         PanelContainerView* view = controller.loadView(engine, rootView);
         if (!view) return 1;
-        PanelWindow window(controller, services.desktop);
         window.host(view);
         if (until != RunUntil::firstFrame) window.appearAfterFirstFrame();
         window.show();

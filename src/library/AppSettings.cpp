@@ -50,6 +50,10 @@ bool AppSettings::favouritesOnly() const {
     return m_store.value(SettingsKey::favouritesOnly).toBool();
 }
 
+bool AppSettings::keepAbove() const {
+    return m_store.value(SettingsKey::keepAbove).toBool();
+}
+
 bool AppSettings::pasteHistory() const {
     const QVariant stored = m_store.value(SettingsKey::pasteHistory);
     return !stored.isValid() || stored.toBool();

@@ -28,6 +28,8 @@ public:
     QString editorName() const;
     /// The ONNX file that finds subjects; empty for none. It need not exist.
     std::filesystem::path subjectModel() const;
+    /// Whether the panel stays in front of other windows.
+    bool keepAbove() const;
 
     platform::SettingsStore& store() const { return m_store; }
 
@@ -47,6 +49,7 @@ inline const QString previewVolume = QStringLiteral("previewVolume");
 inline const QString openOnLibrary = QStringLiteral("openOnLibrary");
 inline const QString pasteHistory = QStringLiteral("pasteHistory");
 inline const QString editorName = QStringLiteral("editorName");
+inline const QString keepAbove = QStringLiteral("keepAbove");
 inline const QString subjectModel = QStringLiteral("subjectModel");
 } // namespace SettingsKey
 

@@ -52,6 +52,18 @@ void DragFile::discard() {
     if (before && before->file) Q_EMIT fileChanged();
 }
 
+DragFile::Aside DragFile::setAside() {
+    SharedJob job = m_job;
+    discard();
+    return job;
+}
+
+void DragFile::bringBack(Aside job) {
+    discard();
+    m_job = std::move(job);
+    if (file()) Q_EMIT fileChanged();
+}
+
 void DragFile::start(const SharedJob& job, Listener listener) {
     job->making = true;
     const std::stop_token stop = listener ? std::stop_token() : job->stop.get_token();

@@ -44,6 +44,11 @@ public:
 
     void prepare(Maker make, Listener listener = {});
     void discard();
+    /// Takes what was prepared out, to be brought back later as it will be then; null while idle.
+    struct Job;
+    using Aside = std::shared_ptr<Job>;
+    Aside setAside();
+    void bringBack(Aside job);
 
     // What follows is for a file that was prepared; without one nothing happens. One that could not be made, or is gone
     // by now, is made again.
@@ -66,8 +71,7 @@ Q_SIGNALS:
     void failed(const QString& why);
 
 private:
-    struct Job;
-    using SharedJob = std::shared_ptr<Job>;
+    using SharedJob = Aside;
     void start(const SharedJob& job, Listener listener);
     void finish(const SharedJob& job, Made made);
     void want(const SharedJob& job);

@@ -57,7 +57,26 @@ bool PanelContainerView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin)
         leaveField(static_cast<QPointerEvent*>(event)->point(0).scenePosition());
     if (event->type() == QEvent::Close) leaveField({});
+    if (pastesText(*event)) {
+        auto* field = m_window->activeFocusItem();
+        const bool key = event->type() == QEvent::KeyPress;
+        if (onPasteText && editsText(field)) onPasteText(*field, key ? Text::copied : Text::selected);
+        return true;
+    }
     return QQuickItem::eventFilter(watched, event);
+}
+
+/// Keys only while a field has them; the middle button does nothing else anywhere.
+bool PanelContainerView::pastesText(const QEvent& event) const {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        return static_cast<const QKeyEvent&>(event).matches(QKeySequence::Paste) &&
+               editsText(m_window->activeFocusItem());
+    case QEvent::MouseButtonPress:
+        return static_cast<const QMouseEvent&>(event).button() == Qt::MiddleButton;
+    default:
+        return false;
+    }
 }
 
 void PanelContainerView::leaveField(std::optional<QPointF> pressed) {

@@ -24,6 +24,10 @@ public:
 
     /// What a paste command does.
     std::function<void()> onPaste;
+    /// What pastes text into a field that is being edited anywhere in the window: by the command, or what is selected
+    /// elsewhere by the middle mouse button. The toolkit's own way would wait for the text.
+    enum class Text { copied, selected };
+    std::function<void(QQuickItem& field, Text text)> onPasteText;
 
     /// Control-V and Shift-Control-V, whatever else is pressed makes it another key; Caps Lock does too. True when the
     /// key was handled.
@@ -36,6 +40,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool pastesText(const QEvent& event) const;
     /// Ends the editing of a text field, unless this place of the scene lies in it.
     void leaveField(std::optional<QPointF> pressed);
     void takeLostFocus();

@@ -3,6 +3,7 @@
 #include "base/Translation.h"
 #include "library/AppSettings.h"
 #include "panel/PanelModelWriting.h"
+#include "panel/StagedBefore.h"
 #include "platform/ItemProvider.h"
 #include "values/ShelfCounts.h"
 
@@ -83,6 +84,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     connect(m_settingsModel.copyJob(), &CopyJob::finished, this, &PanelModel::refreshShelves);
     connect(&m_settingsModel, &SettingsModel::rootChanged, this, [this] {
         refreshShelves();
+        if (m_before) m_before->file.reset();
         prepareExport();
     });
 }
@@ -93,6 +95,7 @@ PanelModel::~PanelModel() {
 
 void PanelModel::setTab(Tab tab) {
     write(m_tab, tab, &PanelModel::tabChanged);
+    if (tab == Tab::intake) setStagedUnseen(false);
 }
 
 void PanelModel::setLibraryKind(LibraryKind kind) {

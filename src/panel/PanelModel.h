@@ -70,6 +70,10 @@ class PanelModel : public QObject {
     Q_PROPERTY(bool staging READ staging NOTIFY stagingChanged FINAL)
     Q_PROPERTY(QString failureMessage READ failureMessage NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString failureHint READ failureHint NOTIFY stateChanged FINAL)
+    /// The name of the image that `goBack` stages; empty when there is none.
+    Q_PROPERTY(QString nameBefore READ nameBefore NOTIFY stateChanged FINAL)
+    /// Whether the Import tab changed while the Library was shown, and the user has not looked since.
+    Q_PROPERTY(bool stagedUnseen READ stagedUnseen WRITE setStagedUnseen NOTIFY stagedUnseenChanged FINAL)
     Q_PROPERTY(QString stagedName READ stagedName NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString stagedDimensions READ stagedDimensions NOTIFY displayImageChanged FINAL)
     Q_PROPERTY(QString stagedProvenance READ stagedProvenance NOTIFY stateChanged FINAL)
@@ -201,6 +205,11 @@ public:
     void load(const std::filesystem::path& file);
     void load(const QByteArray& data, const QString& named, const QString& type);
     Q_INVOKABLE void clear();
+    /// After a failure: stages again what was staged before it, as it was, its cut-out included. Nothing otherwise.
+    Q_INVOKABLE void goBack();
+    QString nameBefore() const;
+    bool stagedUnseen() const { return m_stagedUnseen; }
+    void setStagedUnseen(bool unseen);
     Q_INVOKABLE void renameCurrent(const QString& name);
     Q_INVOKABLE void saveCurrentToLibrary();
     /// Brings a library image back into the Import tab.
@@ -334,6 +343,7 @@ Q_SIGNALS:
     /// now.
     void nameWanted();
     void stagingChanged();
+    void stagedUnseenChanged();
     void displayImageChanged();
     void stagedChanged();
     void librarySaveNoteChanged();
@@ -344,6 +354,7 @@ Q_SIGNALS:
     void importProgressChanged();
 
 private:
+    struct StagedBefore;
     using Maker = std::function<State(std::stop_token)>;
     using Observers = void (PanelModel::*)();
 
@@ -355,6 +366,8 @@ private:
     /// What came from outside goes into the paste history.
     enum class Origin { outside, library };
     void load(const Maker& make, Origin origin = Origin::outside);
+    /// Lays the staged image aside, unless one lies there already.
+    void keepBefore();
     void fail(const QString& message, const std::optional<QString>& hint);
     void setState(State state);
     /// The picture to export, for any thread: with the edge that was asked for, also while that is being refined.
@@ -399,6 +412,8 @@ private:
     Tab m_tab = Tab::intake;
     LibraryKind m_libraryKind = LibraryKind::images;
     CutoutState m_cutoutState = CutoutProgress::none;
+    std::unique_ptr<StagedBefore> m_before;
+    bool m_stagedUnseen = false;
     QImage m_cutout;
     std::optional<CutoutMethod> m_cutoutMethod;
     QImage m_rawCutout;

@@ -4,6 +4,7 @@
 #include "library/AppSettings.h"
 #include "panel/PanelModel.h"
 #include "panel/PanelModelWriting.h"
+#include "panel/StagedBefore.h"
 #include "platform/Clipboard.h"
 #include "platform/KeptFile.h"
 
@@ -45,11 +46,49 @@ void PanelModel::setState(State state) {
 
 void PanelModel::fail(const QString& message, const std::optional<QString>& hint) {
     Q_EMIT nameWanted();
+    keepBefore();
     m_staging.cancel();
     resetCutout();
     setState(Failed{message, hint});
     Q_EMIT stagingChanged();
+    setStagedUnseen(m_tab == Tab::library);
     prepareExport();
+}
+
+void PanelModel::keepBefore() {
+    const auto* image = std::get_if<PastedImage>(&m_state);
+    if (!image || m_before) return;
+    m_before = std::make_unique<StagedBefore>(*image, m_cutout, m_rawCutout, m_edgeBase, m_cutoutFrame, m_cutoutMethod,
+                                              m_cutoutNote, m_showCutout, refining(), m_dragFile.setAside());
+}
+
+void PanelModel::goBack() {
+    if (!m_before || stage() != Stage::failed) return;
+    const auto before = std::exchange(m_before, nullptr);
+    m_staging.cancel();
+    m_cutout = before->cutout;
+    m_cutoutFrame = before->cutoutFrame;
+    m_cutoutMethod = before->cutoutMethod;
+    m_cutoutNote = before->cutoutNote;
+    m_edgeBase = before->edgeBase;
+    m_showCutout = before->showCutout;
+    write(m_rawCutout, before->rawCutout, &PanelModel::rawCutoutChanged);
+    setState(before->image);
+    setCutoutState(hasCutout() ? CutoutProgress::ready : CutoutProgress::none);
+    Q_EMIT stagingChanged();
+    m_dragFile.bringBack(before->file);
+    if (before->refining)
+        scheduleRefine();
+    else if (m_dragFile.state() == DragFile::State::idle)
+        prepareExport();
+}
+
+QString PanelModel::nameBefore() const {
+    return m_before && stage() == Stage::failed ? m_before->image.name : QString();
+}
+
+void PanelModel::setStagedUnseen(bool unseen) {
+    if (unseen != m_stagedUnseen) write(m_stagedUnseen, unseen, &PanelModel::stagedUnseenChanged);
 }
 
 void PanelModel::handlePaste() {
@@ -63,10 +102,14 @@ void PanelModel::handlePaste() {
 
 void PanelModel::load(const Maker& make, Origin origin) {
     Q_EMIT nameWanted();
+    keepBefore();
+    setStagedUnseen(false);
     m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     m_staging.run(make, [this, origin](State next) {
+        if (std::holds_alternative<PastedImage>(next)) m_before.reset();
         setState(std::move(next));
+        setStagedUnseen(m_tab == Tab::library);
         m_unrecorded = origin == Origin::outside && stage() == Stage::loaded;
         Q_EMIT stagingChanged();
         prepareExport();
@@ -108,6 +151,8 @@ void PanelModel::editItem(const QString& itemUrl) {
 
 void PanelModel::clear() {
     m_staging.cancel();
+    m_before.reset();
+    setStagedUnseen(false);
     m_imagesShelf.setNote(std::nullopt);
     resetCutout();
     setState(Empty{});

@@ -1,7 +1,9 @@
 #include "panel/QuillaryViewController.h"
 
 #include "drag/PanelDropTarget.h"
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
+#include "platform/WindowManners.h"
 
 #include <QQmlEngine>
 
@@ -15,7 +17,11 @@ constexpr int fadeInMilliseconds = 150;
 
 QuillaryViewController::QuillaryViewController(const PanelModel::Collaborators& with, const platform::Desktop& desktop,
                                                QObject* parent)
-    : QObject(parent), m_model(with), m_desktop(desktop) {
+    : QObject(parent)
+    , m_model(with)
+    , m_desktop(desktop)
+    , m_clipboard(with.clipboard)
+    , m_textPaste(with.work) {
     m_desktop.watchManners(this, [this] { followManners(); });
 }
 
@@ -34,6 +40,10 @@ PanelContainerView* QuillaryViewController::loadView(QQmlEngine& engine, const Q
     m_view = std::make_unique<PanelContainerView>();
     m_view->setSize(initialSize);
     m_view->onPaste = [this] { m_model.handlePaste(); };
+    m_view->onPasteText = [this](QQuickItem& field, PanelContainerView::Text text) {
+        const bool copied = text == PanelContainerView::Text::copied;
+        m_textPaste.paste(copied ? m_clipboard.contents() : m_clipboard.selection(), field);
+    };
     root.release()->setParent(m_view.get());
     m_hosting->setParentItem(m_view.get());
     m_hosting->setOpacity(0);
@@ -52,6 +62,7 @@ void QuillaryViewController::followManners() {
     const bool still = m_desktop.prefersReducedMotion();
     m_hosting->setProperty("dark", m_desktop.colorScheme() == platform::Desktop::ColorScheme::dark);
     m_hosting->setProperty("reducedMotion", still);
+    m_hosting->setProperty("keepsWindowsAbove", platform::keepsWindowsAbove());
     if (still && m_fade) m_fade->setCurrentTime(fadeInMilliseconds);
 }
 

@@ -2,6 +2,7 @@
 
 #include "panel/PanelContainerView.h"
 #include "panel/PanelModel.h"
+#include "panel/TextPaste.h"
 
 #include <QObject>
 #include <QPointer>
@@ -14,8 +15,9 @@ class QQmlEngine;
 namespace quillary {
 
 namespace platform {
+class Clipboard;
 class Desktop;
-}
+} // namespace platform
 
 /// Owns the one model and builds the panel's view tree. The host, or a window of our own, gives the view a parent item
 /// that it fills, and tells when it is shown. Main thread.
@@ -32,8 +34,8 @@ public:
     PanelModel& model() { return m_model; }
 
     /// Builds the container with the root view, invisible, from the QML document at `rootView`, which has the required
-    /// property `model`, the properties `dark` and `reducedMotion`, and holds the panel's drop target. Null, with the
-    /// reasons on the log, when the document cannot be made.
+    /// property `model`, the properties `dark`, `reducedMotion` and `keepsWindowsAbove`, and holds the panel's drop target. Null,
+    /// with the reasons on the log, when the document cannot be made.
     PanelContainerView* loadView(QQmlEngine& engine, const QUrl& rootView);
     PanelContainerView* view() const { return m_view.get(); }
 
@@ -51,6 +53,8 @@ private:
 
     PanelModel m_model;
     const platform::Desktop& m_desktop;
+    platform::Clipboard& m_clipboard;
+    TextPaste m_textPaste;
     std::unique_ptr<PanelContainerView> m_view;
     QQuickItem* m_hosting = nullptr;
     QPointer<QVariantAnimation> m_fade;

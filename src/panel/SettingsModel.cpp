@@ -70,6 +70,16 @@ QStringList SettingsModel::editorNames() {
             QStringLiteral("DaVinci Resolve"), QStringLiteral("Blender")};
 }
 
+bool SettingsModel::keepAbove() const {
+    return m_settings.keepAbove();
+}
+
+void SettingsModel::setKeepAbove(bool on) {
+    Q_ASSERT(QThread::currentThread() == thread());
+    m_settings.store().setValue(SettingsKey::keepAbove, on);
+    Q_EMIT keepAboveChanged();
+}
+
 QString SettingsModel::subjectModel() const {
     return shown(m_settings.subjectModel());
 }
@@ -190,6 +200,7 @@ void SettingsModel::refresh() {
     Q_EMIT vectorLongEdgeChanged();
     Q_EMIT openOnLibraryChanged();
     Q_EMIT editorNameChanged();
+    Q_EMIT keepAboveChanged();
     Q_EMIT subjectModelChanged();
 }
 

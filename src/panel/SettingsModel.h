@@ -39,6 +39,7 @@ class SettingsModel : public QObject {
     /// What texts call the editor that files are dragged into. An empty name stands for the first of those offered.
     Q_PROPERTY(QString editorName READ editorName WRITE setEditorName NOTIFY editorNameChanged FINAL)
     Q_PROPERTY(QStringList editorNames READ editorNames CONSTANT FINAL)
+    Q_PROPERTY(bool keepAbove READ keepAbove WRITE setKeepAbove NOTIFY keepAboveChanged FINAL)
     /// The path of the ONNX file that finds subjects; empty for none.
     Q_PROPERTY(QString subjectModel READ subjectModel WRITE setSubjectModel NOTIFY subjectModelChanged FINAL)
     /// The root in use as a text, the home folder written "~". Empty when there is none.
@@ -75,6 +76,8 @@ public:
     void setEditorName(const QString& name);
     /// What the sheet offers, in its order.
     static QStringList editorNames();
+    bool keepAbove() const;
+    void setKeepAbove(bool on);
     QString subjectModel() const;
     void setSubjectModel(const QString& file);
 
@@ -114,6 +117,7 @@ Q_SIGNALS:
     void vectorLongEdgeChanged();
     void openOnLibraryChanged();
     void editorNameChanged();
+    void keepAboveChanged();
     void subjectModelChanged();
     void locationChanged();
     /// The library lies elsewhere now: what was listed is void.

@@ -19,6 +19,8 @@ public:
     /// What is on it now. Called on the main thread and answered at once; the result may then be asked on one other
     /// thread, where a slow owner keeps nobody waiting but the asker.
     virtual std::shared_ptr<Pasteboard> contents() = 0;
+    /// Likewise what is selected somewhere, where the middle mouse button pastes that; null where it does not.
+    virtual std::shared_ptr<Pasteboard> selection() { return {}; }
 
     /// Puts files on it, as file managers do: their URLs, and before them a picture's PNG bytes, if there are any. Main
     /// thread.
@@ -26,7 +28,8 @@ public:
     virtual void offerText(const QString& text) = 0;
 };
 
-/// The clipboard of the running desktop session; needs the application object.
+/// The clipboard of the running desktop session; needs the application object. From then on nobody in this process hears
+/// from the toolkit that its clipboard changed: its text fields would ask the new owner for text, on the main thread.
 std::unique_ptr<Clipboard> systemClipboard();
 
 /// Some desktops tell the clipboard only to the program that has the focus. For a program without a window there: shows

@@ -16,6 +16,7 @@ constexpr std::array entries{
     Entry{"arrow.up.and.down.righttriangle.up.righttriangle.down", u'\ue8d5'},
     Entry{"arrow.up.bin", u'\ue92e'},
     Entry{"arrow.up.forward.app", u'\ue89e'},
+    Entry{"arrow.uturn.backward", u'\ue166'},
     Entry{"checkmark", u'\ue5ca'},
     Entry{"checkmark.circle.fill", u'\ue86c'},
     Entry{"chevron.compact.right", u'\ue5cc'},

@@ -191,7 +191,7 @@ TEST_F(TypedNameTest, HoldsForWhateverTheUserDoesNext) {
     stage.model.saveCurrentToLibrary();
     EXPECT_TRUE(comesTrue([this] { return exists(stage.root() / "Library/Images/saved.png"); }));
     type("dragged");
-    EXPECT_EQ(stage.model.stagedFileUrl(), urlOf(stage.root() / "Recent/dragged.png"));
+    EXPECT_EQ(stage.model.fileOnDisk(), stage.root() / "Recent/dragged.png");
     type("given up");
     press(Qt::Key_Escape);
     EXPECT_EQ(staged(), "dragged");

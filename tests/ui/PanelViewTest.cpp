@@ -93,11 +93,11 @@ protected:
 };
 
 TEST_F(SettingsSheetTest, TabReachesEverySettingAndShowsIt) {
-    stage.resize({320, 400});
+    stage.resize({320, 300});
     auto* groups = qobject_cast<QQuickItem*>(inSheet("settingsGroups"));
     ASSERT_TRUE(groups);
     std::string names;
-    for (int step = 0; step < 10; ++step) {
+    for (int step = 0; step < 12; ++step) {
         press(Qt::Key_Tab);
         const QQuickItem* item = stage.window.activeFocusItem();
         const QRectF place = item->mapRectToItem(groups, QRectF(0, 0, item->width(), item->height()));
@@ -105,7 +105,8 @@ TEST_F(SettingsSheetTest, TabReachesEverySettingAndShowsIt) {
         names += focusedName() + "|";
     }
     EXPECT_EQ(names, "Library folder|Choose…|Show in Files|Keep in Recent: Never delete|Rasterize vectors at: 4096|"
-                     "Choose a model|Model that finds subjects|Keep a paste history|Editor: Final Cut|Open on the Library|")
+                     "Choose a model|Model that finds subjects|Keep a paste history|Editor: Final Cut|Open on the Library|"
+                     "Keep above other windows|Done|")
         << "the default location needs no button";
 }
 

@@ -51,7 +51,7 @@ Item {
     Item {
         id: body
 
-        anchors.bottom: progress.top
+        anchors.bottom: stagedLine.top
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: picker.bottom
@@ -75,6 +75,14 @@ Item {
             kind: PanelModel.LibraryKind.Blocks
             view: "qrc:/qt/qml/Quillary/Blocks/BlocksView.qml"
         }
+    }
+    StagedLine {
+        id: stagedLine
+
+        anchors.bottom: progress.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        model: shelves.model
     }
     ImportProgress {
         id: progress

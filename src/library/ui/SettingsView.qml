@@ -11,6 +11,8 @@ Sheet {
 
     required property SettingsModel settings
     required property PasteHistoryModel history
+    /// Whether the window system keeps a window in front when it is asked to.
+    property bool keepsWindowsAbove: true
     readonly property CopyJob job: settings.copyJob
 
     function limitLabels(): list<string> {
@@ -19,7 +21,7 @@ Sheet {
             labels.push(settings.recentLimitLabel(settings.recentLimits[at]));
         return labels;
     }
-    /// Moves the group with the keyboard's control into view; when it is too tall, its end.
+    /// Moves the group with the keyboard's control into view, of one that is too tall the part with the control.
     function reveal(item: Item) {
         let group = item;
         while (group && group.parent !== groups)
@@ -27,7 +29,9 @@ Sheet {
         if (!group)
             return;
         const low = Math.max(0, Math.ceil(group.y + group.height - scroll.height));
-        scroll.contentY = Math.max(low, Math.min(scroll.contentY, group.y));
+        const top = item.mapToItem(groups, 0, 0).y - 2;
+        const bottom = Math.ceil(top + item.height + 4 - scroll.height);
+        scroll.contentY = Math.max(bottom, Math.min(top, Math.max(low, Math.min(scroll.contentY, group.y))));
     }
 
     objectName: "settingsSheet"
@@ -310,6 +314,25 @@ Sheet {
                     spokenName: qsTr("Open on the Library")
 
                     onRequested: on => sheet.settings.openOnLibrary = on
+                }
+            }
+            Divider {
+                color: Theme.outline
+                width: parent.width
+            }
+            SettingsGroup {
+                explanation: sheet.keepsWindowsAbove ? qsTr("The panel stays in front when you click into the editor.") : qsTr("This desktop leaves that to you: open the menu of the panel’s title bar, by a right click or Alt+Space, and choose “Always on Top” there.")
+                title: qsTr("Keep above other windows")
+                width: parent.width
+
+                control: Toggle {
+                    enabled: sheet.keepsWindowsAbove
+                    objectName: "keepAbove"
+                    on: sheet.keepsWindowsAbove && sheet.settings.keepAbove
+                    spokenName: qsTr("Keep above other windows")
+                    visible: sheet.keepsWindowsAbove
+
+                    onRequested: on => sheet.settings.keepAbove = on
                 }
             }
         }

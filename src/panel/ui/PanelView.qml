@@ -12,6 +12,7 @@ Rectangle {
     /// The desktop's manners, kept up to date by the owner of the view.
     property bool dark: true
     property bool reducedMotion: false
+    property bool keepsWindowsAbove: true
     property bool showingSettings: false
     readonly property bool isDropTargeted: dropTarget.targeted
 
@@ -21,6 +22,7 @@ Rectangle {
         if (showingSettings)
             settings.setSource("qrc:/qt/qml/Quillary/Library/SettingsView.qml", {
                 "history": panel.model.pasteHistory,
+                "keepsWindowsAbove": panel.keepsWindowsAbove,
                 "parent": panel,
                 "settings": panel.model.settings
             });

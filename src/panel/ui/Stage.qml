@@ -43,6 +43,17 @@ Item {
         symbolInk: stage.failed ? Theme.warning : Theme.secondary
         title: stage.failed ? stage.model.failureMessage : qsTr("Paste an image")
         visible: !stage.loaded && !stage.model.staging
+
+        Button {
+            anchors.horizontalCenter: parent?.horizontalCenter
+            objectName: "goBack"
+            symbol: "arrow.uturn.backward"
+            text: qsTr("Back to “%1”").arg(stage.model.nameBefore)
+            visible: stage.model.nameBefore.length > 0
+            width: Math.min(implicitWidth, parent?.width ?? implicitWidth)
+
+            onClicked: stage.model.goBack()
+        }
     }
     StagedPicture {
         anchors.fill: parent

@@ -23,6 +23,9 @@ public:
 class X11Clipboard final : public WritableClipboard {
 public:
     std::shared_ptr<Pasteboard> contents() override { return std::make_shared<X11Pasteboard>(); }
+    std::shared_ptr<Pasteboard> selection() override {
+        return std::make_shared<X11Pasteboard>(X11Selection::Patience(), QByteArrayLiteral("PRIMARY"));
+    }
 };
 
 class ToolkitClipboard final : public WritableClipboard {
@@ -33,6 +36,7 @@ public:
 } // namespace
 
 std::unique_ptr<Clipboard> systemClipboard() {
+    QGuiApplication::clipboard()->blockSignals(true);
     if (QGuiApplication::platformName() == u"xcb") return std::make_unique<X11Clipboard>();
     return std::make_unique<ToolkitClipboard>();
 }

@@ -4,7 +4,8 @@
 
 namespace quillary::platform {
 
-X11Pasteboard::X11Pasteboard(X11Selection::Patience patience) : m_clipboard(QByteArrayLiteral("CLIPBOARD"), patience) {}
+X11Pasteboard::X11Pasteboard(X11Selection::Patience patience, const QByteArray& selection)
+    : m_clipboard(selection, patience) {}
 
 QStringList X11Pasteboard::types() {
     if (m_types) return *m_types;

@@ -5,10 +5,11 @@
 
 namespace quillary::platform {
 
-/// The X server's clipboard, read over a connection of its own. Made on any thread, asked on one thread at a time.
+/// The X server's clipboard, or another of its selections, read over a connection of its own. Made on any thread, asked on one thread at a time.
 class X11Pasteboard final : public Pasteboard {
 public:
-    explicit X11Pasteboard(X11Selection::Patience patience = X11Selection::Patience());
+    explicit X11Pasteboard(X11Selection::Patience patience = X11Selection::Patience(),
+                           const QByteArray& selection = QByteArrayLiteral("CLIPBOARD"));
 
     QStringList types() override;
     std::optional<QByteArray> data(const QString& type) override;

@@ -70,6 +70,7 @@ TEST_F(MenuPlaceTest, NoMenuOpensWithAnEntryUnderThePointer) {
     stage.model.setTab(PanelModel::Tab::library);
     stage.model.refreshShelves();
     ASSERT_TRUE(comesTrue([this] { return stage.model.imagesShelf()->visibleModel()->count() == 12; }));
+    std::size_t tried = 0;
     for (const QSize size : {QSize(380, 460), QSize(320, 300), QSize(900, 700)}) {
         stage.resize(size);
         stage.model.setTab(PanelModel::Tab::library);
@@ -86,7 +87,7 @@ TEST_F(MenuPlaceTest, NoMenuOpensWithAnEntryUnderThePointer) {
             for (const QPointF place : {shown.topLeft() + QPointF(2, 2), shown.center(), shown.bottomRight() - QPointF(8, 6)})
                 places.push_back(place);
         }
-        ASSERT_GE(places.size(), 3U);
+        tried += places.size();
         for (const QPointF place : places) check(place, Qt::RightButton);
         for (const char* name : {"Import files", "Collection: ", "More", "Move to"}) checkButton(name);
         stage.model.setTab(PanelModel::Tab::intake);
@@ -96,6 +97,7 @@ TEST_F(MenuPlaceTest, NoMenuOpensWithAnEntryUnderThePointer) {
             check(place, Qt::RightButton);
         checkButton("Cutout method");
     }
+    EXPECT_GE(tried, 20U);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// How long a drag keeps the user waiting: from `fileOnDisk` to the file, for pictures of 4096 × 4096 that were staged a
-// second earlier, and at once after staging.
+// How long a receiver waits for the file of a drag: from `fileOnDisk` to the file, for pictures of 4096 × 4096 that were
+// staged a second earlier, and at once after staging.
 #include "library/AppSettings.h"
 #include "library/BuiltInLibrary.h"
 #include "panel/FolderChooser.h"

@@ -188,7 +188,8 @@ void preparePanelApplication(const PanelOptions& options) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
-int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options, RunUntil until) {
+int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options, RunUntil until,
+             const std::function<void(QQuickWindow&, PanelModel&)>& shown) {
     QThreadPool work;
     QThreadPool saves;
     saves.setMaxThreadCount(1);
@@ -218,6 +219,7 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         if (until != RunUntil::firstFrame) window.appearAfterFirstFrame();
         window.show();
         takeArguments(model, options.arguments);
+        if (shown) shown(window, model);
         if (services.instance)
             QObject::connect(services.instance, &platform::Instance::requested, &window,
                              [&](const platform::StartRequest& request) { takeRequest(window, model, request); });

@@ -5,7 +5,10 @@
 #include "library/BuiltInLibrary.h"
 #include "library/Storage.h"
 
+#include <functional>
+
 class QGuiApplication;
+class QQuickWindow;
 
 namespace quillary {
 
@@ -39,7 +42,9 @@ void preparePanelApplication(const PanelOptions& options);
 
 /// Opens the panel in a window of its own and runs until it is closed. Returns the exit status: 0, or 1 when the panel
 /// cannot be shown or the screenshot not be written. Whatever was to be saved has been saved when it returns.
+///
+/// `shown` is called when the window has been shown; what it drives or watches ends with the event loop.
 int runPanel(QGuiApplication& application, const PanelServices& services, const PanelOptions& options,
-             RunUntil until = RunUntil::closed);
+             RunUntil until = RunUntil::closed, const std::function<void(QQuickWindow&, PanelModel&)>& shown = {});
 
 } // namespace quillary

@@ -36,7 +36,7 @@ public:
     bool active() const { return m_answer != nullptr; }
     QString message() const { return m_question.message; }
     QString accept() const { return m_question.accept; }
-    bool picksFiles() const { return m_question.kind != Kind::folder; }
+    bool picksFiles() const { return m_question.kind == Kind::file || m_question.kind == Kind::files; }
     QList<int> pickedRows() const { return m_picked; }
     QString folder() const;
     QStringList entries() const;

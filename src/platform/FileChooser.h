@@ -14,7 +14,7 @@ namespace quillary::platform {
 /// Lets the user pick folders and files in a window of the desktop's own.
 class FileChooser {
 public:
-    enum class Kind { folder, file, files }; ///< one folder, one file, or any number of files
+    enum class Kind { folder, folders, file, files }; ///< the singular is one, the plural any number
 
     struct Question {
         Kind kind = Kind::folder;

@@ -27,6 +27,8 @@ public:
     virtual bool claim() = 0;
     /// True when the running panel took the request over. It is given ten seconds.
     virtual bool handOver(const StartRequest& request) = 0;
+    /// The claim is given up: the next start can be the panel.
+    virtual void release() = 0;
 
 Q_SIGNALS:
     /// Another start, or the desktop, asks the claimed panel for something.

@@ -141,6 +141,12 @@ TEST(FilesPortal, AsksForFilesOfOneKind) {
     ASSERT_TRUE(test::comesTrue([&] { return picked.empty(); }));
     EXPECT_FALSE(portal.options.value(QStringLiteral("multiple")).toBool());
     EXPECT_FALSE(portal.options.contains(QStringLiteral("filters")));
+
+    portal.uris = {QStringLiteral("file:///graphics"), QStringLiteral("file:///sounds")};
+    chooser->ask(&context, {.kind = FileChooser::Kind::folders}, [&](const auto& folders) { picked = folders; });
+    ASSERT_TRUE(test::comesTrue([&] { return picked.size() == 2; }));
+    EXPECT_TRUE(portal.options.value(QStringLiteral("multiple")).toBool());
+    EXPECT_TRUE(portal.options.value(QStringLiteral("directory")).toBool());
 }
 
 TEST(FilesPortal, AsksOtherwiseWithoutADesktopsChooser) {

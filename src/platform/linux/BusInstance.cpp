@@ -3,6 +3,7 @@
 #include "platform/linux/SessionBus.h"
 
 #include <QDBusMessage>
+#include <utility>
 
 namespace quillary::platform {
 
@@ -43,7 +44,11 @@ void BusApplication::ActivateAction(const QString&, const QVariantList&, const Q
 BusInstance::BusInstance() : m_application([this](const StartRequest& request) { Q_EMIT requested(request); }) {}
 
 BusInstance::~BusInstance() {
-    if (!m_claimed) return;
+    BusInstance::release();
+}
+
+void BusInstance::release() {
+    if (!std::exchange(m_claimed, false)) return;
     if (auto bus = sessionBus()) {
         bus->unregisterService(service);
         bus->unregisterObject(path);

@@ -34,6 +34,7 @@ public:
     ~BusInstance() override;
     bool claim() override;
     bool handOver(const StartRequest& request) override;
+    void release() override;
 
 private:
     BusApplication m_application;

@@ -105,8 +105,8 @@ void PortalRequest::send() {
         {QStringLiteral("handle_token"), token},
         {QStringLiteral("accept_label"), m_question.accept},
         {QStringLiteral("modal"), true},
-        {QStringLiteral("directory"), m_question.kind == FileChooser::Kind::folder},
-        {QStringLiteral("multiple"), m_question.kind == FileChooser::Kind::files},
+        {QStringLiteral("directory"), m_question.kind == FileChooser::Kind::folder || m_question.kind == FileChooser::Kind::folders},
+        {QStringLiteral("multiple"), m_question.kind == FileChooser::Kind::files || m_question.kind == FileChooser::Kind::folders},
     };
     if (!m_question.extensions.isEmpty()) {
         qDBusRegisterMetaType<PortalFilter::Pattern>();

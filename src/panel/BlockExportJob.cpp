@@ -5,28 +5,26 @@
 #include "base/Translation.h"
 #include "blocks/ArrangementStore.h"
 #include "blocks/BlockExport.h"
+#include "panel/FileJobs.h"
 #include "platform/FileChooser.h"
 
-#include <chrono>
+#include <utility>
 
 namespace quillary {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 
 BlockExportJob::BlockExportJob(const Services& with, QObject* parent)
     : QObject(parent), m_with(with), m_working(with.work) {
-    m_tick.setInterval(100ms);
-    connect(&m_tick, &QTimer::timeout, this, &BlockExportJob::progressChanged);
+    connect(&m_with.jobs, &FileJobs::changed, this, &BlockExportJob::progressChanged);
 }
 
 void BlockExportJob::exportBlock(const QString& url, Format format, bool areTargetsRelative) {
     const auto block = pathOfFileUrl(url.toLatin1());
     if (!block) return;
-    m_copying.reset();
-    ask(translate("Blocks", "Choose the folder for the export."),
+    ask(translate("Blocks", "Choose the folder for the export."), false,
         [&storage = m_with.storage, block = *block, format, areTargetsRelative](const fs::path& folder,
-                                                                                const std::stop_token&) -> Outcome {
+                                                                                FileJob&) -> Outcome {
             ArrangementStore store(storage);
             const auto written = BlockExport::write(
                 store, {.block = block,
@@ -42,40 +40,43 @@ void BlockExportJob::exportBlock(const QString& url, Format format, bool areTarg
 void BlockExportJob::makePortable(const QString& url) {
     const auto block = pathOfFileUrl(url.toLatin1());
     if (!block) return;
-    m_copying = std::make_shared<Copying>();
-    ask(translate("Blocks", "Choose where to make the folder with “%1” and its media.").arg(shownStem(*block)),
-        [&storage = m_with.storage, block = *block, copying = m_copying](const fs::path& folder,
-                                                                         const std::stop_token& stop) -> Outcome {
+    ask(translate("Blocks", "Choose where to make the folder with “%1” and its media.").arg(shownStem(*block)), true,
+        [&storage = m_with.storage, block = *block](const fs::path& folder, FileJob& job) -> Outcome {
             ArrangementStore store(storage);
-            const MediaProgress progress{.report =
-                                             [copying](std::uint64_t done, std::uint64_t total) {
-                                                 copying->total = total;
-                                                 copying->done = done;
-                                             },
-                                         .stop = stop};
+            const MediaProgress progress{.report = job.observer().copying, .stop = job.stopToken()};
             const auto made = BlockExport::makePortable(store, block, folder, shownStem(block), progress);
             if (made) return Written{made->folder, {}};
             return std::unexpected(made.error().line());
         });
 }
 
-void BlockExportJob::ask(const QString& message, Work work) {
+void BlockExportJob::ask(const QString& message, bool tellsProgress, Work work) {
     if (m_stage == Stage::Working) return;
     platform::FileChooser::Question question{
         .message = message, .accept = translate("Blocks", "Use Folder"), .start = m_lastFolder};
-    m_with.chooser.ask(
-        this, question, [this, work = std::move(work), asked = ++m_asked](const std::vector<fs::path>& picked) {
-            if (picked.empty() || asked != m_asked || m_stage == Stage::Working) return;
-            m_lastFolder = picked.front();
-            enter(Stage::Working);
-            m_tick.start();
-            m_working.run([work, folder = picked.front()](const std::stop_token& stop) { return work(folder, stop); },
-                          [this](const Outcome& outcome) { finish(outcome); });
-        });
+    m_with.chooser.ask(this, question,
+                       [this, tellsProgress, work = std::move(work), asked = ++m_asked](
+                           const std::vector<fs::path>& picked) {
+                           if (picked.empty() || asked != m_asked || m_stage == Stage::Working) return;
+                           m_tellsProgress = tellsProgress;
+                           begin(work, picked.front());
+                       });
+}
+
+void BlockExportJob::begin(const Work& work, const fs::path& folder) {
+    m_lastFolder = folder;
+    m_job = m_with.jobs.begin();
+    m_job->progress.total = 1;
+    enter(Stage::Working);
+    m_working.every([work, folder, job = m_job](const std::stop_token&) { return work(folder, *job); },
+                    [this, job = m_job](const Outcome& outcome) {
+                        m_with.jobs.end(job, outcome ? QString() : outcome.error());
+                        if (job == m_job) finish(outcome);
+                    });
 }
 
 void BlockExportJob::finish(const Outcome& outcome) {
-    m_tick.stop();
+    m_job.reset();
     if (outcome) {
         m_outcome = shown(outcome->output.filename());
         m_leftOut = outcome->leftOut;
@@ -93,14 +94,13 @@ void BlockExportJob::enter(Stage stage) {
 }
 
 void BlockExportJob::stop() {
-    m_working.cancel();
+    if (const auto job = std::exchange(m_job, nullptr)) job->requestStop();
     reset();
 }
 
 void BlockExportJob::reset() {
-    if (m_working.busy()) return;
+    if (m_job) return;
     ++m_asked;
-    m_tick.stop();
     m_outcome.clear();
     m_leftOut.clear();
     m_output.clear();
@@ -108,9 +108,7 @@ void BlockExportJob::reset() {
 }
 
 double BlockExportJob::progress() const {
-    if (!m_copying || m_stage != Stage::Working) return -1;
-    const auto total = m_copying->total.load();
-    return total > 0 ? static_cast<double>(m_copying->done) / static_cast<double>(total) : 0;
+    return m_job && m_tellsProgress ? m_job->part.load() : -1;
 }
 
 } // namespace quillary

@@ -4,9 +4,7 @@
 
 #include <QObject>
 #include <QStringList>
-#include <QTimer>
 #include <QtQml/qqml.h>
-#include <atomic>
 #include <expected>
 #include <filesystem>
 #include <functional>
@@ -14,6 +12,8 @@
 
 namespace quillary {
 
+class FileJob;
+class FileJobs;
 class Storage;
 
 namespace platform {
@@ -21,7 +21,7 @@ class FileChooser;
 }
 
 /// Writing one block for another editor, or as a folder of its own: asks where to, works in the background, and tells
-/// what came of it. One at a time. Main thread; what is under way when the program ends leaves nothing.
+/// what came of it. One at a time. Main thread; what is ended early leaves nothing.
 class BlockExportJob : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -46,6 +46,7 @@ public:
         Storage& storage;
         platform::FileChooser& chooser;
         QThreadPool& work;
+        FileJobs& jobs;
     };
     explicit BlockExportJob(const Services& with, QObject* parent = nullptr);
 
@@ -73,14 +74,10 @@ private:
         std::filesystem::path output;
         QStringList leftOut;
     };
-    /// Written by the worker.
-    struct Copying {
-        std::atomic<std::uint64_t> done = 0;
-        std::atomic<std::uint64_t> total = 0;
-    };
     using Outcome = std::expected<Written, QString>;
-    using Work = std::function<Outcome(const std::filesystem::path& folder, const std::stop_token& stop)>;
-    void ask(const QString& message, Work work);
+    using Work = std::function<Outcome(const std::filesystem::path& folder, FileJob& job)>;
+    void ask(const QString& message, bool tellsProgress, Work work);
+    void begin(const Work& work, const std::filesystem::path& folder);
     void finish(const Outcome& outcome);
     void enter(Stage stage);
 
@@ -91,8 +88,8 @@ private:
     QString m_output;
     std::filesystem::path m_lastFolder;
     int m_asked = 0; ///< answers to older questions do not count
-    std::shared_ptr<Copying> m_copying;
-    QTimer m_tick;
+    std::shared_ptr<FileJob> m_job; ///< under way
+    bool m_tellsProgress = false;
     Background m_working;
 };
 

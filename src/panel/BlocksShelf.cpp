@@ -8,6 +8,7 @@
 #include "drag/DragRequest.h"
 #include "imaging/ImageIntake.h"
 #include "library/AppSettings.h"
+#include "panel/FileJobs.h"
 #include "platform/Clipboard.h"
 #include "platform/FileAttributes.h"
 #include "platform/ItemProvider.h"
@@ -45,6 +46,22 @@ std::optional<Clip> clipIn(const platform::ItemProvider& item) {
     return isDocument(item) ? std::optional(FCPXMLDocument::read(*item.fileURL())) : std::nullopt;
 }
 
+/// The documents of the clips; those that came without a file are kept for as long as they are needed. Empty where
+/// they cannot be.
+std::vector<fs::path> documentsOf(const std::vector<platform::ItemProvider>& items, const FileJobs& jobs) {
+    std::vector<fs::path> documents;
+    for (const auto& item : items)
+        if (const auto xml = FCPXMLPasteboard::xml(item)) {
+            const QString name = item.suggestedName().value_or(translate("Blocks", "Block"));
+            auto kept = jobs.keep(*xml, Storage::sanitize(name).toStdString() + ".fcpxml");
+            if (!kept) return {};
+            documents.push_back(*std::move(kept));
+        } else if (isDocument(item)) {
+            documents.push_back(*item.fileURL());
+        }
+    return documents;
+}
+
 std::expected<QString, QString> told(int saved, const QStringList& failures) {
     const QString done = translate("Blocks", "Saved %n block(s)", nullptr, saved);
     if (!failures.isEmpty()) {
@@ -69,14 +86,13 @@ BlocksShelf::BlocksShelf(const Services& with, const BlockServices& also, std::s
     , m_clipboard(also.clipboard)
     , m_saving(also.saves)
     , m_care(with.storage, with.work)
-    , m_exporting({with.storage, also.chooser, with.work})
+    , m_exporting({with.storage, also.chooser, with.work, with.jobs})
     , m_drags(with.storage, with.work) {
     m_noteTask.setSingleShot(true);
     m_noteTask.setTimerType(Qt::PreciseTimer);
     m_noteTask.setInterval(6s);
     connect(&m_noteTask, &QTimer::timeout, this, [this] { setNote(std::nullopt); });
-    m_progressTick.setInterval(100ms);
-    connect(&m_progressTick, &QTimer::timeout, this, &BlocksShelf::saveProgressChanged);
+    connect(&jobs(), &FileJobs::changed, this, &BlocksShelf::saveProgressChanged);
     connect(selection(), &ShelfSelection::changed, this, &BlocksShelf::followSelection);
     connect(this, &BlocksShelf::selectedBlockChanged, this, &BlocksShelf::selectedDetailsChanged);
     connect(&m_care, &BlockCare::changed, this, [this] {
@@ -136,9 +152,7 @@ void BlocksShelf::setNote(std::optional<QString> text, Tone tone) {
 }
 
 double BlocksShelf::saveProgress() const {
-    if (m_savesUnderWay == 0) return -1;
-    const auto total = m_copying->total.load();
-    return total > 0 ? static_cast<double>(m_copying->done) / static_cast<double>(total) : 0;
+    return m_saves.empty() ? -1 : m_saves.front()->part.load();
 }
 
 bool BlocksShelf::isClip(const platform::ItemProvider& item) {
@@ -146,33 +160,52 @@ bool BlocksShelf::isClip(const platform::ItemProvider& item) {
 }
 
 void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& providers) {
+    captureBlocks(providers, blockCollection());
+}
+
+void BlocksShelf::captureBlocks(const std::vector<fs::path>& documents, const std::optional<QString>& collection) {
+    std::vector<platform::ItemProvider> providers;
+    for (const fs::path& document : documents) providers.push_back(platform::ItemProvider::file(document));
+    captureBlocks(providers, collection);
+}
+
+void BlocksShelf::captureBlocks(const std::vector<platform::ItemProvider>& providers,
+                                const std::optional<QString>& collection) {
     note(translate("Blocks", "Saving…"));
-    ++m_savesUnderWay;
-    m_progressTick.start();
+    JobRecord record{.kind = JobRecord::Kind::blocks, .root = {}, .files = documentsOf(providers, jobs()),
+                     .collection = collection};
+    if (const auto root = storage().root()) record.root = *root;
+    const auto job = jobs().begin(record);
+    m_saves.push_back(job);
     m_saving.every(
-        [providers, &storage = storage(), collection = blockCollection(), copying = m_copying](const std::stop_token&) {
+        [providers, job, collection, documents = record.files, notes = jobs().notes(),
+         &storage = storage()](const std::stop_token&) {
             ArrangementStore store(storage);
-            const MediaProgress progress{[copying](std::uint64_t done, std::uint64_t total) {
-                copying->total = total;
-                copying->done = done;
-            }};
+            const auto stop = job->stopToken();
+            const MediaProgress progress{.report = job->observer().copying, .stop = stop};
             int saved = 0;
             QStringList failures;
             for (const auto& provider : providers) {
+                if (stop.stop_requested()) break;
                 auto clip = clipIn(provider);
                 if (!clip) continue;
                 const auto block =
                     *clip ? store.save(**std::move(clip), {}, collection, progress) : std::unexpected(clip->error());
                 if (block)
                     ++saved;
-                else
+                else if (!stop.stop_requested())
                     failures.append(block.error().line());
+                if (block || !stop.stop_requested()) job->done(static_cast<std::size_t>(job->progress.done++));
+            }
+            if (!stop.stop_requested() || job->progress.done == job->progress.total) {
+                job->finish();
+                FileJobs::removeKept(documents, notes);
             }
             return told(saved, failures);
         },
-        [this](const std::expected<QString, QString>& outcome) {
-            if (--m_savesUnderWay == 0) m_progressTick.stop();
-            m_copying->done = m_copying->total = 0;
+        [this, job](const std::expected<QString, QString>& outcome) {
+            std::erase(m_saves, job);
+            jobs().end(job, outcome ? QString() : outcome.error());
             Q_EMIT saveProgressChanged();
             finish(outcome);
         });

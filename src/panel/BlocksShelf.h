@@ -9,7 +9,7 @@
 #include "panel/Shelf.h"
 
 #include <QTimer>
-#include <atomic>
+#include <memory>
 
 namespace quillary {
 
@@ -18,6 +18,8 @@ class Clipboard;
 class FileChooser;
 class ItemProvider;
 } // namespace platform
+
+class FileJob;
 
 /// The Blocks shelf: compound clips kept with their media, each with a poster or a drawing of its layers. Main thread.
 class BlocksShelf : public quillary::Shelf { // qualified: the QML type system looks it up by this name
@@ -67,6 +69,8 @@ public:
     static bool isClip(const platform::ItemProvider& item);
     /// Stores every clip that was dropped in the selected collection, in the background.
     void captureBlocks(const std::vector<platform::ItemProvider>& providers);
+    /// The same for documents, into this collection.
+    void captureBlocks(const std::vector<std::filesystem::path>& documents, const std::optional<QString>& collection);
     double saveProgress() const;
 
     // --- Posters --------------------------------------------------------------------------------------------------
@@ -108,12 +112,8 @@ private:
     BlocksShelf(const Services& with, const BlockServices& also, std::shared_ptr<BlocksListing> listing,
                 QObject* parent);
 
-    /// Shared with the worker that copies.
-    struct Copying {
-        std::atomic<std::uint64_t> done = 0;
-        std::atomic<std::uint64_t> total = 0;
-    };
     const Arrangement* find(const std::optional<std::filesystem::path>& url) const;
+    void captureBlocks(const std::vector<platform::ItemProvider>& providers, const std::optional<QString>& collection);
     void followSelection();
     void finish(const std::expected<QString, QString>& outcome);
 
@@ -125,9 +125,7 @@ private:
     BlockCare m_care;
     BlockExportJob m_exporting;
     DragDocuments m_drags;
-    int m_savesUnderWay = 0;
-    std::shared_ptr<Copying> m_copying = std::make_shared<Copying>();
-    QTimer m_progressTick;
+    std::vector<std::shared_ptr<FileJob>> m_saves; ///< under way, the running one first
     QTimer m_noteTask;
 };
 

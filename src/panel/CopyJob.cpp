@@ -3,14 +3,11 @@
 #include "blocks/ArrangementStore.h"
 #include "library/Storage.h"
 
-#include <chrono>
 #include <utility>
 
 namespace quillary {
 
 namespace {
-
-using namespace std::chrono_literals;
 
 bool holdsAny(const ShelfCounts& counts) {
     return counts.images + counts.videos + counts.audio + counts.blocks + counts.recent > 0;
@@ -18,10 +15,9 @@ bool holdsAny(const ShelfCounts& counts) {
 
 } // namespace
 
-CopyJob::CopyJob(Storage& storage, QThreadPool& work, QObject* parent)
-    : QObject(parent), m_storage(storage), m_counting(work), m_copying(work) {
-    m_tick.setInterval(100ms);
-    connect(&m_tick, &QTimer::timeout, this, &CopyJob::progressChanged);
+CopyJob::CopyJob(Storage& storage, FileJobs& jobs, QThreadPool& work, QObject* parent)
+    : QObject(parent), m_storage(storage), m_jobs(jobs), m_counting(work), m_copying(work) {
+    connect(&m_jobs, &FileJobs::changed, this, &CopyJob::progressChanged);
 }
 
 void CopyJob::offer(const std::filesystem::path& from, const std::filesystem::path& to) {
@@ -43,27 +39,34 @@ void CopyJob::decline() {
 }
 
 void CopyJob::copy(bool images, bool videos, bool audio, bool blocks, bool recent) {
-    if (!m_offered || copying()) return;
+    if (m_offered) resume(m_from, m_to, {images, videos, audio, blocks, recent});
+}
+
+void CopyJob::resume(const std::filesystem::path& from, const std::filesystem::path& to,
+                     const CopySelection& selection) {
+    if (copying()) return;
     decline();
     setNote({});
-    m_progress = std::make_shared<BatchProgress>();
-    const CopySelection selection{images, videos, audio, blocks, recent};
-    m_copying.run(
-        [from = m_from, to = m_to, selection, progress = m_progress, &storage = m_storage](std::stop_token stop) {
-            const CopyResult result =
-                Storage::copyContents(from, to, selection, ArrangementStore::mediaOfBlocks, *progress, std::move(stop));
+    m_job = m_jobs.begin({.kind = JobRecord::Kind::libraryCopy, .root = to, .from = from, .selection = selection});
+    m_copying.every(
+        [from, to, selection, job = m_job, &storage = m_storage](const std::stop_token&) {
+            const CopyResult result = Storage::copyContents(from, to, selection, ArrangementStore::mediaOfBlocks,
+                                                            job->progress, job->stopToken());
             if (selection.blocks) ArrangementStore(storage).relinkAll(from);
+            if (!job->stopToken().stop_requested()) job->finish();
             return result;
         },
         [this](const CopyResult& result) {
-            m_tick.stop();
-            m_progress.reset();
+            m_jobs.end(std::exchange(m_job, nullptr), result.failed > 0 ? result.summary() : QString());
             Q_EMIT progressChanged();
             setNote(result.summaryWithReason());
             Q_EMIT finished();
         });
-    m_tick.start();
     Q_EMIT progressChanged();
+}
+
+void CopyJob::stop() {
+    if (m_job) m_job->requestStop();
 }
 
 void CopyJob::setNote(const QString& text) {

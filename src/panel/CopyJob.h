@@ -2,10 +2,10 @@
 
 #include "base/Background.h"
 #include "library/LibraryCopy.h"
+#include "panel/FileJobs.h"
 #include "values/ShelfCounts.h"
 
 #include <QObject>
-#include <QTimer>
 #include <QtQml/qqml.h>
 #include <filesystem>
 #include <memory>
@@ -15,8 +15,7 @@ namespace quillary {
 class Storage;
 
 /// The offer to copy the library's files after the library was put elsewhere, and the copying. The originals stay. Main
-/// thread; counting and copying run in the background and end with the program, since a later copy goes on where this
-/// one stopped.
+/// thread; counting and copying run in the background. A later copy goes on where one stopped.
 class CopyJob : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -35,14 +34,18 @@ class CopyJob : public QObject {
     Q_PROPERTY(QString note READ note NOTIFY noteChanged FINAL)
 
 public:
-    /// Both outlive the job.
-    CopyJob(Storage& storage, QThreadPool& work, QObject* parent = nullptr);
+    /// All outlive the job.
+    CopyJob(Storage& storage, FileJobs& jobs, QThreadPool& work, QObject* parent = nullptr);
 
     /// Offers to copy what the old root holds, if that is anything. An offer made before is void.
     void offer(const std::filesystem::path& from, const std::filesystem::path& to);
     Q_INVOKABLE void decline();
     /// Copies the selected shelves.
     Q_INVOKABLE void copy(bool images, bool videos, bool audio, bool blocks, bool recent);
+    /// Goes on with a copy that was not finished; nothing while one runs.
+    void resume(const std::filesystem::path& from, const std::filesystem::path& to, const CopySelection& selection);
+    /// Ends the copy within the current file.
+    Q_INVOKABLE void stop();
 
     bool offered() const { return m_offered; }
     const ShelfCounts& counts() const { return m_counts; }
@@ -51,9 +54,9 @@ public:
     int audio() const { return static_cast<int>(m_counts.audio); }
     int blocks() const { return static_cast<int>(m_counts.blocks); }
     int recent() const { return static_cast<int>(m_counts.recent); }
-    bool copying() const { return m_copying.busy(); }
-    int done() const { return m_progress ? m_progress->done.load() : 0; }
-    int total() const { return m_progress ? m_progress->total.load() : 0; }
+    bool copying() const { return m_job != nullptr; }
+    int done() const { return m_job ? m_job->progress.done.load() : 0; }
+    int total() const { return m_job ? m_job->progress.total.load() : 0; }
     const QString& note() const { return m_note; }
 
 Q_SIGNALS:
@@ -67,13 +70,13 @@ private:
     void setNote(const QString& text);
 
     Storage& m_storage;
+    FileJobs& m_jobs;
     std::filesystem::path m_from;
     std::filesystem::path m_to;
     ShelfCounts m_counts;
     bool m_offered = false;
     QString m_note;
-    std::shared_ptr<BatchProgress> m_progress;
-    QTimer m_tick;
+    std::shared_ptr<FileJob> m_job;
     Background m_counting;
     Background m_copying;
 };

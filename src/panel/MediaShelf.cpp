@@ -19,10 +19,6 @@ MediaShelf::MediaShelf(const Services& with, Storage::Folder folder, Texts texts
     , m_texts(std::move(texts))
     , m_saving(with.work) {}
 
-MediaShelf::~MediaShelf() {
-    m_closing.request_stop();
-}
-
 void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
     const auto [clips, others] = DropReader::split(providers, &FCPXMLPasteboard::carriesClips);
     for (const auto& clip : clips) {
@@ -41,56 +37,72 @@ void MediaShelf::save(const std::vector<platform::ItemProvider>& providers) {
     });
 }
 
+std::shared_ptr<FileJob> MediaShelf::begin(const std::vector<fs::path>& urls, const BatchTarget& target) {
+    JobRecord record{.kind = JobRecord::Kind::batch, .root = {}, .files = urls, .target = target};
+    if (const auto root = storage().root()) record.root = *root;
+    return jobs().begin(record);
+}
+
 void MediaShelf::save(const std::vector<fs::path>& urls) {
-    saveInBackground([urls, &storage = storage(), folder = m_folder, collection = collectionFilter().collection(),
-                      wrong = m_texts.wrong, closing = m_closing.get_token()]() -> std::expected<int, QString> {
-        auto files = filesIn(urls, closing);
-        std::erase_if(files, [&](const fs::path& file) { return Storage::shelf(file) != folder; });
-        if (files.empty()) return std::unexpected(wrong);
-        int added = 0;
-        QString reason;
-        for (const fs::path& file : files) {
-            const auto stored = storage.storeVerbatim(file, folder, collection, {}, closing);
-            added += stored.has_value();
-            if (!stored && reason.isEmpty()) reason = stored.error().description();
-        }
-        if (added == 0) return std::unexpected(reason);
-        return added;
-    });
+    const auto collection = collectionFilter().collection();
+    const BatchTarget target{.videos = collection, .audio = collection, .only = m_folder};
+    const auto job = begin(urls, target);
+    m_saving.every(
+        [urls, target, job, &storage = storage()](const std::stop_token&) {
+            BatchResult result = performSave(urls, storage, target, 0, job->progress, job->stopToken(), job->observer());
+            if (!job->stopToken().stop_requested()) job->finish();
+            return result;
+        },
+        [this, job, target](const BatchResult& result) {
+            jobs().end(job, result.problem());
+            tell(result, target);
+        });
+}
+
+void MediaShelf::tell(const BatchResult& result, const BatchTarget& target) {
+    const auto added = static_cast<int>(result.saved.size() + result.duplicates.size());
+    if (added == 0 && !result.isProblem()) return setNote(m_texts.wrong, Tone::problem);
+    if (!result.isProblem()) {
+        tellAdded(added);
+        if (result.cameFromFolders()) Q_EMIT filed(result, target, {});
+        return;
+    }
+    if (added > 0) refresh();
+    setNote(std::nullopt);
+    Q_EMIT filed(result, target, result.summary());
 }
 
 void MediaShelf::saveClip(const platform::ItemProvider& clip, const QByteArray& xml) {
-    enum class ClipSave { added, compound, wrong };
+    enum class ClipSave { added, compound, wrong, stopped };
+    const auto collection = collectionFilter().collection();
+    const auto job = begin({}, {.videos = collection, .audio = collection, .only = m_folder});
     m_saving.every(
-        [xml, &storage = storage(), folder = m_folder,
-         collection = collectionFilter().collection()](const std::stop_token&) {
+        [xml, job, collection, folder = m_folder, &storage = storage()](const std::stop_token&) {
             // A clip of another kind is refused like a file of another kind.
             const auto media = ArrangementStore::mediaOfSingleClip(xml);
             if (media && Storage::shelf(*media) != folder) return ClipSave::wrong;
-            return media && ArrangementStore(storage).singleMediaFile(xml, collection) ? ClipSave::added
-                                                                                       : ClipSave::compound;
+            if (!media) return ClipSave::compound;
+            job->list({*media});
+            const MediaProgress progress{.report = job->observer().copying, .stop = job->stopToken()};
+            const bool added = ArrangementStore(storage).singleMediaFile(xml, collection, progress).has_value();
+            if (job->stopToken().stop_requested()) return ClipSave::stopped;
+            job->finish();
+            return added ? ClipSave::added : ClipSave::compound;
         },
-        [this, clip](ClipSave outcome) {
+        [this, clip, job](ClipSave outcome) {
+            jobs().end(job);
             if (outcome == ClipSave::compound)
                 Q_EMIT compoundClipDropped(clip);
             else if (outcome == ClipSave::wrong)
                 setNote(m_texts.wrong, Tone::problem);
-            else
+            else if (outcome == ClipSave::added)
                 tellAdded(1);
         });
 }
 
-void MediaShelf::saveInBackground(std::function<std::expected<int, QString>()> save) {
-    m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
-                   [this](const std::expected<int, QString>& added) { tellAdded(added); });
-}
-
-void MediaShelf::tellAdded(const std::expected<int, QString>& added) {
-    if (added)
-        setNote(translate("Shelf", m_texts.added, nullptr, *added));
-    else
-        setNote(added.error(), Tone::problem);
-    if (added) refresh();
+void MediaShelf::tellAdded(int files) {
+    setNote(translate("Shelf", m_texts.added, nullptr, files));
+    refresh();
 }
 
 } // namespace quillary

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panel/BatchSave.h"
+#include "panel/FileJobs.h"
 #include "panel/Shelf.h"
 #include "platform/ItemProvider.h"
 
@@ -13,14 +15,15 @@ class MediaShelf : public quillary::Shelf { // qualified: the QML type system lo
     QML_UNCREATABLE("given by the model")
 
 public:
-    ~MediaShelf() override;
-
     /// Adds what was dropped: the sounds or clips among the files and in the folders, or the one file of a single clip
     /// from Final Cut's browser. The note tells what came of it.
     void save(const std::vector<platform::ItemProvider>& providers);
     void save(const std::vector<std::filesystem::path>& urls);
 
 Q_SIGNALS:
+    /// What is to be told of files beyond the note: that some could not be added, or, without a summary, that they came
+    /// in folders.
+    void filed(const quillary::BatchResult& result, const quillary::BatchTarget& target, const QString& summary);
     /// A clip that is more than one file was dropped: it belongs among the blocks.
     void compoundClipDropped(const quillary::platform::ItemProvider& clip);
 
@@ -38,13 +41,13 @@ protected:
 
 private:
     void saveClip(const platform::ItemProvider& clip, const QByteArray& xml);
-    void saveInBackground(std::function<std::expected<int, QString>()> save);
-    void tellAdded(const std::expected<int, QString>& added);
+    std::shared_ptr<FileJob> begin(const std::vector<std::filesystem::path>& urls, const BatchTarget& target);
+    void tell(const BatchResult& result, const BatchTarget& target);
+    void tellAdded(int files);
 
     const Storage::Folder m_folder;
     const Texts m_texts;
     Background m_saving;
-    std::stop_source m_closing;
 };
 
 } // namespace quillary

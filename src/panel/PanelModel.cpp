@@ -8,12 +8,10 @@
 #include "values/ShelfCounts.h"
 
 #include <array>
-#include <chrono>
 #include <initializer_list>
 
 namespace quillary {
 
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -42,16 +40,17 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_clipboard(with.clipboard)
     , m_chooser(with.chooser)
     , m_ownChooser(with.ownChooser)
-    , m_settingsModel({with.settings, with.storage, with.chooser, with.fileManager, with.work})
+    , m_jobs(FileJobs::notesIn(with.cacheFolder))
+    , m_settingsModel({with.settings, with.storage, with.chooser, with.fileManager, with.work, m_jobs})
     , m_tab(with.settings.openOnLibrary() ? Tab::library : Tab::intake)
     , m_removal(with.work)
     , m_refineTask(with.work)
     , m_favorites(with.storage, with.settings)
-    , m_imagesShelf({with.storage, with.settings, m_favorites, with.work}, with.builtIns, with.saves, with.cacheFolder)
-    , m_videoShelf({with.storage, with.settings, m_favorites, with.work})
+    , m_imagesShelf({with.storage, with.settings, m_favorites, with.work, m_jobs}, with.builtIns, with.saves, with.cacheFolder)
+    , m_videoShelf({with.storage, with.settings, m_favorites, with.work, m_jobs})
     , m_audioPreview({with.settings, with.work, with.cacheFolder, with.makeAudioOutput})
-    , m_audioShelf({with.storage, with.settings, m_favorites, with.work}, m_audioPreview)
-    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work}, {with.clipboard, with.chooser, with.saves})
+    , m_audioShelf({with.storage, with.settings, m_favorites, with.work, m_jobs}, m_audioPreview)
+    , m_blocksShelf({with.storage, with.settings, m_favorites, with.work, m_jobs}, {with.clipboard, with.chooser, with.saves})
     , m_blockedAliases({with.storage, with.chooser, with.work,
                         [this] {
                             m_audioShelf.refresh();
@@ -65,10 +64,18 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     , m_pasteHistory(with.settings, with.cacheFolder, with.work)
     , m_pastedFile(with.storage, with.work)
     , m_recording(with.work)
-    , m_saving(with.saves) {
-    m_progressTick.setInterval(50ms);
-    connect(&m_progressTick, &QTimer::timeout, this, &PanelModel::showImportProgress);
-    connect(&m_imagesShelf, &Shelf::noteChanged, this, &PanelModel::librarySaveNoteChanged);
+    , m_saving(with.saves)
+    , m_importQueue({with.storage, with.settings, with.clipboard, m_jobs, with.saves})
+    , m_unfinishedWork(FileJobs::notesIn(with.cacheFolder), with.work) {
+    connect(&m_imagesShelf, &Shelf::noteChanged, this, [this] {
+        if (m_imagesShelf.note()) m_importQueue.dismiss();
+        Q_EMIT librarySaveNoteChanged();
+    });
+    connect(&m_importQueue, &ImportQueue::resultChanged, this, &PanelModel::librarySaveNoteChanged);
+    connect(&m_importQueue, &ImportQueue::finished, this, &PanelModel::finishBatch);
+    connect(&m_importQueue, &ImportQueue::refiled, this, &PanelModel::refreshShelves);
+    connect(&m_jobs, &FileJobs::stopped, this, &PanelModel::findUnfinishedWork);
+    connect(&m_unfinishedWork, &UnfinishedWork::resumed, this, &PanelModel::resume);
     connect(&m_dragFile, &DragFile::fileChanged, this, &PanelModel::stagedChanged);
     for (const DragFile* file : {&m_dragFile, &m_pastedFile}) {
         connect(file, &DragFile::named, this, &PanelModel::pruneRecentInBackground);
@@ -80,6 +87,8 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
     for (const MediaShelf* shelf : std::initializer_list<const MediaShelf*>{&m_videoShelf, &m_audioShelf})
         connect(shelf, &MediaShelf::compoundClipDropped, this,
                 [this](const platform::ItemProvider& clip) { keepBlocks({clip}); });
+    for (const MediaShelf* shelf : std::initializer_list<const MediaShelf*>{&m_videoShelf, &m_audioShelf})
+        connect(shelf, &MediaShelf::filed, &m_importQueue, &ImportQueue::show);
     connect(&m_audioShelf, &Shelf::listed, &m_blockedAliases, &BlockedAliases::findBlockedAliases);
     connect(m_settingsModel.copyJob(), &CopyJob::finished, this, &PanelModel::refreshShelves);
     connect(&m_settingsModel, &SettingsModel::rootChanged, this, [this] {
@@ -90,7 +99,7 @@ PanelModel::PanelModel(const Collaborators& with, QObject* parent)
 }
 
 PanelModel::~PanelModel() {
-    m_closing.request_stop();
+    m_jobs.stop();
 }
 
 void PanelModel::setTab(Tab tab) {
@@ -113,6 +122,7 @@ void PanelModel::appear() {
     m_storage.openExtraScopes();
     refreshShelves();
     m_pasteHistory.refresh();
+    findUnfinishedWork();
 }
 
 Shelf& PanelModel::shownShelf() {

@@ -7,24 +7,24 @@
 #include "imaging/ImageIntake.h"
 #include "library/Storage.h"
 #include "panel/AudioShelf.h"
-#include "panel/BatchSave.h"
 #include "panel/BlockedAliases.h"
 #include "panel/BlocksShelf.h"
 #include "panel/DragFile.h"
 #include "panel/Favorites.h"
 #include "panel/FileActions.h"
+#include "panel/FileJobs.h"
 #include "panel/FolderChooser.h"
 #include "panel/ImagesShelf.h"
+#include "panel/ImportQueue.h"
 #include "panel/PasteHistoryModel.h"
 #include "panel/SettingsModel.h"
 #include "panel/TouchUpModel.h"
+#include "panel/UnfinishedWork.h"
 #include "panel/VideoShelf.h"
 
 #include <QImage>
 #include <QObject>
-#include <QTimer>
 #include <QtQml/qqml.h>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -102,9 +102,8 @@ class PanelModel : public QObject {
     Q_PROPERTY(quillary::AudioShelf* audioShelf READ audioShelf CONSTANT FINAL)
     Q_PROPERTY(quillary::BlocksShelf* blocksShelf READ blocksShelf CONSTANT FINAL)
 
-    Q_PROPERTY(bool importing READ importing NOTIFY importProgressChanged FINAL)
-    Q_PROPERTY(int importDone READ importDone NOTIFY importProgressChanged FINAL)
-    Q_PROPERTY(int importTotal READ importTotal NOTIFY importProgressChanged FINAL)
+    Q_PROPERTY(quillary::ImportQueue* importQueue READ importQueue CONSTANT FINAL)
+    Q_PROPERTY(quillary::UnfinishedWork* unfinishedWork READ unfinishedWork CONSTANT FINAL)
 
     Q_PROPERTY(quillary::BlockedAliases* blockedAliases READ blockedAliases CONSTANT FINAL)
     /// Null where the panel never asks by itself.
@@ -168,12 +167,6 @@ public:
     };
     using CutoutState = std::variant<CutoutFailed, CutoutProgress>;
 
-    struct ImportProgress {
-        int done = 0;
-        int total = 0;
-        bool operator==(const ImportProgress&) const = default;
-    };
-
     /// What the model works with; all of it outlives the model. `work` serves requests that may be dropped, `saves` has
     /// one thread and is waited for when the program ends, so that nothing asked for is lost.
     struct Collaborators {
@@ -233,8 +226,8 @@ public:
     QImage displayImage() const;
     std::optional<QString> resolutionWarning() const;
     std::optional<std::filesystem::path> staged() const { return m_dragFile.file(); }
-    /// The Images shelf's note, which the Import tab shows too.
-    const std::optional<QString>& librarySaveNote() const { return m_imagesShelf.note(); }
+    /// What the last save came to: the summary of a batch, or the Images shelf's note, which the Import tab shows too.
+    std::optional<QString> librarySaveNote() const;
 
     // --- Cut-outs ---------------------------------------------------------------------------------------------------
 
@@ -297,7 +290,14 @@ public:
     void saveToLibrary(const std::vector<std::filesystem::path>& urls);
     /// Lets the user pick files for a shelf and files them like dropped ones.
     Q_INVOKABLE void importFiles(quillary::PanelModel::LibraryKind kind);
-    const std::optional<ImportProgress>& importProgress() const { return m_importProgress; }
+    /// The same for folders with all that is in them, whatever the shelf.
+    Q_INVOKABLE void importFolders();
+    const std::optional<ImportQueue::Progress>& importProgress() const { return m_importQueue.progress(); }
+    ImportQueue* importQueue() { return &m_importQueue; }
+    /// What an earlier start left undone.
+    UnfinishedWork* unfinishedWork() { return &m_unfinishedWork; }
+    /// What is under way and is to be finished before the program ends.
+    FileJobs& jobs() { return m_jobs; }
 
     // --- Tabs -------------------------------------------------------------------------------------------------------
 
@@ -328,9 +328,7 @@ public:
     /// What is to be told of a cut-out that was made, such as why the user's model was passed over.
     const QString& cutoutNote() const { return m_cutoutNote; }
     bool hasCutout() const { return !m_cutout.isNull(); }
-    bool importing() const { return m_importProgress.has_value(); }
-    int importDone() const { return m_importProgress ? m_importProgress->done : 0; }
-    int importTotal() const { return m_importProgress ? m_importProgress->total : 0; }
+    bool importing() const { return m_importQueue.importing(); }
 
     /// `editInIntake` of the image that the Images shelf shows under this file: URL.
     Q_INVOKABLE void editItem(const QString& itemUrl);
@@ -351,7 +349,6 @@ Q_SIGNALS:
     void rawCutoutChanged();
     void edgeRefineChanged();
     void refiningChanged();
-    void importProgressChanged();
 
 private:
     struct StagedBefore;
@@ -400,17 +397,20 @@ private:
     void finishBatch(const BatchResult& result);
     /// Whose notes the user sees now.
     Shelf& shownShelf();
-    void showImportProgress();
+    void findUnfinishedWork();
+    void resume(const JobRecord& record);
 
     Storage& m_storage;
     AppSettings& m_settings;
     platform::Clipboard& m_clipboard;
     platform::FileChooser& m_chooser;
     FolderChooser* m_ownChooser;
+    FileJobs m_jobs;
     SettingsModel m_settingsModel;
     State m_state = Empty{};
     Tab m_tab = Tab::intake;
     LibraryKind m_libraryKind = LibraryKind::images;
+    quint64 m_turn = 0; ///< how often what is staged was replaced
     CutoutState m_cutoutState = CutoutProgress::none;
     std::unique_ptr<StagedBefore> m_before;
     bool m_stagedUnseen = false;
@@ -425,7 +425,6 @@ private:
     Background m_refineTask;
     double m_edgeRefine = MatteRefiner::usualAmount;
     bool m_showCutout = true;
-    std::optional<ImportProgress> m_importProgress;
 
     Favorites m_favorites;
     ImagesShelf m_imagesShelf;
@@ -443,9 +442,8 @@ private:
     Background m_recording;
     bool m_unrecorded = false; ///< the staged image is to go into the history
     Background m_saving;
-    std::stop_source m_closing;
-    QTimer m_progressTick;
-    std::deque<std::shared_ptr<BatchProgress>> m_batches; ///< the running one first
+    ImportQueue m_importQueue;
+    UnfinishedWork m_unfinishedWork;
 };
 
 } // namespace quillary

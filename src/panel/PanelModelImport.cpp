@@ -52,20 +52,10 @@ platform::FileChooser::Question importQuestion(PanelModel::LibraryKind kind) {
 } // namespace
 
 void PanelModel::saveToLibrary(const std::vector<fs::path>& urls) {
-    auto progress = std::make_shared<BatchProgress>();
-    progress->total = static_cast<int>(urls.size());
-    m_batches.push_back(progress);
-    showImportProgress();
-    m_progressTick.start();
-
-    const BatchTarget target{m_imagesShelf.collectionFilter().collection(), m_videoShelf.videoCollection(),
-                             m_audioShelf.audioCollection()};
-    m_saving.every(
-        [urls, target, progress, &storage = m_storage, longEdge = m_settings.vectorLongEdge(),
-         closing = m_closing.get_token()](const std::stop_token&) {
-            return performSave(urls, storage, target, longEdge, *progress, closing);
-        },
-        [this](const BatchResult& result) { finishBatch(result); });
+    m_importQueue.save(urls, {.images = m_imagesShelf.collectionFilter().collection(),
+                              .videos = m_videoShelf.videoCollection(),
+                              .audio = m_audioShelf.audioCollection(),
+                              .blocks = m_blocksShelf.blockCollection()});
 }
 
 void PanelModel::importFiles(LibraryKind kind) {
@@ -78,21 +68,44 @@ void PanelModel::importFiles(LibraryKind kind) {
     });
 }
 
+void PanelModel::importFolders() {
+    const platform::FileChooser::Question question{.kind = platform::FileChooser::Kind::folders,
+                                                   .message = translate("Panel", "Choose folders to add to your library."),
+                                                   .accept = translate("Panel", "Import")};
+    m_chooser.ask(this, question, [this](const std::vector<fs::path>& chosen) {
+        if (!chosen.empty()) saveToLibrary(chosen);
+    });
+}
+
 void PanelModel::finishBatch(const BatchResult& result) {
-    m_batches.pop_front();
-    showImportProgress();
-    if (m_batches.empty()) m_progressTick.stop();
     if (result.images > 0) m_imagesShelf.refresh();
     if (result.videos > 0) m_videoShelf.refresh();
     if (result.sounds > 0) m_audioShelf.refresh();
+    if (result.blocks > 0) m_blocksShelf.refresh();
     if (m_tab != Tab::library) setTab(Tab::library);
-    m_imagesShelf.setNote(result.summary());
+    m_imagesShelf.setNote(std::nullopt);
 }
 
-void PanelModel::showImportProgress() {
-    std::optional<ImportProgress> shown;
-    if (!m_batches.empty()) shown = {m_batches.front()->done, m_batches.front()->total};
-    if (shown != m_importProgress) write(m_importProgress, shown, &PanelModel::importProgressChanged);
+std::optional<QString> PanelModel::librarySaveNote() const {
+    return m_importQueue.summary().isEmpty() ? m_imagesShelf.note() : m_importQueue.summary();
+}
+
+void PanelModel::findUnfinishedWork() {
+    if (const auto root = m_storage.root()) m_unfinishedWork.read(*root);
+}
+
+void PanelModel::resume(const JobRecord& record) {
+    switch (record.kind) {
+    case JobRecord::Kind::batch:
+        m_importQueue.save(record.files, record.target);
+        break;
+    case JobRecord::Kind::blocks:
+        m_blocksShelf.captureBlocks(record.files, record.collection);
+        break;
+    case JobRecord::Kind::libraryCopy:
+        m_settingsModel.copyJob()->resume(record.from, record.root, record.selection);
+        break;
+    }
 }
 
 } // namespace quillary

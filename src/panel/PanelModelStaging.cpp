@@ -25,6 +25,19 @@ QString urlOf(const fs::path& file) {
     return QString::fromLatin1(fileUrl(file));
 }
 
+using Note = std::expected<QString, QString>;
+
+Note saveNote(const std::expected<fs::path, StorageError>& written, bool cutout) {
+    if (!written) return std::unexpected(written.error().description());
+    return cutout ? translate("Panel", "Cutout saved to your library") : translate("Panel", "Saved to your library");
+}
+
+/// The same beside another image.
+Note saveNoteOf(const QString& name, const std::expected<fs::path, StorageError>& written) {
+    if (written) return translate("Panel", "“%1” saved to your library").arg(shownStem(*written));
+    return std::unexpected(translate("Panel", "“%1” was not saved. %2").arg(name, written.error().description()));
+}
+
 PanelModel::State stateOf(std::expected<PastedImage, ImageIntakeError> image) {
     if (image) return *std::move(image);
     const QString message = image.error().description();
@@ -47,6 +60,7 @@ void PanelModel::setState(State state) {
 void PanelModel::fail(const QString& message, const std::optional<QString>& hint) {
     Q_EMIT nameWanted();
     keepBefore();
+    ++m_turn;
     m_staging.cancel();
     resetCutout();
     setState(Failed{message, hint});
@@ -104,7 +118,9 @@ void PanelModel::load(const Maker& make, Origin origin) {
     Q_EMIT nameWanted();
     keepBefore();
     setStagedUnseen(false);
+    ++m_turn;
     m_imagesShelf.setNote(std::nullopt);
+    m_importQueue.dismiss();
     resetCutout();
     m_staging.run(make, [this, origin](State next) {
         if (std::holds_alternative<PastedImage>(next)) m_before.reset();
@@ -153,7 +169,9 @@ void PanelModel::clear() {
     m_staging.cancel();
     m_before.reset();
     setStagedUnseen(false);
+    ++m_turn;
     m_imagesShelf.setNote(std::nullopt);
+    m_importQueue.dismiss();
     resetCutout();
     setState(Empty{});
     Q_EMIT stagingChanged();
@@ -191,7 +209,8 @@ std::optional<QString> PanelModel::resolutionWarning() const {
 
 void PanelModel::saveInBackground(std::function<std::expected<QString, QString>()> save) {
     m_saving.every([save = std::move(save)](const std::stop_token&) { return save(); },
-                   [this](const std::expected<QString, QString>& note) {
+                   [this, job = m_jobs.begin()](const std::expected<QString, QString>& note) {
+                       m_jobs.end(job, note ? QString() : note.error());
                        if (note) m_imagesShelf.refresh();
                        m_imagesShelf.tell(note);
                    });
@@ -201,13 +220,17 @@ void PanelModel::saveCurrentToLibrary() {
     if (stage() != Stage::loaded) return;
     Q_EMIT nameWanted();
     const bool cutout = m_showCutout && hasCutout();
-    saveInBackground([make = exported(), collection = m_imagesShelf.collectionFilter().collection(), cutout,
-                      &storage = m_storage]() -> std::expected<QString, QString> {
-        const auto written = storage.write(make({}), Storage::Folder::images, collection);
-        if (!written) return std::unexpected(written.error().description());
-        return cutout ? translate("Panel", "Cutout saved to your library")
-                      : translate("Panel", "Saved to your library");
-    });
+    using Written = std::expected<fs::path, StorageError>;
+    m_saving.every(
+        [make = exported(), collection = m_imagesShelf.collectionFilter().collection(),
+         &storage = m_storage](const std::stop_token&) -> Written {
+            return storage.write(make({}), Storage::Folder::images, collection);
+        },
+        [this, cutout, name = stagedName(), turn = m_turn, job = m_jobs.begin()](const Written& written) {
+            m_jobs.end(job, written ? QString() : written.error().description());
+            if (written) m_imagesShelf.refresh();
+            m_imagesShelf.tell(turn == m_turn ? saveNote(written, cutout) : saveNoteOf(name, written));
+        });
 }
 
 std::function<PastedImage(std::stop_token)> PanelModel::exported() const {

@@ -29,7 +29,7 @@ SettingsModel::SettingsModel(const Services& with, QObject* parent)
     , m_storage(with.storage)
     , m_chooser(with.chooser)
     , m_fileManager(with.fileManager)
-    , m_copyJob(with.storage, with.work) {}
+    , m_copyJob(with.storage, with.jobs, with.work) {}
 
 int SettingsModel::recentLimit() const {
     return m_settings.recentLimit();

@@ -60,6 +60,7 @@ public:
         platform::FileChooser& chooser;
         platform::FileManager& fileManager;
         QThreadPool& work;
+        FileJobs& jobs;
     };
     explicit SettingsModel(const Services& with, QObject* parent = nullptr);
 

@@ -24,6 +24,7 @@ Shelf::Shelf(const Services& with, std::shared_ptr<ShelfListing> listing, QObjec
     , m_settings(with.settings)
     , m_favorites(with.favorites)
     , m_work(with.work)
+    , m_jobs(with.jobs)
     , m_visible({.isFavorite = [this](const FileLocation& file) { return m_favorites.contains(file); },
                  .isSelected = [this](const FileLocation& file) { return m_selection.contains(file); },
                  .details = [this](const LibraryItem& item) { return details(item); }})

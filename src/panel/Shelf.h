@@ -18,6 +18,7 @@
 namespace quillary {
 
 class AppSettings;
+class FileJobs;
 
 /// A shelf of the Library tab from its folder to its visible list: listed in the background, listed again when it
 /// changes on disk, narrowed by collection, search and favourites, and looked after. What is special to one shelf is
@@ -61,6 +62,7 @@ public:
         AppSettings& settings;
         Favorites& favorites;
         QThreadPool& work;
+        FileJobs& jobs;
     };
 
     ~Shelf() override;
@@ -168,6 +170,7 @@ protected:
     Storage& storage() const { return m_storage; }
     AppSettings& settings() const { return m_settings; }
     QThreadPool& work() const { return m_work; }
+    FileJobs& jobs() const { return m_jobs; }
     const ShelfListing::Contents& contents() const { return m_contents; }
 
     /// Runs after a listing was taken over and before `listed` is told.
@@ -212,6 +215,7 @@ private:
     AppSettings& m_settings;
     Favorites& m_favorites;
     QThreadPool& m_work;
+    FileJobs& m_jobs;
     ShelfListing::Contents m_contents;
     bool m_loaded = false;
     CollectionFilter m_collectionFilter;

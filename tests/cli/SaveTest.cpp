@@ -1,4 +1,5 @@
 #include "cli/ProgramTest.h"
+#include "support/SmallFileSystem.h"
 
 #include <linux/capability.h>
 #include <sys/prctl.h>
@@ -53,7 +54,11 @@ TEST_F(SaveTest, FilesAMixedBatch) {
     EXPECT_EQ(column(result["failures"_L1].toArray(), "file"), (QStringList{in("broken.png"), in("none.png")}));
     EXPECT_EQ(readFile(root() / "Library/Videos/clip.mp4"), "film");
     EXPECT_EQ(readFile(root() / "Library/Audio/boing.wav"), "sound");
-    EXPECT_EQ(summary(save({in("notes.txt")})), u"Nothing to save."_s);
+    EXPECT_EQ(column(result["refused"_L1].toArray(), "file"), QStringList{in("notes.txt")});
+    const Ended refused = run({u"save"_s, in("notes.txt")});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.out.trimmed(), "Nothing to save.");
+    EXPECT_TRUE(refused.err.contains("notes.txt: No shelf takes files of the kind “.txt”."));
 }
 
 TEST_F(SaveTest, DifferentPicturesOfOneNameAreNumbered) {
@@ -82,6 +87,40 @@ TEST_F(SaveTest, WalksAFolderOfAThousand) {
     EXPECT_EQ(summary(result), u"Saved 1000"_s);
     EXPECT_EQ(count(result, "saved"), 1000);
     EXPECT_EQ(json({u"list"_s, u"images"_s}).array().size(), 1000);
+}
+
+TEST_F(SaveTest, KeepsFoldersAsCollections) {
+    picture("Brand/one.png");
+    picture("Brand/Sports/two.png");
+    picture("Brand/Sports/Deep/three.png");
+    const QJsonObject result = save({in("Brand/"), picture("loose.png"), u"--keep-folders"_s, u"--collection"_s, u"New"_s});
+    EXPECT_EQ(count(result, "saved"), 4);
+    const fs::path top = root() / "Library/Images/New";
+    for (const char* name : {"loose.png", "Brand/one.png", "Brand/Sports/two.png", "Brand/Sports/Deep/three.png"})
+        EXPECT_TRUE(fs::exists(top / name)) << name;
+    EXPECT_EQ(count(save({in("Brand"), u"--keep-folders"_s, u"--collection"_s, u"New"_s}), "duplicates"), 3);
+}
+
+TEST_F(SaveTest, NamesTheFullDisk) {
+    const SmallFileSystem full("tmpfs", "size=300k");
+    if (!full.problem().empty()) GTEST_SKIP() << full.problem();
+    writeFile(m_folder / "long.wav", std::string(400'000, 's').c_str());
+    const Ended ended = run({u"--json"_s, u"--library"_s, text(full.path()), u"save"_s, picture("a.png"), in("long.wav")});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(summary(ended.object()), u"Saved 1 · couldn't save 1"_s);
+    EXPECT_TRUE(ended.err.contains("No space left on device")) << ended.err.toStdString();
+}
+
+TEST_F(SaveTest, StoresDocumentsAsBlocks) {
+    writeFile(m_folder / "take.mov", "frames");
+    writeFile(m_folder / "Intro.fcpxml",
+              "<?xml version='1.0'?><!DOCTYPE fcpxml><fcpxml version='1.9'><resources><asset id='r1' uid='A' name='t'>"
+              "<media-rep kind='original-media' src='take.mov'/></asset><media id='r2' name='Intro'><sequence "
+              "duration='2s'><spine><asset-clip ref='r1' name='t'/></spine></sequence></media></resources>"
+              "<ref-clip ref='r2' name='Intro' duration='2s'/></fcpxml>");
+    EXPECT_EQ(summary(save({in("Intro.fcpxml")})), u"1 block to Blocks"_s);
+    EXPECT_TRUE(fs::exists(root() / "Library/Blocks/Intro.fcpxml"));
+    EXPECT_EQ(summary(save({in("Intro.fcpxml")})), u"1 already in your library"_s);
 }
 
 TEST_F(SaveTest, NamesStayInsideTheFolder) {

@@ -222,6 +222,15 @@ TEST_F(FilesForOthersTest, ImportsAskForTheShelfsKind) {
     chooser.answer({folder / "clip.fcpxml"});
     EXPECT_TRUE(comesTrue([&] { return model->blocksShelf()->count() == 1; }));
     EXPECT_EQ(model->libraryKind(), blocks);
+
+    model->importFolders();
+    EXPECT_EQ(chooser.question.kind, platform::FileChooser::Kind::folders);
+    file("graphics/deep/a.png", picture(4, 4));
+    writeFile(folder / "sounds/b.wav", "sound");
+    chooser.answer({folder / "graphics", folder / "sounds"});
+    settle();
+    EXPECT_EQ(model->librarySaveNote(), u"Saved 1 · 1 sound to Audio"_s);
+    EXPECT_TRUE(model->importQueue()->offersFolders());
 }
 
 TEST_F(FilesForOthersTest, ThePanelItselfAsksWhereTheDesktopDoesNot) {
@@ -240,6 +249,10 @@ TEST_F(FilesForOthersTest, ThePanelItselfAsksWhereTheDesktopDoesNot) {
     own.open(0);
     own.pick();
     EXPECT_EQ(picked, std::vector{folder / "place/inner"});
+    own.ask(&own, {.kind = platform::FileChooser::Kind::folders, .start = folder / "place"}, answer);
+    EXPECT_EQ(own.entries(), QStringList{u"inner/"_s});
+    own.pick();
+    EXPECT_EQ(picked, std::vector{folder / "place"});
     own.ask(&own, {.kind = platform::FileChooser::Kind::files, .start = folder / "place/inner"}, answer);
     own.up();
     EXPECT_EQ(own.entries(), (QStringList{u"inner/"_s, u"b.png"_s}));

@@ -102,6 +102,8 @@ TEST_F(MediaShelvesTest, DropsAddWhatIsOfTheShelfsKind) {
     sound(folder / "in/two.wav", 1);
     drop({folder / "in"});
     ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Added 2 sounds"; }));
+    EXPECT_TRUE(model->importQueue()->offersFolders());
+    EXPECT_TRUE(model->importQueue()->summary().isEmpty()) << "the note says it already";
     drop({folder / "text.txt"});
     ASSERT_TRUE(comesTrue([&] { return note(audio()) == u"Those aren’t audio files"; }));
     platform::ItemProvider nothing;

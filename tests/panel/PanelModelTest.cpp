@@ -108,6 +108,23 @@ TEST_F(PanelModelTest, SavesTheStagedImageIntoTheSelectedCollection) {
     EXPECT_EQ(model->librarySaveNote(), std::nullopt);
 }
 
+TEST_F(PanelModelTest, ALateSaveNoteNamesThePictureThatWasSaved) {
+    stage(file("logo.png", picture(1500, 1500)));
+    model->saveCurrentToLibrary();
+    stage(file("next.png", picture(4, 4)));
+    EXPECT_EQ(model->stagedName(), u"next"_s);
+    EXPECT_EQ(model->librarySaveNote(), u"“logo” saved to your library"_s);
+
+    fs::remove_all(root() / "Library/Images");
+    writeFile(root() / "Library/Images", "no folder");
+    model->saveCurrentToLibrary();
+    model->clear();
+    settle();
+    ASSERT_TRUE(model->librarySaveNote());
+    EXPECT_TRUE(model->librarySaveNote()->startsWith(u"“next” was not saved."_s));
+    EXPECT_TRUE(images().noteIsProblem());
+}
+
 TEST_F(PanelModelTest, ASaveSurvivesTheClosingOfThePanel) {
     stage(file("logo.png", picture(1500, 1500)));
     model->saveCurrentToLibrary();
@@ -254,6 +271,48 @@ TEST_F(PanelModelTest, FilesABatchWithOneSummary) {
     model->saveToLibrary({folder / "notes.txt"});
     settle();
     EXPECT_EQ(model->librarySaveNote(), u"Nothing to save."_s);
+}
+
+TEST_F(PanelModelTest, ABatchNamesWhatIsMissingUntilSomethingElseIsStaged) {
+    const auto a = file("a.png", picture(5, 5));
+    for (const char* name : {"clip.webm", "notes.txt", "more.webm", "broken.png"}) writeFile(folder / name, "bytes");
+    model->saveToLibrary({a, folder / "clip.webm", folder / "notes.txt", folder / "more.webm", folder / "broken.png"});
+    settle();
+    ImportQueue& queue = *model->importQueue();
+    EXPECT_EQ(model->librarySaveNote(), u"Saved 1 · couldn't read 1"_s);
+    EXPECT_EQ(queue.explanation(), u"3 left out: no shelf takes .txt, .webm"_s);
+    EXPECT_TRUE(queue.isProblem());
+    ASSERT_EQ(queue.problemFiles().size(), 4);
+    EXPECT_EQ(queue.problemFiles().front(), QString::fromStdString(folder / "broken.png"));
+    EXPECT_EQ(queue.problemReasons().front(), u"Could not read broken.png."_s);
+    EXPECT_EQ(queue.problemReasons().at(1), u"No shelf takes files of the kind “.webm”."_s);
+    stage(a);
+    EXPECT_TRUE(queue.summary().isEmpty());
+    EXPECT_TRUE(queue.problemFiles().isEmpty());
+}
+
+TEST_F(PanelModelTest, FoldersOfABatchBecomeCollectionsAndGoBack) {
+    file("Brand/one.png", picture(5, 5));
+    file("Brand/Sports/two.png", picture(6, 5));
+    writeFile(folder / "Brand/Sports/boing.wav", "sound");
+    images().setCollectionFilter(CollectionFilter::named(u"New"_s));
+    model->saveToLibrary({folder / "Brand", file("three.png", picture(7, 5))});
+    settle();
+    ImportQueue& queue = *model->importQueue();
+    ASSERT_TRUE(queue.offersFolders());
+    const auto flat = (Names{"one.png", "three.png", "two.png"});
+    EXPECT_EQ(namesIn(root() / "Library/Images/New"), flat);
+    queue.setKeepFolders(true);
+    settle();
+    EXPECT_TRUE(queue.keepFolders());
+    EXPECT_TRUE(fs::exists(root() / "Library/Images/New/Brand/Sports/two.png"));
+    EXPECT_TRUE(fs::exists(root() / "Library/Audio/Brand/Sports/boing.wav"));
+    EXPECT_EQ(namesIn(root() / "Library/Images/New"), (Names{"Brand", "three.png"}));
+    queue.setKeepFolders(false);
+    settle();
+    EXPECT_EQ(namesIn(root() / "Library/Images/New"), flat);
+    EXPECT_TRUE(fs::exists(root() / "Library/Audio/boing.wav"));
+    EXPECT_FALSE(fs::exists(root() / "Library/Audio/Brand"));
 }
 
 TEST_F(PanelModelTest, BuiltInIconsAreCopiedNeverChanged) {

@@ -53,6 +53,11 @@ Button {
 
             onTriggered: button.model.importFiles(PanelModel.LibraryKind.Videos)
         }
+        MenuItem {
+            text: qsTr("Import folders…")
+
+            onTriggered: button.model.importFolders()
+        }
         MenuSeparator {
             visible: button.model.libraryKind === PanelModel.LibraryKind.Blocks
         }

@@ -44,7 +44,7 @@ Item {
         anchors.rightMargin: Theme.margin
         anchors.top: picker.top
         brief: shelves.width < picker.wholeWidth + wholeWidth + Theme.smallGap + 2 * Theme.margin
-        enabled: !shelves.model.importing
+        enabled: !shelves.model.importQueue.importing
         model: shelves.model
         objectName: "importButton"
     }
@@ -79,20 +79,11 @@ Item {
     StagedLine {
         id: stagedLine
 
-        anchors.bottom: progress.top
-        anchors.left: parent.left
-        anchors.right: parent.right
-        model: shelves.model
-    }
-    ImportProgress {
-        id: progress
-
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
         model: shelves.model
     }
-
     /// A shelf of another module: made when it is first shown, kept from then on.
     component OtherShelf: Loader {
         id: loader

@@ -87,7 +87,7 @@ Rectangle {
     }
 
     ImportTab {
-        anchors.bottom: parent.bottom
+        anchors.bottom: notices.top
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: header.bottom
@@ -109,7 +109,7 @@ Rectangle {
                 });
         }
 
-        anchors.bottom: parent.bottom
+        anchors.bottom: notices.top
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: header.bottom
@@ -118,6 +118,27 @@ Rectangle {
 
         onWantedChanged: make()
         Component.onCompleted: make()
+    }
+    /// What concerns every tab and shelf.
+    Column {
+        id: notices
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+
+        UnfinishedBar {
+            queue: panel.model.importQueue
+            width: parent.width
+            work: panel.model.unfinishedWork
+        }
+        ImportProgress {
+            queue: panel.model.importQueue
+            width: parent.width
+        }
+        ImportSummary {
+            queue: panel.model.importQueue
+            width: parent.width
+        }
     }
     /// Asks for folders and files where the desktop has no chooser; made when it is first needed.
     Loader {

@@ -21,7 +21,7 @@ Item {
                 all.push({"advice": advice, "problem": problem, "text": text});
         };
         add(model.cutoutFailure, model.cutoutSuggestion, true);
-        add(model.librarySaveNote, "", model.imagesShelf.noteIsProblem);
+        add(model.imagesShelf.note, "", model.imagesShelf.noteIsProblem);
         add(model.cutoutNote, "", true);
         add(model.resolutionWarning, "", true);
         return all;

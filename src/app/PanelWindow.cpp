@@ -1,6 +1,7 @@
 #include "app/PanelWindow.h"
 
 #include "app/EnumWords.h"
+#include "app/Finishing.h"
 #include "app/WindowKeeper.h"
 #include "base/FileUrl.h"
 #include "base/Text.h"
@@ -108,11 +109,12 @@ void show(PanelModel& model, std::optional<PanelModel::Tab> tab, std::optional<P
     if (tab) model.setTab(*tab);
 }
 
-void takeRequest(PanelWindow& window, PanelModel& model, const platform::StartRequest& request) {
+void takeRequest(PanelWindow& window, PanelModel& model, Finishing& finishing, const platform::StartRequest& request) {
     show(model, valueOf<PanelModel::Tab>(request.tab), valueOf<PanelModel::LibraryKind>(request.shelf));
     takeArguments(model, request.urls);
     // The toolkit takes the desktop's permission from there.
     if (!request.activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", request.activationToken.toUtf8());
+    finishing.comeBack();
     if (window.windowStates().testFlag(Qt::WindowMinimized)) window.showNormal();
     window.raise();
     window.requestActivate();
@@ -218,11 +220,12 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
         window.host(view);
         if (until != RunUntil::firstFrame) window.appearAfterFirstFrame();
         window.show();
+        Finishing finishing(window, model, saves, engine);
         takeArguments(model, options.arguments);
         if (shown) shown(window, model);
         if (services.instance)
             QObject::connect(services.instance, &platform::Instance::requested, &window,
-                             [&](const platform::StartRequest& request) { takeRequest(window, model, request); });
+                             [&](const platform::StartRequest& request) { takeRequest(window, model, finishing, request); });
         std::optional<Screenshot> screenshot;
         std::optional<FirstTiles> firstTiles;
         if (options.screenshot)
@@ -233,6 +236,8 @@ int runPanel(QGuiApplication& application, const PanelServices& services, const 
             QObject::connect(&window, &QQuickWindow::frameSwapped, &application, &QGuiApplication::quit,
                              Qt::QueuedConnection);
         status = application.exec();
+        // A start from now on is another panel.
+        if (services.instance) services.instance->release();
     }
     saves.waitForDone();
     work.waitForDone();

@@ -37,7 +37,11 @@ int main(int argc, char** argv) {
     std::unique_ptr<platform::Instance> instance;
     if (panel && !commandLine.library() && !panel->screenshot) {
         instance = platform::systemInstance();
-        if (!instance->claim() && instance->handOver(startRequest(*panel))) return 0;
+        if (!instance->claim()) {
+            if (instance->handOver(startRequest(*panel))) return 0;
+            // It ended meanwhile.
+            static_cast<void>(instance->claim());
+        }
     }
 
     const auto settingsStore = platform::userSettings();

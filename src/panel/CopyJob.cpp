@@ -57,7 +57,7 @@ void CopyJob::resume(const std::filesystem::path& from, const std::filesystem::p
             return result;
         },
         [this](const CopyResult& result) {
-            m_jobs.end(std::exchange(m_job, nullptr), result.failed > 0 ? result.summary() : QString());
+            m_jobs.end(std::exchange(m_job, nullptr), result.failed > 0 ? result.summaryWithReason() : QString());
             Q_EMIT progressChanged();
             setNote(result.summaryWithReason());
             Q_EMIT finished();

@@ -3,6 +3,7 @@ accessibility tree, the pointer and the keyboard, and the other programs around 
 a Wayland compositor."""
 
 import base64
+import ctypes
 import os
 import subprocess
 import sys
@@ -17,13 +18,13 @@ from accessible import Reader, interpreter
 from session import SKIPPED, Missing, Session, require, wait_until
 
 
-def png_of(width, height, rows):
+def png_of(width, height, rows, effort=1):
     """PNG bytes of rows of RGB samples, each after its filter byte."""
     def chunk(kind, data):
         body = kind + data
         return len(data).to_bytes(4, "big") + body + zlib.crc32(body).to_bytes(4, "big")
     header = width.to_bytes(4, "big") + height.to_bytes(4, "big") + bytes([8, 2, 0, 0, 0])
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 1))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, effort))
             + chunk(b"IEND", b""))
 
 
@@ -36,6 +37,12 @@ def png(width, height, color, middle=None):
     return png_of(width, height, rows)
 
 
+def noise(width, height):
+    """A picture without any pattern, which takes its time."""
+    rows = b"".join(b"\0" + os.urandom(width * 3) for _ in range(height))
+    return png_of(width, height, rows, effort=0)
+
+
 def url_of(path):
     return "file://" + quote_from_bytes(os.fsencode(path), safe="/-._~!$&'()*+,:=@")
 
@@ -45,6 +52,24 @@ def dropped_files(drop):
     urls = base64.b64decode(drop["uriList"]).split(b"\r\n")
     assert urls.pop() == b"" and all(url.startswith(b"file:///") for url in urls), urls
     return [Path(os.fsdecode(unquote_to_bytes(url[len(b"file://"):]))) for url in urls]
+
+
+def ask_to_close(display, window):
+    """Asks an X11 window to close, as a window manager does when its button is pressed."""
+    class ClientMessage(ctypes.Structure):
+        _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                    ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                    ("format", ctypes.c_int), ("data", ctypes.c_long * 5), ("rest", ctypes.c_long * 24)]
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XInternAtom.restype = ctypes.c_ulong
+    server = ctypes.c_void_p(x11.XOpenDisplay(display.encode()))
+    client_message = 33
+    event = ClientMessage(type=client_message, send_event=1, window=window, format=32)
+    event.message_type = x11.XInternAtom(server, b"WM_PROTOCOLS", 0)
+    event.data[0] = x11.XInternAtom(server, b"WM_DELETE_WINDOW", 0)
+    x11.XSendEvent(server, ctypes.c_ulong(window), 0, ctypes.c_long(0), ctypes.byref(event))
+    x11.XCloseDisplay(server)
 
 
 def private_folders(folder):
@@ -113,6 +138,16 @@ class PanelTest(unittest.TestCase):
         self.click((frame.left + frame.width - from_the_corner[0], frame.top - from_the_corner[1]))
 
     # What a hand does
+
+    def windows(self, title):
+        """The X11 windows of this title that are shown."""
+        found = self.desktop.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], stdout=subprocess.PIPE)
+        return [int(window) for window in found.stdout.split()]
+
+    def close_window(self, title):
+        for window in self.windows(title):
+            ask_to_close(self.desktop.environment["DISPLAY"], window)
+        wait_until(lambda: not self.windows(title), 15, f"“{title}” is closed")
 
     def click(self, place, button=1):
         self.desktop.press(*place, button)

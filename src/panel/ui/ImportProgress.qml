@@ -15,7 +15,7 @@ Item {
         width: parent.width
     }
     Label {
-        id: text
+        id: counts
 
         Accessible.name: text
         Accessible.role: Accessible.StaticText
@@ -27,7 +27,7 @@ Item {
         text: qsTr("%1 of %2").arg(progress.queue.done).arg(progress.queue.total)
     }
     ProgressBar {
-        anchors.left: text.right
+        anchors.left: counts.right
         anchors.leftMargin: Theme.gap
         anchors.right: stop.left
         anchors.rightMargin: Theme.gap

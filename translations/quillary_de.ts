@@ -36,6 +36,10 @@
         <source>Preview volume</source>
         <translation>Lautstärke der Vorschau</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
 </context>
 <context>
     <name>AudioRow</name>
@@ -136,6 +140,53 @@
     <message>
         <source>Nothing to save.</source>
         <translation>Nichts zu sichern.</translation>
+    </message>
+    <message>
+        <source>No shelf takes “%1”.</source>
+        <translation>Keine Ablage nimmt „%1“ auf.</translation>
+    </message>
+    <message>
+        <source>No shelf takes files of the kind “.%1”.</source>
+        <translation>Keine Ablage nimmt Dateien der Art „.%1“ auf.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n block(s) to Blocks</source>
+        <translation>
+            <numerusform>%n Block zu Blöcke</numerusform>
+            <numerusform>%n Blöcke zu Blöcke</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>couldn&apos;t save %n</source>
+        <translation>
+            <numerusform>%n nicht gesichert</numerusform>
+            <numerusform>%n nicht gesichert</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n left out: no shelf takes it</source>
+        <translation>
+            <numerusform>%n ausgelassen: Keine Ablage nimmt sie auf</numerusform>
+            <numerusform>%n ausgelassen: Keine Ablage nimmt sie auf</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n left out: no shelf takes %1</source>
+        <translation>
+            <numerusform>%n ausgelassen: Keine Ablage nimmt %1 auf</numerusform>
+            <numerusform>%n ausgelassen: Keine Ablage nimmt %1 auf</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>stopped before %n file(s)</source>
+        <translation>
+            <numerusform>vor %n Datei angehalten</numerusform>
+            <numerusform>vor %n Dateien angehalten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Stopped before it was reached.</source>
+        <translation>Angehalten, bevor sie an der Reihe war.</translation>
     </message>
 </context>
 <context>
@@ -507,10 +558,6 @@ Wählen Sie diesen Ordner oder einen darüber – ein übergeordneter Ordner erl
         <translation>Generatoren</translation>
     </message>
     <message>
-        <source>Roles</source>
-        <translation>Funktionen</translation>
-    </message>
-    <message>
         <source>%1 is missing.</source>
         <translation>%1 fehlt.</translation>
     </message>
@@ -574,6 +621,67 @@ Wählen Sie diesen Ordner oder einen darüber – ein übergeordneter Ordner erl
             <numerusform>%n verschoben</numerusform>
             <numerusform>%n verschoben</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <comment>files</comment>
+        <translation>%1 weitere</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are missing.</source>
+        <comment>files</comment>
+        <translation>%1 und %2 fehlen.</translation>
+    </message>
+    <message>
+        <source>Incomplete media, named all the same</source>
+        <translation>Unvollständige Medien, trotzdem genannt</translation>
+    </message>
+    <message>
+        <source>The document does not tell its version of FCPXML, so it cannot be brought to version 1.10.</source>
+        <translation>Das Dokument nennt seine FCPXML-Version nicht und lässt sich deshalb nicht auf Version 1.10 bringen.</translation>
+    </message>
+    <message>
+        <source>FCPXML %1 cannot be brought to version 1.10.</source>
+        <translation>FCPXML %1 lässt sich nicht auf Version 1.10 bringen.</translation>
+    </message>
+    <message>
+        <source>Two resources of the document are called “%1”, so it cannot be brought to version 1.10.</source>
+        <translation>Zwei Ressourcen des Dokuments heißen „%1“; es lässt sich deshalb nicht auf Version 1.10 bringen.</translation>
+    </message>
+    <message>
+        <source>A timeline refers to the format “%1”, which the document does not have, so it cannot be brought to version 1.10.</source>
+        <translation>Eine Timeline verweist auf das Format „%1“, das im Dokument fehlt; es lässt sich deshalb nicht auf Version 1.10 bringen.</translation>
+    </message>
+    <message>
+        <source>References to what the document does not have</source>
+        <translation>Verweise auf das, was im Dokument fehlt</translation>
+    </message>
+    <message>
+        <source>Parts of clips beyond the end of their media</source>
+        <translation>Teile von Clips hinter dem Ende ihrer Medien</translation>
+    </message>
+    <message>
+        <source>Markers outside of their clips</source>
+        <translation>Marker außerhalb ihrer Clips</translation>
+    </message>
+    <message>
+        <source>A file without a name</source>
+        <translation>Eine Datei ohne Namen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n incomplete</source>
+        <translation>
+            <numerusform>%n unvollständig</numerusform>
+            <numerusform>%n unvollständig</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Only a part of it is in %1</source>
+        <translation>Nur ein Teil davon liegt in %1</translation>
+    </message>
+    <message>
+        <source>Block</source>
+        <translation>Block</translation>
     </message>
 </context>
 <context>
@@ -876,6 +984,25 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
+    <name>EditorGroup</name>
+    <message>
+        <source>The program that you drag into, as it is called in the panel.</source>
+        <translation>Das Programm, in das du ziehst, so wie es im Panel heißt.</translation>
+    </message>
+    <message>
+        <source>Editor</source>
+        <translation>Schnittprogramm</translation>
+    </message>
+    <message>
+        <source>Other…</source>
+        <translation>Anderes …</translation>
+    </message>
+    <message>
+        <source>Name of your editor</source>
+        <translation>Name deines Schnittprogramms</translation>
+    </message>
+</context>
+<context>
     <name>ExportSheet</name>
     <message>
         <source>Export “%1”</source>
@@ -896,10 +1023,6 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>For editors that read FCPXML up to version 1.10. Titles and effects stay; what only newer versions know is left out.</source>
         <translation>Für Programme, die FCPXML bis Version 1.10 lesen. Titel und Effekte bleiben; was nur neuere Versionen kennen, fällt weg.</translation>
-    </message>
-    <message>
-        <source>For editors that read OpenTimelineIO. Flat tracks with one clip for each piece of media; titles, effects and speed changes are left out.</source>
-        <translation>Für Programme, die OpenTimelineIO lesen. Flache Spuren mit einem Clip je Medium; Titel, Effekte und Geschwindigkeitsänderungen fallen weg.</translation>
     </message>
     <message>
         <source>Media relative to the export</source>
@@ -937,6 +1060,21 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>Export…</source>
         <translation>Exportieren …</translation>
     </message>
+    <message>
+        <source>For editors that read OpenTimelineIO. Flat tracks with one clip for each piece of media. Markers, roles and even speeds stay; titles and effects are left out.</source>
+        <translation>Für Schnittprogramme, die OpenTimelineIO lesen. Flache Spuren mit einem Clip für jedes Medium. Marker, Rollen und gleichmäßige Geschwindigkeiten bleiben; Titel und Effekte entfallen.</translation>
+    </message>
+</context>
+<context>
+    <name>FileListSheet</name>
+    <message>
+        <source>Copy List</source>
+        <translation>Liste kopieren</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
 </context>
 <context>
     <name>FileMenu</name>
@@ -955,10 +1093,6 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>Move to…</source>
         <translation>Bewegen nach …</translation>
-    </message>
-    <message>
-        <source>Delete</source>
-        <translation>Löschen</translation>
     </message>
 </context>
 <context>
@@ -1004,6 +1138,40 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
+    <name>Finishing</name>
+    <message>
+        <source>Quillary is finishing</source>
+        <translation>Quillary wird fertig</translation>
+    </message>
+</context>
+<context>
+    <name>FinishingView</name>
+    <message>
+        <source>Finishing %1 of %2…</source>
+        <translation>%1 von %2 werden fertiggestellt …</translation>
+    </message>
+    <message>
+        <source>Finishing…</source>
+        <translation>Wird fertiggestellt …</translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation>Wird fertiggestellt</translation>
+    </message>
+    <message>
+        <source>Show Panel</source>
+        <translation>Panel zeigen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+</context>
+<context>
     <name>FolderGrid</name>
     <message>
         <source>Folders</source>
@@ -1012,6 +1180,14 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>%1, %2</source>
         <translation>%1, %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n more</source>
+        <comment>folders</comment>
+        <translation>
+            <numerusform>%n weiterer</numerusform>
+            <numerusform>%n weitere</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1040,6 +1216,13 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
+    <name>HistoryButton</name>
+    <message>
+        <source>Paste history</source>
+        <translation>Verlauf</translation>
+    </message>
+</context>
+<context>
     <name>ImageIntake</name>
     <message>
         <source>Could not read %1.</source>
@@ -1060,6 +1243,26 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>Try a PNG, TIFF or JPEG.</source>
         <translation>Ein PNG, TIFF oder JPEG versuchen.</translation>
+    </message>
+    <message>
+        <source>The video may be damaged, or of a kind that can’t be read here.</source>
+        <translation>Das Video ist vielleicht beschädigt oder von einer Art, die hier nicht gelesen werden kann.</translation>
+    </message>
+    <message>
+        <source>It is a sound: there is no picture in it.</source>
+        <translation>Es ist ein Ton: Ein Bild ist nicht darin.</translation>
+    </message>
+    <message>
+        <source>The document is locked with a password.</source>
+        <translation>Das Dokument ist mit einem Passwort geschützt.</translation>
+    </message>
+    <message>
+        <source>%1 is locked with a password.</source>
+        <translation>%1 ist mit einem Passwort geschützt.</translation>
+    </message>
+    <message>
+        <source>Save a copy of it without the password, then use that.</source>
+        <translation>Sichere eine Kopie ohne Passwort und nimm dann diese.</translation>
     </message>
 </context>
 <context>
@@ -1135,16 +1338,32 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>Flip Vertical</source>
         <translation>Vertikal spiegeln</translation>
     </message>
+    <message>
+        <source>It is not a regular file</source>
+        <translation>Es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>It may not be written</source>
+        <translation>Sie darf nicht beschrieben werden</translation>
+    </message>
+    <message>
+        <source>It is no picture that can be read here</source>
+        <translation>Es ist kein Bild, das hier gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>Not enough memory</source>
+        <translation>Nicht genug Arbeitsspeicher</translation>
+    </message>
+    <message>
+        <source>It tells no size</source>
+        <translation>Sie nennt keine Größe</translation>
+    </message>
 </context>
 <context>
     <name>ImportButton</name>
     <message>
         <source>Import</source>
         <translation>Import</translation>
-    </message>
-    <message>
-        <source>Import files</source>
-        <translation>Dateien importieren</translation>
     </message>
     <message>
         <source>Import image files…</source>
@@ -1162,6 +1381,10 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>Import blocks…</source>
         <translation>Blöcke importieren …</translation>
     </message>
+    <message>
+        <source>Import folders…</source>
+        <translation>Ordner importieren …</translation>
+    </message>
 </context>
 <context>
     <name>ImportProgress</name>
@@ -1172,6 +1395,35 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     <message>
         <source>Import</source>
         <translation>Import</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+</context>
+<context>
+    <name>ImportSummary</name>
+    <message numerus="yes">
+        <source>Show %n file(s)</source>
+        <translation>
+            <numerusform>%n Datei zeigen</numerusform>
+            <numerusform>%n Dateien zeigen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Keep folders</source>
+        <translation>Ordner behalten</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) were not saved</source>
+        <translation>
+            <numerusform>%n Datei wurde nicht gesichert</numerusform>
+            <numerusform>%n Dateien wurden nicht gesichert</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1343,6 +1595,10 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>%1, %2</source>
         <translation>%1, %2</translation>
     </message>
+    <message>
+        <source>Incomplete</source>
+        <translation>Unvollständig</translation>
+    </message>
 </context>
 <context>
     <name>MediaSheet</name>
@@ -1484,6 +1740,18 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>Choose FCPXML documents to keep as blocks.</source>
         <translation>FCPXML-Dokumente wählen, die als Blöcke aufgehoben werden.</translation>
     </message>
+    <message>
+        <source>Choose folders to add to your library.</source>
+        <translation>Wähle Ordner für deine Mediathek.</translation>
+    </message>
+    <message>
+        <source>“%1” saved to your library</source>
+        <translation>„%1“ in der Mediathek gesichert</translation>
+    </message>
+    <message>
+        <source>“%1” was not saved. %2</source>
+        <translation>„%1“ wurde nicht gesichert. %2</translation>
+    </message>
 </context>
 <context>
     <name>PanelView</name>
@@ -1549,6 +1817,13 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
     </message>
 </context>
 <context>
+    <name>Platform</name>
+    <message>
+        <source>It is being changed by another program</source>
+        <translation>Ein anderes Programm verändert sie gerade</translation>
+    </message>
+</context>
+<context>
     <name>ProblemBadge</name>
     <message>
         <source>Media: %1</source>
@@ -1576,6 +1851,29 @@ Mit „Nie löschen“ öffnen sich alte Projekte immer. Oder in Final Cut unter
     <message>
         <source>Keep Never Delete</source>
         <translation>Weiterhin nie löschen</translation>
+    </message>
+</context>
+<context>
+    <name>RemovalAlert</name>
+    <message>
+        <source>Remove %1 for good?</source>
+        <translation>%1 endgültig entfernen?</translation>
+    </message>
+    <message>
+        <source>That is too much to be brought back afterwards. The trash keeps it until you empty it.</source>
+        <translation>Das ist zu viel, um es danach zurückzuholen. Der Papierkorb behält es, bis du ihn leerst.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Move to Trash</source>
+        <translation>In den Papierkorb</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -1771,6 +2069,22 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
+    <message>
+        <source>This panel was started with a library of its own. A place chosen here would not hold for it.</source>
+        <translation>Dieses Panel wurde mit einer eigenen Mediathek gestartet. Ein hier gewählter Ort würde für es nicht gelten.</translation>
+    </message>
+    <message>
+        <source>The panel stays in front when you click into the editor.</source>
+        <translation>Das Panel bleibt vorn, wenn du ins Schnittprogramm klickst.</translation>
+    </message>
+    <message>
+        <source>This desktop leaves that to you: open the menu of the panel’s title bar, by a right click or Alt+Space, and choose “Always on Top” there.</source>
+        <translation>Dieser Desktop überlässt das dir: Öffne das Menü der Titelleiste mit einem Rechtsklick oder Alt+Leertaste und wähle dort „Immer im Vordergrund“.</translation>
+    </message>
+    <message>
+        <source>Keep above other windows</source>
+        <translation>Über anderen Fenstern halten</translation>
+    </message>
 </context>
 <context>
     <name>Shelf</name>
@@ -1929,6 +2243,26 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
         <source>Nothing to redo</source>
         <translation>Nichts zu wiederholen</translation>
     </message>
+    <message>
+        <source>Another file is called “%1” by now; it stays as it is.</source>
+        <translation>Inzwischen heißt eine andere Datei „%1“; sie bleibt, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>removing %1</source>
+        <translation>Entfernen von %1</translation>
+    </message>
+    <message>
+        <source>Removed %1 · Ctrl+Z undoes it</source>
+        <translation>%1 entfernt · Strg+Z holt es zurück</translation>
+    </message>
+    <message>
+        <source>Removed %1 for good</source>
+        <translation>%1 endgültig entfernt</translation>
+    </message>
+    <message>
+        <source>Built-in icons can’t be edited — save a copy first</source>
+        <translation>Mitgelieferte Symbole lassen sich nicht bearbeiten – sichere zuerst eine Kopie</translation>
+    </message>
 </context>
 <context>
     <name>ShelfItem</name>
@@ -1958,6 +2292,10 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
     <message>
         <source>Move to Trash</source>
         <translation>In den Papierkorb legen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
     </message>
 </context>
 <context>
@@ -2017,6 +2355,25 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
         <source>Cutting out…</source>
         <translation>Wird freigestellt …</translation>
     </message>
+    <message>
+        <source>Back to “%1”</source>
+        <translation>Zurück zu „%1“</translation>
+    </message>
+</context>
+<context>
+    <name>StagedLine</name>
+    <message>
+        <source>Staged “%1” in Import</source>
+        <translation>„%1“ liegt im Import</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Close this note</source>
+        <translation>Hinweis schließen</translation>
+    </message>
 </context>
 <context>
     <name>StagedMenu</name>
@@ -2031,6 +2388,13 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
     <message>
         <source>Show in Files</source>
         <translation>In Dateien anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>StagedNotes</name>
+    <message>
+        <source>Show all notes</source>
+        <translation>Alle Hinweise zeigen</translation>
     </message>
 </context>
 <context>
@@ -2126,6 +2490,51 @@ Liegen schon irgendwo Grafiken und Clips, hier dieses Laufwerk wählen und die D
     <message>
         <source>Could not take “%1” out of the trash: %2</source>
         <translation>„%1“ konnte nicht aus dem Papierkorb geholt werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>SystemWording</name>
+    <message>
+        <source>Ctrl+V</source>
+        <translation>Strg+V</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <comment>the key that takes a screenshot</comment>
+        <translation>Druck</translation>
+    </message>
+    <message>
+        <source>file manager</source>
+        <translation>Dateimanager</translation>
+    </message>
+</context>
+<context>
+    <name>Unfinished</name>
+    <message numerus="yes">
+        <source>%n file(s) did not get into your library</source>
+        <translation>
+            <numerusform>%n Datei kam nicht in deine Mediathek</numerusform>
+            <numerusform>%n Dateien kamen nicht in deine Mediathek</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>the copy of your library is not complete</source>
+        <translation>die Kopie deiner Mediathek ist nicht vollständig</translation>
+    </message>
+</context>
+<context>
+    <name>UnfinishedBar</name>
+    <message>
+        <source>File Them Now</source>
+        <translation>Jetzt aufnehmen</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
     </message>
 </context>
 <context>

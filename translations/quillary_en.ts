@@ -59,6 +59,41 @@
             <numerusform>couldn&apos;t read %n</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n block(s) to Blocks</source>
+        <translation>
+            <numerusform>%n block to Blocks</numerusform>
+            <numerusform>%n blocks to Blocks</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>couldn&apos;t save %n</source>
+        <translation>
+            <numerusform>couldn&apos;t save %n</numerusform>
+            <numerusform>couldn&apos;t save %n</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n left out: no shelf takes it</source>
+        <translation>
+            <numerusform>%n left out: no shelf takes it</numerusform>
+            <numerusform>%n left out: no shelf takes them</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n left out: no shelf takes %1</source>
+        <translation>
+            <numerusform>%n left out: no shelf takes %1</numerusform>
+            <numerusform>%n left out: no shelf takes %1</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>stopped before %n file(s)</source>
+        <translation>
+            <numerusform>stopped before %n file</numerusform>
+            <numerusform>stopped before %n files</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>BlockMenu</name>
@@ -117,6 +152,13 @@
             <numerusform>%n moved</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n incomplete</source>
+        <translation>
+            <numerusform>%n incomplete</numerusform>
+            <numerusform>%n incomplete</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ChooserSheet</name>
@@ -145,6 +187,34 @@
         <translation>
             <numerusform>%n file</numerusform>
             <numerusform>%n files</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>FolderGrid</name>
+    <message numerus="yes">
+        <source>%n more</source>
+        <comment>folders</comment>
+        <translation>
+            <numerusform>%n more</numerusform>
+            <numerusform>%n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ImportSummary</name>
+    <message numerus="yes">
+        <source>Show %n file(s)</source>
+        <translation>
+            <numerusform>Show %n file</numerusform>
+            <numerusform>Show %n files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) were not saved</source>
+        <translation>
+            <numerusform>%n file was not saved</numerusform>
+            <numerusform>%n files were not saved</numerusform>
         </translation>
     </message>
 </context>
@@ -244,6 +314,16 @@
         <translation>
             <numerusform>, %n could not be copied</numerusform>
             <numerusform>, %n could not be copied</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Unfinished</name>
+    <message numerus="yes">
+        <source>%n file(s) did not get into your library</source>
+        <translation>
+            <numerusform>%n file did not get into your library</numerusform>
+            <numerusform>%n files did not get into your library</numerusform>
         </translation>
     </message>
 </context>

@@ -17,6 +17,13 @@ class QQuickImageResponse;
 
 namespace quillary {
 
+/// Makes the picture that a drag carries known to QML, as a value without members.
+struct DraggedImage {
+    Q_GADGET
+    QML_FOREIGN(QImage)
+    QML_ANONYMOUS
+};
+
 /// An area that can be dragged out of the window as a file, as several, or as one item of other data. `FileDragSource`
 /// in QML:
 ///

@@ -128,16 +128,16 @@ Rectangle {
 
         UnfinishedBar {
             queue: panel.model.importQueue
-            width: parent.width
+            width: notices.width
             work: panel.model.unfinishedWork
         }
         ImportProgress {
             queue: panel.model.importQueue
-            width: parent.width
+            width: notices.width
         }
         ImportSummary {
             queue: panel.model.importQueue
-            width: parent.width
+            width: notices.width
         }
     }
     /// Asks for folders and files where the desktop has no chooser; made when it is first needed.

@@ -53,8 +53,9 @@ TEST(RowListModelTest, KeepsWhatIsInBothListsWhereItGoes) {
         QObject::disconnect(counting);
         ASSERT_EQ(model.rows, now) << round;
         for (const Row& row : now)
-            if (const auto place = places.find(row.thing); place != places.end())
+            if (const auto place = places.find(row.thing); place != places.end()) {
                 EXPECT_EQ(place->second.data(), row.thing) << round;
+            }
         EXPECT_TRUE(before != now || changes == 0);
     }
 }

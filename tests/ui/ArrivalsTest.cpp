@@ -109,7 +109,9 @@ TEST_P(ArrivalsTest, WhatIsWrittenSlowly) {
         writer << whole.substr(part * whole.size() / 4, (part + 1) * whole.size() / 4 - part * whole.size() / 4)
                << std::flush;
         wait(150);
-        if (part < 3) EXPECT_FALSE(shows("slow")) << "half a file";
+        if (part < 3) {
+            EXPECT_FALSE(shows("slow")) << "half a file";
+        }
     }
     // Whole by now, although nobody closed it.
     EXPECT_TRUE(comes("slow"));
@@ -132,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(Shelves, ArrivalsTest,
                                          ShelfCase{Kind::videos, "Videos", ".mp4"},
                                          ShelfCase{Kind::audio, "Audio", ".wav"},
                                          ShelfCase{Kind::blocks, "Blocks", ".fcpxml"}),
-                         [](const auto& info) { return std::string(info.param.folder); });
+                         [](const auto& shelf) { return std::string(shelf.param.folder); });
 
 } // namespace
 

@@ -399,7 +399,8 @@ void Panel::takeAll() {
     stage.store.setValue(SettingsKey::rootFolderBookmark, QByteArray("gone"));
     {
         Storage gone(stage.store, stage.bookmarks, stage.desktop);
-        SettingsModel unavailable({stage.settings, gone, stage.chooser, stage.fileManager, stage.work});
+        SettingsModel unavailable(
+            {stage.settings, gone, stage.chooser, stage.fileManager, stage.work, stage.model.jobs()});
         QQmlComponent view(&stage.engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillary/Library/SettingsView.qml")));
         const std::unique_ptr<QObject> sheet(
             view.createWithInitialProperties({{QStringLiteral("parent"), QVariant::fromValue(stage.view.get())},

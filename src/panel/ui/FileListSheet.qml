@@ -6,9 +6,9 @@ import Quillary.Controls
 Sheet {
     id: sheet
 
-    required property list<string> files
+    required property var files
     /// In the order of the files; may be empty.
-    required property list<string> reasons
+    required property var reasons
 
     signal copyRequested(string text)
 

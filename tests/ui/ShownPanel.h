@@ -39,7 +39,7 @@ protected:
     }
     /// Tabs on until the control of this name has the keyboard.
     bool tabTo(const std::string& name) {
-        for (int step = 0; step < 15; ++step) {
+        for (int step = 0; step < 30; ++step) {
             if (focusedName() == name) return true;
             press(Qt::Key_Tab);
         }

@@ -57,9 +57,10 @@ SettingsGroup {
         width: parent.width
 
         onEditingFinished: {
-            group.asking = false;
+            // The name first: the field stays visible for it.
             if (text.trim().length > 0)
                 group.settings.editorName = text;
+            group.asking = false;
         }
     }
 }

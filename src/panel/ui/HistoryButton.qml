@@ -32,8 +32,6 @@ IconButton {
         x: button.width - width
         y: -height - 4
 
-        onClosed: button.forceActiveFocus(Qt.PopupFocusReason)
-
         background: Rectangle {
             border.color: Theme.outline
             color: Theme.sheet

@@ -38,7 +38,7 @@ Item {
         Flow {
             leftPadding: 21
             spacing: Theme.gap
-            visible: details.visible || folders.visible
+            visible: summary.queue.problemFiles.length > 0 || summary.queue.offersFolders
             width: parent.width
 
             TextButton {

@@ -106,7 +106,6 @@ Item {
         width: notes.width
         y: -height - 4
 
-        onClosed: line.forceActiveFocus(Qt.PopupFocusReason)
 
         background: Rectangle {
             border.color: Theme.outline

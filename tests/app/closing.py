@@ -9,7 +9,7 @@ from panels import PanelTest, noise, run_tests, url_of  # noqa: E402
 from session import wait_until  # noqa: E402
 
 PICTURES = 60
-SOUNDS = 800
+SOUNDS = 4000
 FINISHING = "Quillary is finishing"
 
 

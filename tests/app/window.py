@@ -62,9 +62,10 @@ class Fields(PanelTest):
             self.click(self.field("Name"))
             self.key("ctrl+a", "x", "Return")
             self.reader.wait_for("image", "x")
-        subprocess.run(["xclip", "-selection", "primary", "-i"], input=b"picked", env=self.desktop.environment, check=True)
+        # Selecting the name makes it what is selected; only then another program's text is.
         self.click(self.field("Name"))
         self.key("ctrl+a", "Delete")
+        subprocess.run(["xclip", "-selection", "primary", "-i"], input=b"picked", env=self.desktop.environment, check=True)
         self.click(self.field("Name"), button=2)
         self.key("Return")
         self.reader.wait_for("image", "picked")

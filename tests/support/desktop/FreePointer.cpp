@@ -4,7 +4,7 @@
 #include <dlfcn.h>
 #include <xcb/xcb.h>
 
-extern "C" xcb_grab_pointer_cookie_t xcb_grab_pointer(xcb_connection_t* connection, std::uint8_t ownerEvents,
+extern "C" [[gnu::visibility("default")]] xcb_grab_pointer_cookie_t xcb_grab_pointer(xcb_connection_t* connection, std::uint8_t ownerEvents,
                                                       xcb_window_t window, std::uint16_t events,
                                                       std::uint8_t pointerMode, std::uint8_t keyboardMode, xcb_window_t,
                                                       xcb_cursor_t cursor, xcb_timestamp_t time) {

@@ -1385,6 +1385,10 @@ Mit den Blöcken kommen immer auch ihre Medien in Final Cut Elements mit, selbst
         <source>Import folders…</source>
         <translation>Ordner importieren …</translation>
     </message>
+    <message>
+        <source>Import files</source>
+        <translation>Dateien importieren</translation>
+    </message>
 </context>
 <context>
     <name>ImportProgress</name>

@@ -179,7 +179,7 @@ class Reading(Browser):
         self.assert_clear("the library")
         self.reader.press("list item", "four")
         self.assert_clear("a selection")
-        for opener, entry in (("Collection: All", "Unfiled, 2"), ("More", "Select All"), ("Import", "Import image files…"),
+        for opener, entry in (("Collection: All", "Unfiled, 2"), ("More", "Select All"), ("Import files", "Import image files…"),
                               ("Move to", "Unfiled")):
             self.reader.press("push button", opener)
             wait_until(lambda: any(entry in name for name in self.assert_clear(opener)), 10, f"{entry} of {opener}")

@@ -91,7 +91,7 @@ TEST_F(MenuPlaceTest, NoMenuOpensWithAnEntryUnderThePointer) {
         }
         tried += places.size();
         for (const QPointF place : places) check(place, Qt::RightButton);
-        for (const char* name : {"Import", "Collection: ", "More", "Move to"}) checkButton(name);
+        for (const char* name : {"Import files", "Collection: ", "More", "Move to"}) checkButton(name);
         stage.model.setTab(PanelModel::Tab::intake);
         wait(50);
         const QRectF picture = onScreen(part<QQuickItem>("stagedPicture"));

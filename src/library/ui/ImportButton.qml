@@ -18,9 +18,10 @@ Button {
     readonly property real wholeWidth: Math.ceil(metrics.advanceWidth) + 2 * (Theme.symbolSize + 5) + 16
 
     help: brief ? spokenName : ""
-    spokenName: qsTr("Import")
+    // Not as the tab of the same text.
+    spokenName: qsTr("Import files")
     symbol: "square.and.arrow.down"
-    text: brief ? "" : spokenName
+    text: brief ? "" : metrics.text
 
     onClicked: menu.open()
 
@@ -30,7 +31,7 @@ Button {
         font.family: Theme.family
         font.pixelSize: Theme.textSize
         font.weight: Font.Medium
-        text: button.spokenName
+        text: qsTr("Import")
     }
     Menu {
         id: menu
